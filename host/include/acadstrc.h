@@ -1,0 +1,50 @@
+// Status values of the host API. Only eOk (0) and eCantOpenFile (364) are known to callers by number;
+// everything else is used by name.
+#pragma once
+
+namespace Acad {
+enum ErrorStatus {
+    eOk = 0,
+    eNotImplementedYet = 1,
+    eNotApplicable = 2,
+    eInvalidInput = 3,
+    eOutOfMemory = 6,
+    eNullHandle = 11,
+    eNullObjectPointer = 15,
+    eNullObjectId = 16,
+    eNullEntityPointer = 19,
+    eIllegalEntityType = 20,
+    eKeyNotFound = 21,
+    eDuplicateKey = 22,
+    eInvalidIndex = 23,
+    eAlreadyInDb = 26,
+    eInvalidExtents = 30,
+    eInvalidAdsName = 31,
+    eInvalidKey = 33,
+    eWrongObjectType = 34,
+    eWrongDatabase = 35,
+    eNotOpenForRead = 44,
+    eNotOpenForWrite = 45,
+    eNotThatKindOfClass = 46,
+    eWasErased = 80,
+    ePermanentlyErased = 81,
+    eWasOpenForRead = 82,
+    eWasOpenForWrite = 83,
+    eWasOpenForUndo = 84,
+    eWasNotifying = 85,
+    eWasOpenForNotify = 86,
+    eOnLockedLayer = 87,
+    eMustOpenThruOwner = 88,
+    eSubentitiesStillOpen = 89,
+    eAtMaxReaders = 90,
+    eCannotScaleNonUniformly = 136,
+    eBadColorIndex = 202,
+    eAlreadyInGroup = 260,
+    eCantOpenFile = 364,
+    eNullExtents = 1001,
+    eLockViolation = 1002,
+    eHadMultipleReaders = 1003,
+    eNoDocument = 1004,
+    eNoDatabase = 1005
+};
+} // namespace Acad

@@ -1,0 +1,30 @@
+// Class descriptors: what isA(), desc() and cast() speak of. One descriptor per class, made when it is first
+// asked for, alive until the process ends.
+#pragma once
+
+#include "rxobject.h"
+
+class QX_HOST_API AcRxClass : public AcRxObject {
+public:
+    /// `parent` is null for the root of the hierarchy only; `dxfName` is null for classes that no drawing names.
+    AcRxClass(const ACHAR* name, AcRxClass* parent, const ACHAR* dxfName = nullptr);
+
+    static AcRxClass* desc();
+    AcRxClass* isA() const override;
+
+    const ACHAR* name() const { return name_; }
+    const ACHAR* dxfName() const { return dxfName_; }
+    AcRxClass* myParent() const { return parent_; }
+
+    /// True for the class itself and for every class above it.
+    bool isDerivedFrom(const AcRxClass* other) const {
+        for (const AcRxClass* each = this; each; each = each->parent_)
+            if (each == other) return true;
+        return false;
+    }
+
+private:
+    const ACHAR* name_;
+    AcRxClass* parent_;
+    const ACHAR* dxfName_;
+};
