@@ -76,7 +76,7 @@ private:
 };
 
 void Reader::refuse(const char* at, const std::string& what) {
-    const auto line = 1 + std::count(drawing_.bytes_.data(), at, '\n');
+    const auto line = 1 + std::count(drawing_.bytes_.view().data(), at, '\n');
     if (error_.empty()) error_ = drawing_.path_ + ":" + std::to_string(line) + ": " + what;
 }
 
