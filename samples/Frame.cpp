@@ -79,7 +79,7 @@ void writeViewports(TagWriter& out, const Frame& frame) {
 struct LineType {
     const char* name;
     const char* description;
-    std::vector<double> dashes; // metres or millimetres on paper; scaled by $LTSCALE
+    std::vector<double> dashes; // negative: a gap; scaled by $LTSCALE
 };
 
 void writeLineTypes(TagWriter& out) {
@@ -117,10 +117,10 @@ void writeLayers(TagWriter& out, const std::vector<Layer>& layers) {
         out.integer(70, layer.state == LayerState::frozen ? 1 : layer.state == LayerState::locked ? 4 : 0);
         out.integer(62, layer.state == LayerState::off ? -layer.colour : layer.colour);
         out.text(6, layer.lineType);
-        out.integer(370, -3);
+        out.integer(370, layer.lineWeight);
         out.handle(390, plotStyle);
     };
-    write({"0"});
+    write(Layer{"0"});
     for (const auto& layer : layers) write(layer);
     closeTable(out);
 }

@@ -17,6 +17,7 @@ struct Layer {
     int colour = 7;
     std::string lineType = "Continuous";
     LayerState state = LayerState::shown;
+    int lineWeight = -3; ///< hundredths of a millimetre; -3: the default
 };
 
 struct BlockName {

@@ -25,7 +25,7 @@ Frame floorFrame() {
             sheetMax,
             {{"轴线", 1, "CENTER", LayerState::locked},
              {"轴号", 3},
-             {"墙体", 255},
+             {"墙体", 255, "Continuous", LayerState::shown, 50},
              {"柱", 9},
              {"门窗", 4},
              {"家具", 33},
@@ -186,7 +186,7 @@ void drawOuterWalls(Pen& pen) {
 
 // Hinges of the corridor doors, as they should be; each opening is 900 wide to the right of its hinge.
 constexpr std::array<double, 4> northHinges{5400, 12600, 19800, 23000};
-constexpr std::array<double, 4> southHinges{5400, 8000, 27000, 30800};
+constexpr std::array<double, 4> southHinges{5400, 8000, 27000, 29300};
 
 void drawInnerWalls(Pen& pen) {
     const auto along = [&](double y, double hinge, int i) {
@@ -197,7 +197,7 @@ void drawInnerWalls(Pen& pen) {
     along(axisB, southHinges[0], 0);
     along(axisB, southHinges[1], 1);
     along(axisB, southHinges[2], 3);
-    wallAlongX(pen, axisB, inner, {4 * bay + face, width - face}, {{30800, 31700}, {33400, 34300}});
+    wallAlongX(pen, axisB, inner, {4 * bay + face, width - face}, {{29300, 30200}, {33000, 33900}});
     for (const int axis : {1, 2, 3, 4}) wallAlongY(pen, axis * bay, inner, {face, axisB - face});
     for (const int axis : {2, 3, 4}) wallAlongY(pen, axis * bay, inner, {axisC + face, depth - face});
     wallAlongY(pen, 32700, inner, {outer / 2, axisB - inner / 2});
@@ -224,7 +224,7 @@ void drawDoors(Pen& pen) {
     // The south doors are mirrored copies, as old drawings have them.
     pen.mirrored(true);
     for (const double hinge : southHinges) pen.insert("单开门", {hinge + 900, axisB - inner / 2}, {1, -1});
-    pen.insert("单开门", {34300, axisB - inner / 2}, {1, -1});
+    pen.insert("单开门", {33900, axisB - inner / 2}, {1, -1});
     pen.mirrored(false);
 }
 
@@ -239,11 +239,11 @@ void drawRoomTags(Pen& pen) {
     pen.series(0x580);
     pen.layer("房间");
     const Room rooms[] = {
-        {"101", "会议室", "47.5㎡", {3120, 5310}},      {"102", "办公室", "47.5㎡", {11490, 5480}},
-        {"103", "门厅", "47.5㎡", {17640, 4930}},       {"104", "办公室", "47.5㎡", {24690, 5220}},
-        {"105", "卫生间", "25.1㎡", {30520, 4840}},     {"106", "茶水间", "21.0㎡", {34480, 5040}},
-        {"107", "开敞办公区", "94.6㎡", {8310, 10690}}, {"108", "经理室", "47.5㎡", {17420, 10250}},
-        {"109", "资料室", "47.5㎡", {26050, 10430}},    {"110", "楼梯间", "47.5㎡", {35020, 10080}},
+        {"101", "会议室", "47.5㎡", {3120, 4960}},       {"102", "办公室", "47.5㎡", {11490, 5130}},
+        {"103", "门厅", "47.5㎡", {17640, 4580}},        {"104", "办公室", "47.5㎡", {24690, 4870}},
+        {"105", "卫生间", "25.1㎡", {31250, 4490}},      {"106", "茶水间", "21.0㎡", {34250, 4690}},
+        {"107", "开敞办公区", "94.6㎡", {10290, 10690}}, {"108", "经理室", "47.5㎡", {17420, 10250}},
+        {"109", "资料室", "47.5㎡", {26050, 10430}},     {"110", "楼梯间", "47.5㎡", {30260, 10080}},
     };
     for (const auto& room : rooms)
         pen.insertWith("房间标签", room.tag, roomSlots, {room.number, room.name, room.area});
@@ -302,8 +302,8 @@ void drawFurniture(Drawing& drawing) {
     drawWorkplace(drawing, "工位-104-2", {26600, 2900});
     drawWorkplace(drawing, "经理台", {18000, 13500});
     pen.insert("沙发", {15300, 12300}, {1, 1, 90});
-    for (int i = 0; i < 6; ++i) pen.insert("书架", {22600 + i * 1000.0, 15050});
-    for (int i = 0; i < 6; ++i) pen.insert("书架", {22600 + i * 1000.0, 13300});
+    for (int i = 0; i < 6; ++i) pen.insert("书架", {22600 + i * 1000.0, 14300});
+    for (int i = 0; i < 6; ++i) pen.insert("书架", {22600 + i * 1000.0, 12900});
     pen.insert("圆桌", {34300, 2400});
 }
 

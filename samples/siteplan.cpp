@@ -25,10 +25,10 @@ Frame siteFrame() {
             {{"用地红线", 1, "CENTER", LayerState::locked},
              {"道路", 8},
              {"道路中心线", 1, "CENTER"},
-             {"建筑", 7},
+             {"建筑", 7, "Continuous", LayerState::shown, 50},
              {"标注", 3},
              {"绿化", 92},
-             {"停车", 5},
+             {"停车", 140},
              {"坐标", 4},
              {"图框", 7},
              {"管线", 6, "DASHED", LayerState::frozen},
@@ -134,7 +134,7 @@ constexpr std::array<Point, 6> slabs{{{24, 26}, {72, 26}, {24, 58}, {72, 58}, {2
 void drawBuildings(Pen& pen) {
     pen.series(0x300);
     pen.layer("建筑");
-    for (const auto& corner : slabs) pen.polyline(slab(corner), Closed::yes, 0.3);
+    for (const auto& corner : slabs) pen.polyline(slab(corner), Closed::yes);
     // 7#: a tower whose corners are quarter circles; 8#: a kindergarten with round classrooms.
     constexpr double quarter = 0.41421356237310;
     pen.polyline({{128, 92},
@@ -145,7 +145,7 @@ void drawBuildings(Pen& pen) {
                   {128, 110, quarter},
                   {125, 107},
                   {125, 95, quarter}},
-                 Closed::yes, 0.3);
+                 Closed::yes);
     pen.polyline({{126, 26},
                   {172, 26},
                   {172, 36},
@@ -158,7 +158,7 @@ void drawBuildings(Pen& pen) {
                   {136, 44},
                   {136, 36},
                   {126, 36}},
-                 Closed::yes, 0.3);
+                 Closed::yes);
     pen.rectangle({156, 95}, 18, 12);
 }
 
@@ -226,7 +226,7 @@ void drawGreen(Pen& pen) {
 }
 
 void drawParking(Pen& pen) {
-    constexpr int bays = 20;
+    constexpr int bays = 23, numbered = 20; // the last three stand full of cars
     constexpr double bottom = 30, pitch = 2.5, kerb = 187, depth = 5.3;
     pen.series(0x500);
     pen.layer("停车");
@@ -234,14 +234,14 @@ void drawParking(Pen& pen) {
     pen.line({kerb + depth, bottom}, {kerb + depth, bottom + bays * pitch});
     pen.series(0x540);
     constexpr std::array shifts{0.0, 0.9, -0.7, 0.4, -1.1, 0.8, 0.2, -0.5, 1.2, -0.9};
-    for (int i = 0; i < bays; ++i) {
+    for (int i = 0; i < numbered; ++i) {
         const auto number = (i < 9 ? "P0" : "P") + std::to_string(i + 1);
         const double x = kerb + depth / 2 + shifts[static_cast<std::size_t>(i) % shifts.size()];
         pen.text({x, bottom + (i + 0.5) * pitch}, 0.9, number, Justify::middleCentre);
     }
     pen.series(0x580);
-    for (const double y : {85.0, 88.0, 91.0}) pen.insert("小汽车", {187.4, y});
-    pen.text({194.5, 55}, 1.6, "地面停车20辆", Justify::middleCentre, 90);
+    for (int i = numbered; i < bays; ++i) pen.insert("小汽车", {kerb + 0.4, bottom + i * pitch + 0.4});
+    pen.text({194.5, 58}, 1.6, "地面停车23辆", Justify::middleCentre, 90);
 }
 
 // A leader from the surveyed point to a shelf with the two coordinates on it.
@@ -305,7 +305,7 @@ void drawLegend(Pen& pen) {
     pen.layer("用地红线");
     pen.line({214, 89}, {224, 89});
     pen.layer("建筑");
-    pen.polyline({{214, 80}, {224, 80}, {224, 84}, {214, 84}}, Closed::yes, 0.3);
+    pen.polyline({{214, 80}, {224, 80}, {224, 84}, {214, 84}}, Closed::yes);
     pen.layer("绿化");
     pen.insert("乔木", {219, 75});
     pen.insert("灌木", {219, 68});
