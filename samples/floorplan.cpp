@@ -322,6 +322,9 @@ void drawWashroom(Drawing& drawing) {
         pen.mirrored(true);
         pen.insert("坐便器", {left + 500, 300}, {1, -1});
         pen.circle({left + 850, 1350}, 80); // paper basket
+        const Point hinge{left + 200, 1600};
+        pen.line(hinge, hinge + Point{0, 600});
+        pen.arc(hinge, 600, 0, 90);
         pen.mirrored(false);
     }
 }

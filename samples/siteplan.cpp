@@ -262,7 +262,10 @@ void drawCoordinates(Pen& pen) {
     drawCoordinate(pen, {200, 134}, {192, 142}, "X=3512.640", "Y=5006.115");
     drawCoordinate(pen, {200, 0}, {192, -5}, "X=3378.640", "Y=5006.115");
     drawCoordinate(pen, {10, 0}, {16, -6}, "X=3378.640", "Y=4816.115");
-    for (const Point p : {Point{0, 134}, {200, 134}, {200, 0}, {10, 0}}) pen.circle(p, 0.6);
+    for (const Point p : {Point{0, 134}, {200, 134}, {200, 0}, {10, 0}}) {
+        pen.point(p);
+        pen.circle(p, 0.6);
+    }
     pen.layer("标注");
     pen.text({99, 145}, 6, "总平面图  1:500", Justify::centre);
     pen.line({74, 143}, {124, 143});
