@@ -17,7 +17,7 @@ QX_HOST_API int acedUndef(const ACHAR* sname, int funcno);
 /// From now on the functions that the module defined with `fcode` are called directly, without kInvkSubrMsg;
 /// a null `fhdl` ends that. RTERROR when the module has defined none.
 QX_HOST_API int acedRegFunc(int (*fhdl)(), int fcode);
-/// The number of the function that is being called; RTERROR outside kInvkSubrMsg.
+/// The number of the function that is being called; RTERROR outside a call.
 QX_HOST_API int acedGetFunCode();
 
 // The value of the function that is being called. The last one given counts; without any the value is nil.
