@@ -1,0 +1,217 @@
+// Objects, entities and the drawing database, and how objects are opened.
+//
+// An object is reached through its id: it is opened for reading or writing, used, and closed; the pointer is dead
+// after close(). An object that was made with new is open for writing and belongs to its maker until it is
+// appended to a drawing; from then on it must be closed and never deleted. Changing an object that is not open
+// for writing is an error of the caller: the command that does it is broken off and rolled back.
+#pragma once
+
+#include "adsdef.h"
+#include "dbid.h"
+#include "gemat3d.h"
+#include "gepnt3d.h"
+#include "gevec3d.h"
+#include "rxclass.h"
+
+#include <memory>
+
+class AcDbBlockTable;
+class AcDbObject;
+class AcDbDictionary;
+class AcDbSymbolTable;
+namespace qx::db {
+struct BlockDefinition;
+class Drawing;
+struct FieldTable;
+struct LayerState;
+struct XDataPoints;
+} // namespace qx::db
+namespace qx::shape {
+class Sink;
+}
+
+namespace qx::db {
+/// The groups that every entity has, as the file's numbers. The first member of each entity's data.
+struct EntityProperties {
+    Adesk::Int32 colour = 256;
+    Adesk::Int32 invisible = 0;
+};
+
+/// What every class with data of its own answers to the store: how to copy it and where its fields are.
+template <class Self, class Base> class Described : public Base {
+public:
+    using Base::Base;
+    std::unique_ptr<AcDbObject> copied() const override {
+        return std::make_unique<Self>(static_cast<const Self&>(*this));
+    }
+    const FieldTable* fieldTable() const override { return &Self::fields(); }
+    void* fieldBase() override { return &static_cast<Self*>(this)->data_; }
+};
+} // namespace qx::db
+
+/// A box parallel to the world axes. As constructed it holds nothing: min is 1e20 and max -1e20 in each direction.
+class AcDbExtents {
+public:
+    AcDbExtents() = default;
+    AcDbExtents(const AcGePoint3d& min, const AcGePoint3d& max) : min_{min}, max_{max} {}
+
+    const AcGePoint3d& minPoint() const { return min_; }
+    const AcGePoint3d& maxPoint() const { return max_; }
+    /// eInvalidInput, and no change, when min exceeds max in any direction.
+    QX_HOST_API Acad::ErrorStatus set(const AcGePoint3d& min, const AcGePoint3d& max);
+    QX_HOST_API void addPoint(const AcGePoint3d& point);
+    QX_HOST_API void addExt(const AcDbExtents& other);
+
+private:
+    AcGePoint3d min_{1e20, 1e20, 1e20};
+    AcGePoint3d max_{-1e20, -1e20, -1e20};
+};
+
+class QX_HOST_API AcDbObject : public AcRxObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbObject)
+    ~AcDbObject() override;
+
+    /// Null for an object that is in no drawing.
+    AcDbObjectId objectId() const { return AcDbObjectId{record_}; }
+    AcDbObjectId ownerId() const;
+    void getAcDbHandle(AcDbHandle& handle) const;
+    AcDbDatabase* database() const;
+
+    /// Ends the rights of one opening. eNotApplicable for an object that is in no drawing.
+    Acad::ErrorStatus close();
+    /// Needs the object open for writing. eWasErased when it is erased already; `erasing` false brings it back.
+    Acad::ErrorStatus erase(bool erasing = true);
+    /// From reading to writing: eHadMultipleReaders with other readers, eWasOpenForWrite when it is that already,
+    /// and the refusals of an opening for writing.
+    Acad::ErrorStatus upgradeOpen();
+    /// From writing to reading: eWasOpenForRead, eWasOpenForNotify when it is not open for writing.
+    Acad::ErrorStatus downgradeOpen();
+
+    bool isErased() const;
+    bool isReadEnabled() const;
+    bool isWriteEnabled() const;
+    void assertReadEnabled() const;
+    /// Every change begins with this call; it keeps what undo needs to bring back.
+    void assertWriteEnabled();
+
+    // Host side: what the store asks of every class.
+
+    /// A copy that no drawing holds, for the undo history.
+    virtual std::unique_ptr<AcDbObject> copied() const;
+    /// The groups of the class that are numbers, and where they live; null for a class that is only kept.
+    virtual const qx::db::FieldTable* fieldTable() const { return nullptr; }
+    /// Where the offsets of the field table count from.
+    virtual void* fieldBase() { return nullptr; }
+    /// Called once after the fields were read; `false` means that the object can't be used, only kept.
+    virtual bool afterReading(const qx::db::Drawing&) { return true; }
+    /// The layer that the file names; asked of entities before afterReading().
+    virtual void setLayerState(const qx::db::LayerState&) {}
+    virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
+    void setRecord(qx::db::Record* record) { record_ = record; }
+
+protected:
+    AcDbObject() = default;
+    /// The copy is in no drawing.
+    AcDbObject(const AcDbObject& other) : AcRxObject{other} {}
+    AcDbObject& operator=(const AcDbObject&) = delete;
+
+private:
+    qx::db::Record* record_ = nullptr;
+};
+
+class QX_HOST_API AcDbEntity : public AcDbObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbEntity)
+    AcDbEntity();
+    AcDbEntity(const AcDbEntity& other);
+    ~AcDbEntity() override;
+
+    AcDbObjectId layerId() const;
+    /// 1 to 255, 0 by block, 256 by layer.
+    Adesk::UInt16 colorIndex() const;
+    /// eBadColorIndex above 256. The classes here have no parts of their own to pass the colour on to.
+    Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
+
+    /// The entity under the matrix, in place. Nothing changes when the status is not eOk: eCannotScaleNonUniformly
+    /// for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput when a coordinate would not be
+    /// finite or would lie beyond 1e15; eNotApplicable for a class that is only kept.
+    virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
+    /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing to
+    /// measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only kept.
+    Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+
+    // Host side.
+
+    /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
+    virtual void shape(qx::shape::Sink&) const {}
+    /// False for classes that are carried along as they are: they have no shape and can't be moved.
+    virtual bool isMeasurable() const { return false; }
+    bool isVisible() const;
+    const qx::db::LayerState& layerState() const { return *layer_; }
+
+    std::unique_ptr<AcDbObject> copied() const override;
+    const qx::db::FieldTable* fieldTable() const override;
+    void* fieldBase() override { return &kept_; }
+    void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
+    const qx::db::EntityProperties& properties() const;
+    /// Points in the extended data, which move along; null for the many entities that have none.
+    qx::db::XDataPoints* xdataPoints() const { return xdata_.get(); }
+    void setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) override;
+
+protected:
+    const qx::db::LayerState* layer_;
+    std::unique_ptr<qx::db::XDataPoints> xdata_;
+
+private:
+    qx::db::EntityProperties kept_; ///< of a class without data of its own
+};
+
+/// An open drawing.
+class QX_HOST_API AcDbDatabase {
+public:
+    explicit AcDbDatabase(qx::db::Drawing& drawing) : drawing_{drawing} {}
+    AcDbDatabase(const AcDbDatabase&) = delete;
+    AcDbDatabase& operator=(const AcDbDatabase&) = delete;
+
+    Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
+    Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode) {
+        return getBlockTable(table, mode);
+    }
+    /// eKeyNotFound when the drawing has no group dictionary.
+    Acad::ErrorStatus getGroupDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode = AcDb::kForRead);
+
+    qx::db::Drawing& drawing() const { return drawing_; }
+
+private:
+    qx::db::Drawing& drawing_;
+};
+
+/// Opens any object. On failure the pointer is null: eNullObjectId; ePermanentlyErased when the drawing was closed;
+/// eWasErased; eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify; eAtMaxReaders with 256 readers;
+/// eLockViolation when the drawing is not locked for the running command; eOnLockedLayer.
+QX_HOST_API Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                                 bool openErased = false);
+/// The same for entities; eNotThatKindOfClass for any other object.
+QX_HOST_API Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
+                                                 bool openErased = false);
+
+/// Opens an object as the class of the pointer; eNotThatKindOfClass, and the object closed again, when it is not.
+template <class T>
+Acad::ErrorStatus acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
+                                 bool openErased = false) {
+    object = nullptr;
+    AcDbObject* any = nullptr;
+    const Acad::ErrorStatus status = acdbOpenAcDbObject(any, id, mode, openErased);
+    if (status != Acad::eOk) return status;
+    if (!any->isKindOf(T::desc())) {
+        any->close();
+        return Acad::eNotThatKindOfClass;
+    }
+    object = static_cast<T*>(any);
+    return Acad::eOk;
+}
+
+/// From the editor's name of an object to its id; eInvalidAdsName for a null or stale name or a selection set's.
+QX_HOST_API Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
+QX_HOST_API Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id);
