@@ -141,10 +141,10 @@ public:
         double height = 0;
         AcGeVector3d normal{0, 0, 1};
         double rotationDegrees = 0, widthFactor = 1, obliqueDegrees = 0;
-        double horizontalMode = 0, verticalMode = 0;
-        double generation = 0;     ///< 2: mirrored in x, 4: mirrored in y
-        double attributeFlags = 0; ///< of an attribute; 1: invisible
-        std::string_view text;     ///< in the drawing's encoding
+        Adesk::Int32 horizontalMode = 0, verticalMode = 0;
+        Adesk::Int32 generation = 0;     ///< 2: mirrored in x, 4: mirrored in y
+        Adesk::Int32 attributeFlags = 0; ///< of an attribute; 1: invisible
+        std::string_view text;           ///< in the drawing's encoding
     };
 
 protected:
@@ -169,7 +169,8 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference)
     static const qx::db::FieldTable& fields();
     void shape(qx::shape::Sink& sink) const override;
-    bool isMeasurable() const override { return true; }
+    /// Not for arrays of insertions.
+    bool isMeasurable() const override;
     bool afterReading(const qx::db::Drawing& drawing) override;
     /// The attributes move along.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
@@ -188,7 +189,7 @@ public:
         AcGePoint3d position; ///< object coordinates
         AcGeVector3d normal{0, 0, 1};
         double xScale = 1, yScale = 1, zScale = 1, rotationDegrees = 0;
-        double columns = 1, rows = 1;
+        Adesk::Int32 columns = 1, rows = 1;
         std::string_view name;
     };
 

@@ -25,7 +25,7 @@ public:
     const std::vector<qx::db::Record*>& members() const { return members_; }
 
     struct Data {
-        double selectable = 1;
+        Adesk::Int32 selectable = 1;
     };
 
 private:

@@ -33,10 +33,8 @@ class Sink;
 namespace qx::db {
 /// The groups that every entity has, as the file's numbers. The first member of each entity's data.
 struct EntityProperties {
-    double colour = 256;
-    double invisible = 0;
-    double paperSpace = 0;
-    std::string_view layer;
+    Adesk::Int32 colour = 256;
+    Adesk::Int32 invisible = 0;
 };
 
 /// What every class with data of its own answers to the store: how to copy it and where its fields are.
@@ -107,6 +105,8 @@ public:
     virtual void* fieldBase() { return nullptr; }
     /// Called once after the fields were read; `false` means that the object can't be used, only kept.
     virtual bool afterReading(const qx::db::Drawing&) { return true; }
+    /// The layer that the file names; asked of entities before afterReading().
+    virtual void setLayerState(const qx::db::LayerState&) {}
     void setRecord(qx::db::Record* record) { record_ = record; }
 
 protected:
@@ -152,7 +152,7 @@ public:
     std::unique_ptr<AcDbObject> copied() const override;
     const qx::db::FieldTable* fieldTable() const override;
     void* fieldBase() override { return &kept_; }
-    bool afterReading(const qx::db::Drawing& drawing) override;
+    void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
     /// Points in the extended data, which move along; null for the many entities that have none.
     std::unique_ptr<qx::db::XDataPoints>& xdataPoints() { return xdata_; }

@@ -33,7 +33,7 @@ public:
         qx::db::EntityProperties entity;
         double elevation = 0;
         AcGeVector3d normal{0, 0, 1};
-        double flags = 0; ///< 1: closed
+        Adesk::Int32 flags = 0; ///< 1: closed
         std::vector<Vertex> vertices;
     };
 

@@ -1,0 +1,127 @@
+// Field tables: which groups of a class are numbers or names that the host works with, and what they mean. One
+// table per class drives reading, writing back and moving; groups that no table names survive untouched.
+//
+// A table speaks of a plain struct (the class's Data): a field is an offset into it. Values stay as the file has
+// them, angles in degrees and points in the frame that the file uses, so that what was not changed is written
+// back as it stood.
+#pragma once
+
+#include "dbmain.h"
+#include "dxf/Tag.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <string_view>
+#include <vector>
+
+namespace qx::db {
+
+enum class Role : std::uint8_t {
+    worldPoint,   ///< three numbers, moves and turns
+    ocsPoint,     ///< three numbers in the object coordinate system of the class's normal
+    normal,       ///< the extrusion direction: turns
+    angleDegrees, ///< counter-clockwise about the normal, from the object coordinate system's x axis
+    plain,        ///< a number that no motion changes
+    integer,      ///< an Adesk::Int32
+    text,         ///< a std::string_view into the file's bytes; never written
+    subclass      ///< no value: the marker before the fields that follow, for objects that are written anew
+};
+
+struct Field {
+    Role role;
+    std::int16_t code;
+    std::uint16_t offset;
+    double fallback = 0;            ///< what a missing group means; of each coordinate for points
+    const char* marker = nullptr;   ///< of a subclass
+    constexpr bool isPoint() const {
+        return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal;
+    }
+};
+
+/// One group of a field: its code, and where its value is.
+struct Slot {
+    enum class Form : std::uint8_t { real, integer, text };
+    std::int16_t code;
+    std::uint16_t offset;
+    Form form;
+    double fallback;
+};
+
+/// Vertices in one object: groups `code` (starts one), `code` + 10, and the bulge.
+struct VertexGroups {
+    std::int16_t code;
+    std::int16_t bulgeCode;
+    std::uint16_t offset;          ///< of the std::vector<AcDbPolyline::Vertex>
+    std::uint16_t elevationOffset; ///< of the plane's height, a double
+    bool holds(int group) const;
+};
+
+struct FieldTable {
+    static constexpr std::uint8_t noSlot = 0xff;
+    static constexpr int codes = 400;
+
+    explicit FieldTable(std::initializer_list<Field> fields, const VertexGroups* vertexGroups = nullptr);
+
+    std::uint8_t slotOf(int code) const {
+        return static_cast<unsigned>(code) < codes ? slotByCode[static_cast<std::size_t>(code)] : noSlot;
+    }
+
+    std::vector<Field> fields;
+    std::vector<Slot> slots;
+    std::array<std::uint8_t, codes> slotByCode;
+    const VertexGroups* vertices = nullptr;
+    const Field* normal = nullptr;
+};
+
+/// The member of type T at that offset.
+template <class T> T& memberAt(void* base, std::size_t offset) {
+    return *reinterpret_cast<T*>(static_cast<char*>(base) + offset);
+}
+
+/// A point or direction in the extended data: 1011 moves and turns, 1012 and 1013 only turn.
+struct XDataPoint {
+    int code;
+    AcGePoint3d value;
+};
+struct XDataPoints {
+    std::vector<XDataPoint> points;
+};
+
+/// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends before
+/// embedded objects and extended data, whose groups mean something else.
+class FieldTags {
+public:
+    explicit FieldTags(std::string_view bytes) : cursor_{bytes.data(), bytes.data() + bytes.size()} {}
+    /// False at the end; the tag is then the one that ended the walk.
+    bool next(dxf::Tag& tag);
+
+private:
+    dxf::TagCursor cursor_;
+    bool inGroup_ = false;
+};
+
+/// What readFields() found besides the fields.
+struct ReadFields {
+    const char* fault = nullptr; ///< the value that is no number; then what was read is not to be used
+    std::string_view layer;
+    bool hasXData = false;
+};
+
+/// Reads the fields of a record's bytes into `base`. Extended data, application groups and embedded objects are
+/// passed over.
+ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base);
+
+/// Points in the extended data of a record's bytes; null when there are none.
+std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
+
+/// True for a rotation, a translation and what they make together, to within 1e-9.
+bool isMotion(const AcGeMatrix3d& matrix);
+
+/// Applies a motion to the fields. Returns false, and changes nothing, when a
+/// coordinate would not be finite or would lie beyond 1e15.
+bool moveFields(const AcGeMatrix3d& motion, const FieldTable& table, void* base);
+bool moveXDataPoints(const AcGeMatrix3d& motion, XDataPoints& data);
+
+} // namespace qx::db

@@ -1,0 +1,189 @@
+// Lines, points, circles, arcs and lightweight polylines: field tables and shapes.
+#include "db/FieldTable.h"
+#include "dbents.h"
+#include "dbpl.h"
+#include "ge/OcsFrame.h"
+#include "shape/Sink.h"
+#include "shape/arcs.h"
+
+#include <cmath>
+#include <numbers>
+
+using qx::db::FieldTable;
+using qx::db::Role;
+using qx::ge::OcsFrame;
+
+ACRX_DEFINE_MEMBERS(AcDbLine, AcDbCurve, L"LINE")
+ACRX_DEFINE_MEMBERS(AcDbPoint, AcDbEntity, L"POINT")
+ACRX_DEFINE_MEMBERS(AcDbCircle, AcDbCurve, L"CIRCLE")
+ACRX_DEFINE_MEMBERS(AcDbArc, AcDbCurve, L"ARC")
+ACRX_DEFINE_MEMBERS(AcDbPolyline, AcDbCurve, L"LWPOLYLINE")
+
+namespace {
+
+constexpr double degree = std::numbers::pi / 180;
+
+double inOneTurn(double radians) {
+    const double rest = std::fmod(radians, 2 * std::numbers::pi);
+    return rest < 0 ? rest + 2 * std::numbers::pi : rest;
+}
+
+} // namespace
+
+// ---- line and point
+
+AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) {
+    data_.start = start;
+    data_.end = end;
+}
+
+const FieldTable& AcDbLine::fields() {
+    static const FieldTable table{{
+        {Role::integer, 60, offsetof(Data, entity.invisible)},
+        {Role::integer, 62, offsetof(Data, entity.colour), 256},
+        {Role::subclass, 100, 0, 0, "AcDbLine"},
+        {Role::worldPoint, 10, offsetof(Data, start)},
+        {Role::worldPoint, 11, offsetof(Data, end)},
+        {Role::normal, 210, offsetof(Data, normal)},
+    }};
+    return table;
+}
+
+void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
+
+const FieldTable& AcDbPoint::fields() {
+    static const FieldTable table{{
+        {Role::integer, 60, offsetof(Data, entity.invisible)},
+        {Role::integer, 62, offsetof(Data, entity.colour), 256},
+        {Role::subclass, 100, 0, 0, "AcDbPoint"},
+        {Role::worldPoint, 10, offsetof(Data, position)},
+        {Role::normal, 210, offsetof(Data, normal)},
+        {Role::angleDegrees, 50, offsetof(Data, angleDegrees)},
+    }};
+    return table;
+}
+
+void AcDbPoint::shape(qx::shape::Sink& sink) const { sink.segment({data_.position, data_.position}); }
+
+// ---- circle and arc
+
+AcDbCircle::AcDbCircle(const AcGePoint3d& centre, const AcGeVector3d& normal, double radius) {
+    data_.centre = OcsFrame{normal}.toOcs(centre);
+    data_.normal = normal;
+    data_.radius = radius;
+}
+
+const FieldTable& AcDbCircle::fields() {
+    static const FieldTable table{{
+        {Role::integer, 60, offsetof(Data, entity.invisible)},
+        {Role::integer, 62, offsetof(Data, entity.colour), 256},
+        {Role::subclass, 100, 0, 0, "AcDbCircle"},
+        {Role::ocsPoint, 10, offsetof(Data, centre)},
+        {Role::plain, 40, offsetof(Data, radius)},
+        {Role::normal, 210, offsetof(Data, normal)},
+    }};
+    return table;
+}
+
+AcGePoint3d AcDbCircle::center() const { return OcsFrame{data_.normal}.toWorld(data_.centre); }
+
+void AcDbCircle::shape(qx::shape::Sink& sink) const {
+    const OcsFrame frame{data_.normal};
+    sink.arc(qx::shape::fullCircle(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius));
+}
+
+AcDbArc::AcDbArc(const AcGePoint3d& centre, double radius, double startAngle, double endAngle)
+    : AcDbArc{centre, AcGeVector3d::kZAxis, radius, startAngle, endAngle} {}
+
+AcDbArc::AcDbArc(const AcGePoint3d& centre, const AcGeVector3d& normal, double radius, double startAngle,
+                 double endAngle) {
+    data_.centre = OcsFrame{normal}.toOcs(centre);
+    data_.normal = normal;
+    data_.radius = radius;
+    data_.startDegrees = inOneTurn(startAngle) / degree;
+    data_.endDegrees = inOneTurn(endAngle) / degree;
+}
+
+const FieldTable& AcDbArc::fields() {
+    static const FieldTable table{{
+        {Role::integer, 60, offsetof(Data, entity.invisible)},
+        {Role::integer, 62, offsetof(Data, entity.colour), 256},
+        {Role::subclass, 100, 0, 0, "AcDbCircle"},
+        {Role::ocsPoint, 10, offsetof(Data, centre)},
+        {Role::plain, 40, offsetof(Data, radius)},
+        {Role::normal, 210, offsetof(Data, normal)},
+        {Role::subclass, 100, 0, 0, "AcDbArc"},
+        {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
+        {Role::angleDegrees, 51, offsetof(Data, endDegrees)},
+    }};
+    return table;
+}
+
+AcGePoint3d AcDbArc::center() const { return OcsFrame{data_.normal}.toWorld(data_.centre); }
+double AcDbArc::startAngle() const { return inOneTurn(data_.startDegrees * degree); }
+double AcDbArc::endAngle() const { return inOneTurn(data_.endDegrees * degree); }
+
+void AcDbArc::shape(qx::shape::Sink& sink) const {
+    const OcsFrame frame{data_.normal};
+    const double start = data_.startDegrees * degree;
+    sink.arc(qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
+                                  qx::shape::sweepBetween(start, data_.endDegrees * degree)));
+}
+
+// ---- lightweight polyline
+
+const FieldTable& AcDbPolyline::fields() {
+    static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices), offsetof(Data, elevation)};
+    static const FieldTable table{{
+                                      {Role::integer, 60, offsetof(Data, entity.invisible)},
+                                      {Role::integer, 62, offsetof(Data, entity.colour), 256},
+                                      {Role::subclass, 100, 0, 0, "AcDbPolyline"},
+                                      {Role::integer, 70, offsetof(Data, flags)},
+                                      {Role::plain, 38, offsetof(Data, elevation)},
+                                      {Role::normal, 210, offsetof(Data, normal)},
+                                  },
+                                  &vertexGroups};
+    return table;
+}
+
+bool AcDbPolyline::isClosed() const { return data_.flags & 1; }
+
+Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint2d& point) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    point = {data_.vertices[index].x, data_.vertices[index].y};
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint3d& point) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    const Vertex& vertex = data_.vertices[index];
+    point = OcsFrame{data_.normal}.toWorld(AcGePoint3d{vertex.x, vertex.y, data_.elevation});
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    bulge = data_.vertices[index].bulge;
+    return Acad::eOk;
+}
+
+// Only the ends of an open polyline may be extended, and only where they are straight.
+void AcDbPolyline::shape(qx::shape::Sink& sink) const {
+    const auto& vertices = data_.vertices;
+    const OcsFrame frame{data_.normal};
+    const auto pointOf = [&](const Vertex& v) { return frame.toWorld(AcGePoint3d{v.x, v.y, data_.elevation}); };
+    if (vertices.empty()) return;
+    if (vertices.size() == 1) return sink.segment({pointOf(vertices[0]), pointOf(vertices[0])});
+
+    const bool closed = isClosed();
+    const std::size_t segments = closed ? vertices.size() : vertices.size() - 1;
+    AcGePoint3d start = pointOf(vertices[0]);
+    for (std::size_t i = 0; i < segments; ++i) {
+        const AcGePoint3d end = pointOf(vertices[i + 1 < vertices.size() ? i + 1 : 0]);
+        if (qx::shape::isStraight(vertices[i].bulge))
+            sink.segment({start, end, !closed && i == 0, !closed && i + 1 == segments});
+        else
+            sink.arc(qx::shape::arcFromBulge(start, end, vertices[i].bulge, frame.z));
+        start = end;
+    }
+}

@@ -1,0 +1,124 @@
+#include "db/FieldTable.h"
+
+#include "dbpl.h"
+#include "dxf/Tag.h"
+
+namespace qx::db {
+
+namespace {
+
+void addSlots(const Field& field, std::vector<Slot>& slots) {
+    using Form = Slot::Form;
+    const auto add = [&](int code, std::size_t offset, Form form) {
+        slots.push_back({static_cast<std::int16_t>(code), static_cast<std::uint16_t>(offset), form, field.fallback});
+    };
+    if (field.role == Role::subclass) return;
+    if (field.role == Role::text) return add(field.code, field.offset, Form::text);
+    if (field.role == Role::integer) return add(field.code, field.offset, Form::integer);
+    add(field.code, field.offset, Form::real);
+    if (!field.isPoint()) return;
+    add(field.code + 10, field.offset + sizeof(double), Form::real);
+    add(field.code + 20, field.offset + 2 * sizeof(double), Form::real);
+    if (field.role == Role::normal) slots.back().fallback = 1;
+}
+
+/// Reads one group into its slot; false when it should be a number and is none.
+bool readSlot(const Slot& slot, std::string_view text, void* base) {
+    if (slot.form == Slot::Form::text) {
+        memberAt<std::string_view>(base, slot.offset) = text;
+        return true;
+    }
+    const auto value = dxf::toReal(text);
+    if (!value) return false;
+    if (slot.form == Slot::Form::real)
+        memberAt<double>(base, slot.offset) = *value;
+    else if (!(*value >= -2147483648.0 && *value <= 2147483647.0))
+        return false;
+    else
+        memberAt<Adesk::Int32>(base, slot.offset) = static_cast<Adesk::Int32>(*value);
+    return true;
+}
+
+/// A vertex group: the first code starts a vertex, the others complete it. False for what is no number.
+bool readVertexGroup(const VertexGroups& groups, const dxf::Tag& tag, void* base) {
+    const auto value = dxf::toReal(tag.value);
+    if (!value) return false;
+    auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base, groups.offset);
+    if (tag.code == groups.code)
+        vertices.push_back({*value, 0, 0});
+    else if (vertices.empty())
+        return true;
+    else if (tag.code == groups.code + 10)
+        vertices.back().y = *value;
+    else
+        vertices.back().bulge = *value;
+    return true;
+}
+
+} // namespace
+
+FieldTable::FieldTable(std::initializer_list<Field> list, const VertexGroups* vertexGroups)
+    : fields{list}, vertices{vertexGroups} {
+    slotByCode.fill(noSlot);
+    for (const Field& field : fields) {
+        addSlots(field, slots);
+        if (field.role == Role::normal) normal = &field;
+    }
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        slotByCode[static_cast<std::size_t>(slots[i].code)] = static_cast<std::uint8_t>(i);
+}
+
+bool VertexGroups::holds(int group) const {
+    return group == code || group == code + 10 || group == bulgeCode;
+}
+
+bool FieldTags::next(dxf::Tag& tag) {
+    while (cursor_.next(tag)) {
+        if (tag.code == 102 && !tag.value.empty()) inGroup_ = dxf::trimmed(tag.value).front() == '{';
+        if (tag.code >= 1000 || tag.code == 101) return false;
+        if (!inGroup_) return true;
+    }
+    return false;
+}
+
+ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base) {
+    ReadFields result;
+    FieldTags tags{bytes};
+    dxf::Tag tag;
+    while (tags.next(tag)) {
+        if (tag.code == 8) result.layer = tag.value;
+        const std::uint8_t slot = table.slotOf(tag.code);
+        bool good = true;
+        if (slot != FieldTable::noSlot)
+            good = readSlot(table.slots[slot], tag.value, base);
+        else if (table.vertices && table.vertices->holds(tag.code))
+            good = readVertexGroup(*table.vertices, tag, base);
+        if (!good) {
+            result.fault = tag.value.data();
+            return result;
+        }
+    }
+    result.hasXData = tag.code >= 1000;
+    return result;
+}
+
+std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes) {
+    auto found = std::make_unique<XDataPoints>();
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag);) {
+        const auto value = tag.code >= 1011 && tag.code <= 1033 ? dxf::toReal(tag.value) : std::nullopt;
+        if (!value) continue;
+        if (tag.code <= 1013)
+            found->points.push_back({tag.code, AcGePoint3d{*value, 0, 0}});
+        else if (found->points.empty())
+            continue;
+        else if (tag.code == found->points.back().code + 10)
+            found->points.back().value.y = *value;
+        else if (tag.code == found->points.back().code + 20)
+            found->points.back().value.z = *value;
+    }
+    if (found->points.empty()) return nullptr;
+    return found;
+}
+
+} // namespace qx::db

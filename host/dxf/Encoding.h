@@ -1,0 +1,36 @@
+// How the text of a drawing is stored: UTF-8 from AC1021 on, the header's code page before. Either may hold
+// \U+XXXX, and \M+nXXXX for a double-byte character of one of five East Asian code pages.
+#pragma once
+
+#include "qxexport.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace qx::os {
+class Converter;
+}
+
+namespace qx::dxf {
+
+class QX_HOST_API Encoding {
+public:
+    /// `version` as in $ACADVER, `codePage` as in $DWGCODEPAGE. Lives until the process ends.
+    static const Encoding& of(std::string_view version, std::string_view codePage);
+    ~Encoding();
+    Encoding(const Encoding&) = delete;
+    Encoding& operator=(const Encoding&) = delete;
+
+    /// Bytes that stand for no character become U+FFFD; this never fails. The bytes are decoded before escapes
+    /// are looked for, since a double-byte character may end in a backslash.
+    std::u32string decode(std::string_view bytes) const;
+    std::string toUtf8(std::string_view bytes) const;
+
+private:
+    explicit Encoding(const std::string& codePage);
+    std::string rawToUtf8(std::string_view bytes) const;
+    std::unique_ptr<const os::Converter> converter_; ///< null: UTF-8
+};
+
+} // namespace qx::dxf

@@ -1,0 +1,32 @@
+// Hands each primitive's image under an affine map to another sink.
+#pragma once
+
+#include "shape/Sink.h"
+
+namespace qx::shape {
+
+class TransformSink final : public Sink {
+public:
+    /// `target` must outlive this sink.
+    TransformSink(Sink& target, const AcGeMatrix3d& matrix) : target_(target), matrix_(matrix) {}
+
+    void segment(const Segment& segment) override {
+        target_.segment(
+            {matrix_ * segment.start, matrix_ * segment.end, segment.extendsAtStart, segment.extendsAtEnd});
+    }
+    void arc(const EllipticArc& arc) override {
+        target_.arc(
+            {matrix_ * arc.centre, matrix_ * arc.u, matrix_ * arc.v, arc.sweep, arc.cosSweep, arc.sinSweep});
+    }
+    void text(const TextRun& run) override {
+        target_.text({matrix_ * run.origin, matrix_ * run.along, matrix_ * run.up, run.extent, run.bytes,
+                      run.encoding});
+    }
+    bool isFull() const override { return target_.isFull(); }
+
+private:
+    Sink& target_;
+    AcGeMatrix3d matrix_;
+};
+
+} // namespace qx::shape

@@ -1,0 +1,23 @@
+// The host's own text metrics: one stroke-like font with fixed advance widths, the same on every machine. All
+// lengths in em, one em being the text height; the origin is the left end of the baseline. Style, width
+// factor and obliquing are the caller's: it scales and shears the result.
+#pragma once
+
+#include "qxexport.h"
+
+#include <string_view>
+
+namespace qx::text {
+
+struct TextExtent {
+    double advance = 0;                                          ///< where the next character would begin
+    double inkLeft = 0, inkRight = 0, inkBottom = 0, inkTop = 0; ///< box of what is drawn
+    bool blank = true; ///< nothing is drawn; the ink box is all zero
+};
+
+/// Measures one line of text as it is shown, special codes already expanded. Controls and marks that combine
+/// with their neighbour take no room; a code point without a glyph of its own is measured as a capital
+/// letter.
+QX_HOST_API TextExtent measure(std::u32string_view shown);
+
+} // namespace qx::text
