@@ -1,46 +1,23 @@
 #include "positionalign/command.h"
 
-#include "kernel/entityAccess.h"
-#include "positionalign/alignment.h"
+#include "positionalign/actions.h"
 #include "positionalign/askSettings.h"
-#include "positionalign/distribution.h"
 
 #include "adslib.h"
+#include "dbmain.h"
 
 namespace qx::positionalign {
 namespace {
-/// A null id when the set has no such object.
-AcDbObjectId idAt(const ads_name selection, int index) {
-    ads_name name{0, 0};
-    AcDbObjectId id;
-    if (acedSSName(selection, index, name) == RTNORM) acdbGetObjectId(id, name);
-    return id;
-}
-
-/// Each object is measured and moved before the next one is looked at. The first one that can't be opened
-/// ends the run: what was moved stays moved, nothing is distributed. All moves of an object start from the
-/// box that it had before the first of them.
-void runOnObjects(const PositionAlignSettings& settings, const ads_name selection, int count,
-                  const AcGePoint3d& base) {
+/// In the order of the set; a null id stands for a member that can't be named.
+AcDbObjectIdArray idsOf(const ads_name selection, int count) {
     AcDbObjectIdArray ids(count);
     for (int i = 0; i < count; ++i) {
-        const AcDbObjectId id = idAt(selection, i);
-        AcDbExtents box;
-        if (kernel::readExtents(id, box) != Acad::eOk) return;
+        ads_name name{0, 0};
+        AcDbObjectId id;
+        if (acedSSName(selection, i, name) == RTNORM) acdbGetObjectId(id, name);
         ids.append(id);
-        for (const AlignmentMove& move : movesOf(settings.action))
-            alignObject(id, box, move, base, settings.offset);
     }
-    if (const auto axis = distributionAxis(settings.action)) distributeObjects(ids, *axis);
-}
-
-/// Each move takes all groups before the next one begins, and measures them anew.
-void runOnGroups(const PositionAlignSettings& settings, const ads_name selection, int count,
-                 const AcGePoint3d& base) {
-    AcDbObjectIdArray ids(count);
-    for (int i = 0; i < count; ++i) ids.append(idAt(selection, i));
-    for (const AlignmentMove& move : movesOf(settings.action)) alignGroups(ids, move, base, settings.offset);
-    if (const auto axis = distributionAxis(settings.action)) distributeGroups(ids, *axis);
+    return ids;
 }
 
 void run(const PositionAlignSettings& settings) {
@@ -49,9 +26,9 @@ void run(const PositionAlignSettings& settings) {
 
     ads_name selection{0, 0};
     if (acedSSGet(nullptr, nullptr, nullptr, nullptr, selection) == RTCAN) return;
-    // Enter gives no point, and there is none that could be meant: it ends the command as Esc does.
-    ads_point point{0, 0, 0};
-    if (settings.asksBasePoint && acedGetPoint(nullptr, L"指定基点:", point) != RTNORM) return;
+    // Enter names no point, and none could be meant: it ends the command as Esc does.
+    ads_point base{0, 0, 0};
+    if (settings.asksBasePoint && acedGetPoint(nullptr, L"指定基点:", base) != RTNORM) return;
 
     Adesk::Int32 count = 0;
     const bool hasSelection = acedSSLength(selection, &count) == RTNORM;
@@ -59,12 +36,10 @@ void run(const PositionAlignSettings& settings) {
         acutPrintf(L"\n没有选中任何对象，未进行对齐处理！");
         return;
     }
-    // Without a selection the objects have nothing to say; the groups still tell that there is none.
-    const AcGePoint3d base{point[0], point[1], point[2]};
-    if (!onObjects)
-        runOnGroups(settings, selection, hasSelection ? count : 0, base);
-    else if (hasSelection)
-        runOnObjects(settings, selection, count, base);
+    // Without a selection there is nothing to say about objects; the groups still answer that there is none.
+    if (!hasSelection && onObjects) return;
+    const AcDbObjectIdArray ids = hasSelection ? idsOf(selection, count) : AcDbObjectIdArray();
+    applyAction(settings, ids, {base[0], base[1], base[2]});
 }
 } // namespace
 

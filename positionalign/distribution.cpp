@@ -79,12 +79,6 @@ private:
 };
 } // namespace
 
-std::optional<Axis> distributionAxis(Action action) {
-    if (action == Action::horizontalDistribution) return Axis::x;
-    if (action == Action::verticalDistribution) return Axis::y;
-    return std::nullopt;
-}
-
 void distributeObjects(const AcDbObjectIdArray& ids, Axis axis) {
     Row row{axis, ids};
     row.reserve(ids.length());

@@ -7,14 +7,8 @@
 #pragma once
 
 #include "positionalign/ItemExtent.h"
-#include "positionalign/PositionAlignSettings.h"
-
-#include <optional>
 
 namespace qx::positionalign {
-
-/// Along which axis the action distributes; nothing for an alignment.
-std::optional<Axis> distributionAxis(Action action);
 
 /// Every object is an item. An id that is listed twice is one item, counted twice.
 void distributeObjects(const AcDbObjectIdArray& ids, Axis axis);
