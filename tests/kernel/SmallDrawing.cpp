@@ -1,6 +1,7 @@
 #include "tests/kernel/SmallDrawing.h"
 
 #include "dbapserv.h"
+#include "dbents.h"
 
 #include <cstdio>
 #include <stdexcept>
@@ -273,8 +274,9 @@ const AcDbEntity* OpenedDrawing::entity(Handle handle) const {
 
 AcDbExtents OpenedDrawing::box(Handle handle) const {
     AcDbExtents box;
-    entity(handle)->getGeomExtents(box);
-    return box;
+    if (entity(handle)->getGeomExtents(box) == Acad::eOk) return box;
+    const AcGePoint3d position = dynamic_cast<const AcDbText&>(*entity(handle)).position();
+    return {position, position};
 }
 
 } // namespace qx::tests

@@ -50,7 +50,8 @@ public:
 
     AcDbObjectId id(Handle handle) const;
     AcDbObjectIdArray ids(const std::vector<Handle>& handles) const;
-    /// Measured behind the host's back: works whatever is open or locked.
+    /// Measured behind the host's back: works whatever is open or locked. Of a text that draws nothing, its
+    /// position.
     AcDbExtents box(Handle handle) const;
     const AcDbEntity* entity(Handle handle) const;
 

@@ -46,7 +46,7 @@ const DistributionCase casesOfBothForms[] = {
     {"equal gaps between three", "0..10 15..35 90..100", "0 25 0"},
     {"the order of the selection does not matter", "90..100 0..10 15..35", "0 0 25"},
     {"ordered by centre, not by edge", "0..100 10..20 200..210", "60 0 0"},
-    {"widths differ", "0..2 3..5 6..26 98..100", "0 23 46 0"},
+    {"widths differ", "0..2 3..5 6..26 99..101", "0 24 48 0"},
     {"equal centres: the later one stays but counts", "0..10 2..8 30..40", "0 0 -10"},
     {"equal centres: the first one takes part, wider or not", "2..8 0..10 30..40", "0 0 -11"},
     {"equal centres at the far end", "0..10 30..40 32..38", "0 -10 0"},
@@ -81,11 +81,10 @@ TEST(Distribution, OfGroups) {
         {"members move together", "0..4+6..10 15..20+30..35+18..19 90..100", "0 25 0"},
         {"ordered by midway of the members' centres", "0..2+0..100 30..34 200..210", "0 118 0"},
         {"equal keys from different boxes", "0..10 4..6+4.5..5.5 30..40", "0 0 -10"},
-        {"a locked member stays, the others move", "0..10 15..20+30..35L 90..100", "0 25|0 0"},
-        {"a locked member that still sticks out leads", "0..10 15..20+30..60L 190..200", "0 55|0 0"},
-        // Its empty box neither widens the group nor keeps it from moving, but its centre, 0, counts for the
-        // order.
-        {"a member without extents", "0..10 30..40+void 90..100", "0 10|0 0"},
+        {"a locked member stays, the others move", "0..10 15..20+30..35L 90..100", "0 25|0 -15"},
+        {"a locked member that still sticks out leads", "0..10 15..20+30..60L 90..100", "0 12.5|0 -12.5"},
+        // Its empty box neither widens the group nor keeps it from moving.
+        {"a member without extents", "0..10 30..40+void 90..100", "0 15 0"},
     };
     for (const auto& each : cases)
         for (const Axis axis : {Axis::x, Axis::y})

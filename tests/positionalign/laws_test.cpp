@@ -1,6 +1,6 @@
 // What holds whatever the drawing: tried on random ones. A failure names the seed.
 #include "positionalign/actions.h"
-#include "positionalign/distribution.h"
+#include "positionalign/alignment.h"
 #include "tests/positionalign/Boxes.h"
 
 #include <gtest/gtest.h>
@@ -76,9 +76,10 @@ std::string named(unsigned seed, Action action, SelectionMode mode) {
            (mode == SelectionMode::objects ? ", objects" : ", groups");
 }
 
-TEST(Laws, TwiceIsOnceWhereTheBasePointLiesOnTheGround) {
+TEST(Laws, AlignedTwiceIsAlignedOnceWhereTheBasePointLiesOnTheGround) {
     for (unsigned seed = 1; seed <= seeds; ++seed)
         forEachAction([&](Action action, SelectionMode mode) {
+            if (movesOf(action).empty()) return;
             RandomDrawing random{seed};
             const AcGePoint3d base{random.real(), random.real(), 0};
             const PositionAlignSettings settings{action, true, random.real(), mode};
@@ -148,6 +149,7 @@ TEST(Laws, DistributionKeepsTheOuterEdgesAndTheOrderAndEqualsTheGaps) {
                     expectedMin += each.max - each.min + gap;
                 }
                 for (const auto& each : row(random, mode, axis)) found.push_back(each.min);
+                // Where there is too little room, items may have passed their neighbours.
                 std::sort(expected.begin(), expected.end());
                 std::sort(found.begin(), found.end());
                 ASSERT_EQ(found.size(), expected.size());
@@ -157,6 +159,10 @@ TEST(Laws, DistributionKeepsTheOuterEdgesAndTheOrderAndEqualsTheGaps) {
                     const auto shift = box.minPoint() - boxesBefore.at(handle).minPoint();
                     EXPECT_EQ(axis == Axis::x ? shift.y : shift.x, 0) << named(seed, action, mode);
                 }
+                if (gap <= 0) continue;
+                applyAction({action, false, 0, mode}, random.ids(), {1, 2, 3});
+                for (const auto& [handle, box] : random.boxes())
+                    EXPECT_LE(difference(box, boxes.at(handle)), tolerance) << named(seed, action, mode);
             }
 }
 
