@@ -3,6 +3,7 @@
 #include "positionalign/actions.h"
 #include "positionalign/askSettings.h"
 
+#include "acutads.h"
 #include "adslib.h"
 #include "dbmain.h"
 

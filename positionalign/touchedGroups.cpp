@@ -2,7 +2,7 @@
 
 #include "kernel/groupLookup.h"
 
-#include "adslib.h"
+#include "acutads.h"
 
 namespace qx::positionalign {
 
