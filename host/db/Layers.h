@@ -17,7 +17,8 @@ namespace qx::db {
 
 /// State of a layer, at a stable address.
 struct LayerState {
-    std::string name; ///< UTF-8
+    std::string name;  ///< UTF-8
+    std::string bytes; ///< the name as the file has it
     Record* record = nullptr;
     int colour = 7;
     bool off = false, frozen = false, locked = false;

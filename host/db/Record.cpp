@@ -9,7 +9,7 @@ struct RecordChain::Chunk {
     static constexpr std::size_t bytes = std::size_t{1} << 16;
     static constexpr std::size_t capacity = (bytes - 4 * sizeof(void*)) / sizeof(Record);
 
-    Drawing* drawing;
+    Drawing* drawing = nullptr;
     Chunk* next = nullptr;
     std::size_t used = 0;
     Record records[capacity];
@@ -27,7 +27,8 @@ RecordChain::~RecordChain() {
 Record* RecordChain::append() {
     if (!tail_ || tail_->used == Chunk::capacity) {
         void* memory = ::operator new(Chunk::bytes, std::align_val_t{Chunk::bytes});
-        Chunk* fresh = new (memory) Chunk{&drawing_};
+        Chunk* fresh = new (memory) Chunk{};
+        fresh->drawing = &drawing_;
         (tail_ ? tail_->next : head_) = fresh;
         tail_ = fresh;
     }

@@ -54,8 +54,7 @@ struct Record {
         changed = 8,       ///< the live object may differ from the file
         recorded = 16,     ///< the running undo step knows the state before it
         isNew = 32,        ///< made in this session; has no span
-        unusable = 64,     ///< its fields could not be read; kept as it is
-        inPaperSpace = 128
+        unusable = 64      ///< its fields could not be read; kept as it is
     };
     static constexpr std::uint16_t maxReaders = 256;
 
