@@ -1,0 +1,19 @@
+// What a program wants to know about its surroundings.
+#pragma once
+
+#include "qxexport.h"
+
+#include <string>
+
+namespace qx::os {
+
+enum class StandardStream { input, output, error };
+
+/// Whether a person sits at the other end.
+QX_HOST_API bool isTerminal(StandardStream stream);
+
+/// The folder of the running executable, UTF-8, without a separator at the end; "." when the system won't
+/// say.
+QX_HOST_API std::string programFolder();
+
+} // namespace qx::os

@@ -1,0 +1,16 @@
+#include "terminal.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace qx::os {
+
+bool isTerminal(StandardStream stream) { return ::isatty(static_cast<int>(stream)) == 1; }
+
+std::string programFolder() {
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? "." : program.parent_path().string();
+}
+
+} // namespace qx::os
