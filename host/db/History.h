@@ -4,6 +4,7 @@
 #pragma once
 
 #include "db/Record.h"
+#include "dbmain.h"
 
 #include <cstddef>
 #include <memory>
@@ -14,12 +15,23 @@ namespace qx::db {
 
 class QX_HOST_API History {
 public:
+    /// What an object was before a step.
+    struct State {
+        Record* record;
+        std::unique_ptr<AcDbObject> live; ///< null: as in the file, or not yet made
+        std::uint8_t flags;
+    };
+
+    History() = default;
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+
     /// Opens a step; changes until end() belong to it. Steps don't nest.
     void begin(std::string name);
     /// Closes the step; false when nothing was changed, and then there is no step.
     bool end();
     bool isRecording() const { return recording_; }
-    /// Takes back the open step and closes it, leaving nothing to redo.
+    /// Takes back the open step and closes it, leaving nothing of it to redo.
     void rollBack();
 
     /// Takes back the last step, or does the next one again; the step's name, empty when there is none.
@@ -27,10 +39,10 @@ public:
     std::string redo();
     std::size_t stepsDone() const { return done_.size(); }
 
-    /// The records that the last finished step changed, in the order of their first change.
-    std::vector<Record*> lastChanged() const;
-    /// The same for the open step.
-    std::vector<Record*> changedNow() const;
+    /// What the last finished step changed, in the order of the first change of each object.
+    std::vector<const State*> lastStates() const;
+    /// How many objects the open step has changed so far.
+    std::size_t changesSoFar() const { return open_.states.size(); }
 
     /// Keeps the record's state before its first change of the step. Without an open step nothing is kept.
     void record(Record* record);
@@ -38,11 +50,6 @@ public:
     void recordNew(Record* record);
 
 private:
-    struct State {
-        Record* record;
-        std::unique_ptr<AcDbObject> live; ///< null: as in the file, or not there
-        std::uint8_t flags;
-    };
     struct Step {
         std::string name;
         std::vector<State> states;

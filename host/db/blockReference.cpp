@@ -40,11 +40,15 @@ const FieldTable& AcDbBlockReference::fields() {
 }
 
 bool AcDbBlockReference::afterReading(const Drawing& drawing) {
-    definition_ = AcDbObjectId{drawing.findBlock(data_.name)};
+    definition_ = drawing.blocks().named(data_.name);
     return true;
 }
 
 bool AcDbBlockReference::isMeasurable() const { return data_.columns <= 1 && data_.rows <= 1; }
+
+AcDbObjectId AcDbBlockReference::blockTableRecord() const {
+    return AcDbObjectId{definition_ ? definition_->record : nullptr};
+}
 
 AcGePoint3d AcDbBlockReference::position() const { return OcsFrame{data_.normal}.toWorld(data_.position); }
 
@@ -60,8 +64,7 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const {
     const AcGeVector3d x = frame.toWorld(AcGeVector3d{c, s, 0}) * data_.xScale;
     const AcGeVector3d y = frame.toWorld(AcGeVector3d{-s, c, 0}) * data_.yScale;
     const AcGeVector3d z = frame.z * data_.zScale;
-    AcGePoint3d base;
-    if (const auto* definition = qx::db::definitionOf(definition_.record())) base = definition->basePoint;
+    const AcGePoint3d base = definition_ ? definition_->basePoint : AcGePoint3d{};
     const AcGePoint3d origin = frame.toWorld(data_.position) - (x * base.x + y * base.y + z * base.z);
     return AcGeMatrix3d{}.setCoordSystem(origin, x, y, z);
 }
@@ -70,9 +73,9 @@ void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
     const Record* self = objectId().record();
     const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
     if (!drawing) return;
-    if (definition_.record()) {
+    if (definition_) {
         qx::shape::TransformSink transformed{sink, blockTransform()};
-        drawing->blocks().shape(definition_.record(), transformed);
+        drawing->blocks().shape(*definition_, transformed);
     }
     drawing->forEachOwned(self, [&](Record* attribute) {
         const AcDbEntity* entity = drawing->liveEntity(attribute);

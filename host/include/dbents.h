@@ -182,7 +182,7 @@ public:
     /// From the definition's coordinates to world coordinates.
     AcGeMatrix3d blockTransform() const;
     /// Null when the drawing has no such block.
-    AcDbObjectId blockTableRecord() const { return definition_; }
+    AcDbObjectId blockTableRecord() const;
 
     struct Data {
         qx::db::EntityProperties entity;
@@ -196,7 +196,7 @@ public:
 private:
     template <class, class> friend class qx::db::Described;
     Data data_;
-    AcDbObjectId definition_;
+    qx::db::BlockDefinition* definition_ = nullptr;
 };
 
 /// Polylines whose vertices are objects of their own. They are carried along as they are.

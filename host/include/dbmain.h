@@ -21,6 +21,7 @@ class AcDbObject;
 class AcDbDictionary;
 class AcDbSymbolTable;
 namespace qx::db {
+struct BlockDefinition;
 class Drawing;
 struct FieldTable;
 struct LayerState;

@@ -6,7 +6,7 @@
 #include "gemat3d.h"
 #include "gepnt3d.h"
 #include "qxexport.h"
-#include "text/TextExtent.h"
+#include "text/measure.h"
 
 #include <array>
 #include <numbers>

@@ -1,4 +1,4 @@
-#include "text/TextExtent.h"
+#include "text/measure.h"
 
 #include <algorithm>
 #include <array>

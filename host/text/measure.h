@@ -4,16 +4,11 @@
 #pragma once
 
 #include "qxexport.h"
+#include "qxtextextent.h"
 
 #include <string_view>
 
 namespace qx::text {
-
-struct TextExtent {
-    double advance = 0;                                          ///< where the next character would begin
-    double inkLeft = 0, inkRight = 0, inkBottom = 0, inkTop = 0; ///< box of what is drawn
-    bool blank = true; ///< nothing is drawn; the ink box is all zero
-};
 
 /// Measures one line of text as it is shown, special codes already expanded. Controls and marks that combine
 /// with their neighbour take no room; a code point without a glyph of its own is measured as a capital

@@ -1,0 +1,122 @@
+#include "db/Blocks.h"
+
+#include "db/Drawing.h"
+#include "db/Layers.h"
+#include "dxf/Tag.h"
+#include "shape/ExtentsSink.h"
+
+#include <array>
+#include <utility>
+
+namespace qx::db {
+
+namespace {
+
+// Enough for any block a person draws; a reference beyond that is drawn as a box.
+constexpr std::size_t drawingBudget = 1'000'000;
+constexpr std::size_t deepestNesting = 64;
+
+void drawBox(const shape::Box& box, shape::Sink& sink) {
+    if (box.isEmpty()) return;
+    const double z = box.min.z;
+    const std::array corners{AcGePoint3d{box.min.x, box.min.y, z}, AcGePoint3d{box.max.x, box.min.y, z},
+                             AcGePoint3d{box.max.x, box.max.y, z}, AcGePoint3d{box.min.x, box.max.y, z}};
+    for (std::size_t i = 0; i < corners.size(); ++i) sink.segment({corners[i], corners[(i + 1) % corners.size()]});
+    if (box.max.z > z) sink.segment({corners[0], box.max});
+}
+
+std::string_view nameIn(std::string_view bytes) {
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;)
+        if (tag.code == 2) return tag.value;
+    return {};
+}
+
+AcGePoint3d basePointIn(std::string_view bytes) {
+    AcGePoint3d point;
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;) {
+        const auto value = tag.code == 10 || tag.code == 20 || tag.code == 30 ? dxf::toReal(tag.value) : std::nullopt;
+        if (value) (tag.code == 10 ? point.x : tag.code == 20 ? point.y : point.z) = *value;
+    }
+    return point;
+}
+
+} // namespace
+
+void Blocks::addRecord(Record* record, std::string_view bytes) {
+    BlockDefinition& definition = definitions_.emplace_back();
+    definition.name = drawing_.encoding().toUtf8(nameIn(bytes));
+    definition.record = record;
+    byRecord_[record] = &definition;
+    byFoldedName_.try_emplace(foldedName(definition.name), &definition);
+}
+
+void Blocks::addBegin(Record* record, std::string_view bytes) {
+    beingRead_ = named(nameIn(bytes));
+    if (!beingRead_ || beingRead_->begin) {
+        beingRead_ = nullptr;
+        return;
+    }
+    beingRead_->begin = record;
+    beingRead_->basePoint = basePointIn(bytes);
+}
+
+void Blocks::addEnd(Record* record) {
+    if (beingRead_) beingRead_->end = record;
+    beingRead_ = nullptr;
+}
+
+BlockDefinition* Blocks::of(const Record* blockRecord) const {
+    const auto found = byRecord_.find(blockRecord);
+    return found == byRecord_.end() ? nullptr : found->second;
+}
+
+BlockDefinition* Blocks::namedUtf8(std::string_view name) const {
+    const auto found = byFoldedName_.find(foldedName(name));
+    return found == byFoldedName_.end() ? nullptr : found->second;
+}
+
+BlockDefinition* Blocks::named(std::string_view bytes) const { return namedUtf8(drawing_.encoding().toUtf8(bytes)); }
+
+void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
+    if (definition.isBeingDrawn) {
+        drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" contains itself");
+        return;
+    }
+    if (depth_ >= deepestNesting) {
+        drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" is nested too deeply to be drawn");
+        return;
+    }
+    if (depth_ == 0) drawn_ = 0;
+    if (isMeasuring_ || drawn_ >= drawingBudget) return drawBox(boxOf(definition), sink);
+    walk(definition, sink);
+}
+
+void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
+    definition.isBeingDrawn = true;
+    ++depth_;
+    drawing_.forEachInBlock(definition.record, [&](Record* each) {
+        if (sink.isFull() || each->has(Record::erased)) return;
+        ++drawn_;
+        const AcDbEntity* entity = drawing_.liveEntity(each);
+        if (entity && entity->isVisible()) entity->shape(sink);
+    });
+    --depth_;
+    definition.isBeingDrawn = false;
+}
+
+// Reached only when a drawing is far beyond the ordinary. Each definition is measured once, from the boxes of those
+// that it refers to.
+const shape::Box& Blocks::boxOf(BlockDefinition& definition) {
+    if (definition.boxVersion == version_) return definition.box;
+    drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" is too large to be drawn in full");
+    const bool wasMeasuring = std::exchange(isMeasuring_, true);
+    shape::ExtentsSink extents;
+    walk(definition, extents);
+    isMeasuring_ = wasMeasuring;
+    definition.boxVersion = version_;
+    return definition.box = extents.box();
+}
+
+} // namespace qx::db

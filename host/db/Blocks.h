@@ -1,0 +1,68 @@
+// Block definitions: what a block is made of, and what it looks like. A definition that contains itself is drawn
+// without the inner copy, and a reference that would be drawn as too many primitives as a box; both are noted as
+// findings.
+#pragma once
+
+#include "db/Record.h"
+#include "gepnt3d.h"
+#include "shape/Sink.h"
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace qx::db {
+
+struct BlockDefinition {
+    std::string name;          ///< UTF-8
+    Record* record = nullptr;  ///< in the table of block records
+    Record* begin = nullptr;   ///< its BLOCK, null when the file has none
+    Record* end = nullptr;     ///< its ENDBLK
+    AcGePoint3d basePoint;     ///< what comes to a reference's insertion point
+    std::vector<Record*> made; ///< entities that were added in this session
+
+    // Kept while shapes are walked.
+    bool isBeingDrawn = false;
+    std::size_t boxVersion = 0; ///< of the definitions when the box was measured; 0: never
+    shape::Box box;
+};
+
+class Blocks {
+public:
+    explicit Blocks(const Drawing& drawing) : drawing_{drawing} {}
+
+    /// Takes in a record of the table of block records, or a BLOCK (which completes the former).
+    void addRecord(Record* record, std::string_view bytes);
+    void addBegin(Record* record, std::string_view bytes);
+    void addEnd(Record* record);
+
+    BlockDefinition* of(const Record* blockRecord) const;
+    /// By name, as the file spells it or in UTF-8; null when there is none.
+    BlockDefinition* named(std::string_view bytes) const;
+    BlockDefinition* namedUtf8(std::string_view name) const;
+    std::deque<BlockDefinition>& all() { return definitions_; }
+
+    /// What the definition looks like, in its own coordinates.
+    void shape(BlockDefinition& definition, shape::Sink& sink);
+    /// An entity inside a definition changes: measured boxes are out of date.
+    void touch() { ++version_; }
+
+private:
+    const shape::Box& boxOf(BlockDefinition& definition);
+    void walk(BlockDefinition& definition, shape::Sink& sink);
+
+    const Drawing& drawing_;
+    std::deque<BlockDefinition> definitions_;
+    std::unordered_map<const Record*, BlockDefinition*> byRecord_;
+    std::unordered_map<std::string, BlockDefinition*> byFoldedName_;
+    BlockDefinition* beingRead_ = nullptr;
+    std::size_t version_ = 1;
+    std::size_t depth_ = 0;
+    std::size_t drawn_ = 0; ///< entities handed over in the running walk
+    bool isMeasuring_ = false;
+};
+
+} // namespace qx::db

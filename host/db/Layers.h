@@ -1,0 +1,53 @@
+// The layers of a drawing, by name and with their state. Names compare without regard to the case of ASCII
+// letters.
+#pragma once
+
+#include "db/Record.h"
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace qx::dxf {
+class Encoding;
+}
+
+namespace qx::db {
+
+/// State of a layer, at a stable address.
+struct LayerState {
+    std::string name; ///< UTF-8
+    Record* record = nullptr;
+    int colour = 7;
+    bool off = false, frozen = false, locked = false;
+    bool isVisible() const { return !off && !frozen; }
+};
+
+class Layers {
+public:
+    explicit Layers(const dxf::Encoding& encoding) : encoding_{encoding} {}
+    /// Takes in a record of the layer table, with its bytes.
+    void add(Record* record, std::string_view bytes);
+    /// By the name as an entity's bytes have it. A name that the table does not know gives a visible, unlocked
+    /// layer of that name.
+    const LayerState& named(std::string_view bytes) const;
+    const std::deque<LayerState>& all() const { return states_; }
+    /// Null for a record that is no layer.
+    const LayerState* of(const Record* record) const;
+
+private:
+    LayerState& stateFor(std::string_view bytes) const;
+
+    const dxf::Encoding& encoding_;
+    mutable std::deque<LayerState> states_;
+    mutable std::unordered_map<std::string, LayerState*> byFoldedName_;
+    mutable std::unordered_map<std::string, const LayerState*> byBytes_; ///< as entities spell it
+    mutable std::string lastBytes_;
+    mutable const LayerState* last_ = nullptr;
+};
+
+/// ASCII letters in lower case; other characters stay.
+std::string foldedName(std::string_view utf8);
+
+} // namespace qx::db

@@ -1,0 +1,79 @@
+#include "db/classes.h"
+
+#include "dbdict.h"
+#include "dbelipse.h"
+#include "dbents.h"
+#include "dbgroup.h"
+#include "dbmtext.h"
+#include "dbpl.h"
+#include "dbsymtb.h"
+
+#include <algorithm>
+#include <array>
+
+namespace qx::db {
+
+namespace {
+
+/// Whatever has no class of its own here.
+class KeptObject final : public AcDbObject {};
+
+template <class T> std::unique_ptr<AcDbObject> make() { return std::make_unique<T>(); }
+
+struct ClassEntry {
+    std::string_view name;
+    Kind kind;
+    std::unique_ptr<AcDbObject> (*make)();
+    bool isMainEntity = false;
+};
+
+// Sorted by name for the search.
+constexpr std::array classes{
+    ClassEntry{"ARC", Kind::arc, make<AcDbArc>, true},
+    ClassEntry{"ATTRIB", Kind::attribute, make<AcDbAttribute>},
+    ClassEntry{"BLOCK", Kind::block, make<KeptObject>},
+    ClassEntry{"BLOCK_RECORD", Kind::blockRecord, make<AcDbBlockTableRecord>},
+    ClassEntry{"CIRCLE", Kind::circle, make<AcDbCircle>, true},
+    ClassEntry{"DICTIONARY", Kind::dictionary, make<AcDbDictionary>},
+    ClassEntry{"ELLIPSE", Kind::ellipse, make<AcDbEllipse>, true},
+    ClassEntry{"ENDBLK", Kind::endBlock, make<KeptObject>},
+    ClassEntry{"ENDSEC", Kind::endSection, make<KeptObject>},
+    ClassEntry{"ENDTAB", Kind::endTable, make<KeptObject>},
+    ClassEntry{"EOF", Kind::endOfFile, make<KeptObject>},
+    ClassEntry{"GROUP", Kind::group, make<AcDbGroup>},
+    ClassEntry{"INSERT", Kind::insert, make<AcDbBlockReference>, true},
+    ClassEntry{"LAYER", Kind::layer, make<AcDbLayerTableRecord>},
+    ClassEntry{"LINE", Kind::line, make<AcDbLine>, true},
+    ClassEntry{"LWPOLYLINE", Kind::lwPolyline, make<AcDbPolyline>, true},
+    ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>, true},
+    ClassEntry{"POINT", Kind::point, make<AcDbPoint>, true},
+    ClassEntry{"POLYLINE", Kind::polyline, make<AcDb2dPolyline>, true},
+    ClassEntry{"SECTION", Kind::section, make<KeptObject>},
+    ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
+    ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
+    ClassEntry{"TEXT", Kind::text, make<AcDbText>, true},
+    ClassEntry{"VERTEX", Kind::vertex, make<KeptObject>},
+};
+static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
+
+} // namespace
+
+Kind kindOf(std::string_view name, bool amongEntities) {
+    const auto found = std::ranges::lower_bound(classes, name, {}, &ClassEntry::name);
+    if (found != classes.end() && found->name == name) return found->kind;
+    return amongEntities ? Kind::otherEntity : Kind::otherObject;
+}
+
+std::unique_ptr<AcDbObject> newObject(Kind kind) {
+    if (kind == Kind::otherEntity) return make<AcDbEntity>();
+    const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
+    return found == classes.end() ? make<KeptObject>() : found->make();
+}
+
+bool isMainEntity(Kind kind) {
+    if (kind == Kind::otherEntity) return true;
+    const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
+    return found != classes.end() && found->isMainEntity;
+}
+
+} // namespace qx::db
