@@ -249,11 +249,21 @@ std::string SmallDrawing::bytes() const {
     return bytes + groupObjects_ + tail;
 }
 
-OpenedDrawing::OpenedDrawing(const SmallDrawing& drawing) {
-    const std::string bytes = drawing.bytes();
-    db::Drawing::ReadResult result = db::Drawing::fromBytes(bytes, "test.dxf");
-    if (!result.drawing) throw std::runtime_error{result.error};
-    drawing_ = std::move(result.drawing);
+std::unique_ptr<db::Drawing> read(const SmallDrawing& content) {
+    auto drawing = db::Drawing::fromBytes(content.bytes(), "test.dxf");
+    if (!drawing) throw std::runtime_error{drawing.error()};
+    return std::move(*drawing);
+}
+
+AcDbExtents boxOf(const db::Drawing& drawing, Handle handle) {
+    const AcDbEntity* entity = drawing.liveEntity(drawing.find(handle));
+    AcDbExtents box;
+    if (entity->getGeomExtents(box) == Acad::eOk) return box;
+    const AcGePoint3d position = dynamic_cast<const AcDbText&>(*entity).position();
+    return {position, position};
+}
+
+OpenedDrawing::OpenedDrawing(const SmallDrawing& content) : drawing_{read(content)} {
     drawing_->setLocked(true);
     acdbHostApplicationServices()->setWorkingDatabase(&drawing_->database());
 }
@@ -266,17 +276,6 @@ AcDbObjectIdArray OpenedDrawing::ids(const std::vector<Handle>& handles) const {
     AcDbObjectIdArray list;
     for (const Handle each : handles) list.append(id(each));
     return list;
-}
-
-const AcDbEntity* OpenedDrawing::entity(Handle handle) const {
-    return drawing_->liveEntity(drawing_->find(handle));
-}
-
-AcDbExtents OpenedDrawing::box(Handle handle) const {
-    AcDbExtents box;
-    if (entity(handle)->getGeomExtents(box) == Acad::eOk) return box;
-    const AcGePoint3d position = dynamic_cast<const AcDbText&>(*entity(handle)).position();
-    return {position, position};
 }
 
 } // namespace qx::tests

@@ -39,10 +39,17 @@ private:
     Handle next_ = 0x100;
 };
 
+/// Throws when it can't be read.
+std::unique_ptr<db::Drawing> read(const SmallDrawing& content);
+
+/// Measured behind the host's back: works whatever is open or locked. Of a text that draws nothing, its
+/// position.
+AcDbExtents boxOf(const db::Drawing& drawing, Handle handle);
+
 /// The drawing, read, made the working database and locked as for a running command.
 class OpenedDrawing {
 public:
-    explicit OpenedDrawing(const SmallDrawing& drawing);
+    explicit OpenedDrawing(const SmallDrawing& content);
     ~OpenedDrawing();
 
     db::Drawing& operator*() const { return *drawing_; }
@@ -50,10 +57,6 @@ public:
 
     AcDbObjectId id(Handle handle) const;
     AcDbObjectIdArray ids(const std::vector<Handle>& handles) const;
-    /// Measured behind the host's back: works whatever is open or locked. Of a text that draws nothing, its
-    /// position.
-    AcDbExtents box(Handle handle) const;
-    const AcDbEntity* entity(Handle handle) const;
 
 private:
     std::unique_ptr<db::Drawing> drawing_;

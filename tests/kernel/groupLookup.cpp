@@ -1,6 +1,6 @@
+#include "kernel/groupLookup.h"
 #include "dbgroup.h"
 #include "dbobjptr.h"
-#include "kernel/groupLookup.h"
 #include "tests/kernel/SmallDrawing.h"
 
 #include <gtest/gtest.h>
@@ -65,9 +65,9 @@ TEST_F(GroupLookup, AGroupThatIsOpenElsewhereIsLeftOut) {
 TEST_F(GroupLookup, AnyOpeningMayFail) {
     for (int k = 0;; ++k) {
         int calls = 0;
-        drawing_->fault = [&](db::Drawing::Action, const db::Record*) {
+        drawing_->setFault([&](db::Drawing::Action, const db::Record*) {
             return calls++ == k ? Acad::eWasOpenForWrite : Acad::eOk;
-        };
+        });
         const auto found = handles(groupsContaining(drawing_.ids({a_, c_})));
         EXPECT_EQ(drawing_->openCount(), 0u) << "opening " << k;
         const std::vector all{alpha_, mike_, zulu_};

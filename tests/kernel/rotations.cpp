@@ -1,7 +1,7 @@
+#include "kernel/rotations.h"
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "kernel/midpoint.h"
-#include "kernel/rotations.h"
 #include "tests/kernel/SmallDrawing.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ class Rotations : public testing::Test {
 protected:
     /// Ends of the line, to six decimals: the quarter turn is a truncated number.
     std::string ends(Handle handle) const {
-        const auto* line = static_cast<const AcDbLine*>(drawing_.entity(handle));
+        const auto* line = static_cast<const AcDbLine*>(drawing_->liveEntity(drawing_->find(handle)));
         const auto [a, b] = std::pair{line->startPoint(), line->endPoint()};
         char text[120];
         std::snprintf(text, sizeof text, "%.6g,%.6g,%.6g %.6g,%.6g,%.6g", rounded(a.x), rounded(a.y),
@@ -58,9 +58,9 @@ TEST_F(Rotations, AnErasedEntityIsNotOpened) {
 }
 
 TEST_F(Rotations, ARefusedTransformationIsReportedAndTheEntityClosed) {
-    drawing_->fault = [](db::Drawing::Action action, const db::Record*) {
+    drawing_->setFault([](db::Drawing::Action action, const db::Record*) {
         return action == db::Drawing::Action::transform ? Acad::eNotApplicable : Acad::eOk;
-    };
+    });
     EXPECT_EQ(rotateEntity(drawing_.id(a_), {}, quarter), Acad::eNotApplicable);
     EXPECT_EQ(drawing_->openCount(), 0u);
 }

@@ -56,11 +56,11 @@ std::vector<Item> drawRow(SmallDrawing& drawing, const std::string& row, Axis ax
     return items;
 }
 
-Positions::Positions(const OpenedDrawing& drawing, const std::vector<Item>& items)
+Positions::Positions(const db::Drawing& drawing, const std::vector<Item>& items)
     : drawing_{drawing}, items_{items} {
     for (const Item& item : items) {
         before_.emplace_back();
-        for (const Handle member : item) before_.back().push_back(drawing.box(member));
+        for (const Handle member : item) before_.back().push_back(boxOf(drawing, member));
     }
 }
 
@@ -69,7 +69,7 @@ std::string Positions::joined(std::string (*text)(const AcGeVector3d&, Axis), Ax
     for (std::size_t i = 0; i < items_.size(); ++i) {
         std::string item;
         for (std::size_t m = 0; m < items_[i].size(); ++m) {
-            const AcDbExtents &was = before_[i][m], is = drawing_.box(items_[i][m]);
+            const AcDbExtents &was = before_[i][m], is = boxOf(drawing_, items_[i][m]);
             const std::string shift = isMovedOnly(was, is) ? text(is.minPoint() - was.minPoint(), axis) : "?";
             if (m == 0)
                 item = shift;

@@ -16,7 +16,7 @@ std::vector<Item> drawRow(SmallDrawing& drawing, const std::string& row, positio
 /// Where the things are, to be compared with where they are later.
 class Positions {
 public:
-    Positions(const OpenedDrawing& drawing, const std::vector<Item>& items);
+    Positions(const db::Drawing& drawing, const std::vector<Item>& items);
 
     /// Per item how far it has moved along the axis, such as "0 25 0"; members that moved differently stand
     /// apart by
@@ -29,7 +29,7 @@ private:
     std::string joined(std::string (*text)(const AcGeVector3d&, positionalign::Axis),
                        positionalign::Axis axis) const;
 
-    const OpenedDrawing& drawing_;
+    const db::Drawing& drawing_;
     std::vector<Item> items_;
     std::vector<std::vector<AcDbExtents>> before_;
 };

@@ -38,7 +38,7 @@ TEST(Alignment, OfObjects) {
     for (const auto& each : cases) {
         const Scene scene;
         const OpenedDrawing drawing{scene.content};
-        const Positions before{drawing, scene.items};
+        const Positions before{*drawing, scene.items};
         applyAction({each.action, true, each.offset, SelectionMode::objects},
                     drawing.ids({scene.d, scene.a, scene.c, scene.b}), base);
         EXPECT_EQ(before.shifts(), each.shifts) << each.name;
@@ -64,7 +64,7 @@ TEST(Alignment, OfGroups) {
     for (const auto& each : cases) {
         const Scene scene;
         const OpenedDrawing drawing{scene.content};
-        const Positions before{drawing, scene.items};
+        const Positions before{*drawing, scene.items};
         applyAction({each.action, true, each.offset, SelectionMode::groups},
                     drawing.ids({scene.d, scene.c, scene.b}), base);
         EXPECT_EQ(before.shifts(), each.shifts) << each.name;
@@ -105,7 +105,7 @@ TEST(Alignment, LockedAndEmptyMembers) {
                 all.insert(all.end(), item.begin(), item.end());
             }
             const OpenedDrawing drawing{content};
-            const Positions before{drawing, items};
+            const Positions before{*drawing, items};
             applyAction({Action::left, true, 0, mode}, drawing.ids(all), {0, 0, 0});
             EXPECT_EQ(before.shiftsAlong(Axis::x),
                       mode == SelectionMode::objects ? each.asObjects : each.asGroups)
@@ -120,7 +120,7 @@ TEST(Alignment, AMemberOfTwoGroupsMovesWithEach) {
     content.group("A", {items[0][0], items[1][0]});
     content.group("EMPTY", {});
     const OpenedDrawing drawing{content};
-    const Positions before{drawing, items};
+    const Positions before{*drawing, items};
     applyAction({Action::left, true, 0, SelectionMode::groups}, drawing.ids({items[1][0]}), {0, 0, 0});
     // A goes first, by -10; by then B begins at 20.
     EXPECT_EQ(before.shiftsAlong(Axis::x), "-10 -30 -20");
@@ -139,11 +139,11 @@ TEST(Alignment, EndsAtTheFirstObjectThatCannotBeOpened) {
         SmallDrawing content;
         const std::vector<Item> items = drawRow(content, "10..20 30..40 50..60 70..75 190..200", Axis::x);
         const OpenedDrawing drawing{content};
-        const Positions before{drawing, items};
+        const Positions before{*drawing, items};
         const db::Record* third = drawing->find(items[2][0]);
-        drawing->fault = [&](db::Drawing::Action, const db::Record* record) {
+        drawing->setFault([&](db::Drawing::Action, const db::Record* record) {
             return record == third ? Acad::eWasOpenForWrite : Acad::eOk;
-        };
+        });
         AcDbObjectIdArray ids;
         for (const Item& item : items) ids.append(drawing.id(item[0]));
         applyAction({each.action, true, 0, SelectionMode::objects}, ids, {0, 0, 0});
@@ -154,7 +154,7 @@ TEST(Alignment, EndsAtTheFirstObjectThatCannotBeOpened) {
 TEST(Alignment, ANullIdEndsItToo) {
     const Scene scene;
     const OpenedDrawing drawing{scene.content};
-    const Positions before{drawing, scene.items};
+    const Positions before{*drawing, scene.items};
     AcDbObjectIdArray ids = drawing.ids({scene.a});
     ids.append(AcDbObjectId::kNull);
     ids.append(drawing.id(scene.b));

@@ -23,7 +23,7 @@ std::string distributedAsGroups(const DistributionCase& each, Axis axis) {
         selected.push_back(items[i].back());
     }
     const OpenedDrawing drawing{content};
-    const Positions before{drawing, items};
+    const Positions before{*drawing, items};
     distributeGroups(drawing.ids(selected), axis);
     EXPECT_EQ(drawing->openCount(), 0u) << each.name;
     return before.shiftsAlong(axis);
@@ -35,7 +35,7 @@ std::string distributedAsObjects(const DistributionCase& each, Axis axis) {
     Item selected;
     for (const Item& item : items) selected.push_back(item.front());
     const OpenedDrawing drawing{content};
-    const Positions before{drawing, items};
+    const Positions before{*drawing, items};
     distributeObjects(drawing.ids(selected), axis);
     EXPECT_EQ(drawing->openCount(), 0u) << each.name;
     return before.shiftsAlong(axis);
@@ -100,7 +100,7 @@ TEST(Distribution, AMemberOfTwoGroupsIsMeasuredWhereItIsByThen) {
     content.group("C", {second, shared});
     content.group("D", items[3]);
     const OpenedDrawing drawing{content};
-    const Positions before{drawing, items};
+    const Positions before{*drawing, items};
     distributeGroups(drawing.ids({items[0][0], shared, items[3][0]}), Axis::x);
     // Widths 10, 10, 30, 10 in 102: gap 14. B moves by 4 to 24..34 and takes the shared line from C, which
     // then spans 24..50 and has to begin at 48.
@@ -113,7 +113,7 @@ TEST(Distribution, ObjectsOutsideEveryGroupStay) {
     for (std::size_t i = 0; i < 3; ++i) content.group("G" + std::to_string(i), items[i]);
     content.group("UNTOUCHED", {content.line({0, 0, 0}, {500, 0, 0})});
     const OpenedDrawing drawing{content};
-    const Positions before{drawing, items};
+    const Positions before{*drawing, items};
     distributeGroups(drawing.ids({items[0][0], items[1][0], items[2][0], items[3][0]}), Axis::x);
     EXPECT_EQ(before.shiftsAlong(Axis::x), "0 25 0 0");
 }

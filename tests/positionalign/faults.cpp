@@ -11,16 +11,16 @@ using namespace positionalign;
 constexpr int lastAction = static_cast<int>(Action::verticalDistribution);
 
 /// One run over the whole scene in which the k-th request to the drawing is refused.
-class Run {
+class FaultyRun {
 public:
-    Run(int action, SelectionMode mode, int k) {
+    FaultyRun(int action, SelectionMode mode, int k) {
         drawing_->history().begin("run");
-        drawing_->fault = [this, k](db::Drawing::Action, const db::Record*) {
+        drawing_->setFault([this, k](db::Drawing::Action, const db::Record*) {
             return requests_++ == k ? Acad::eWasOpenForWrite : Acad::eOk;
-        };
+        });
         applyAction({static_cast<Action>(action), true, 4, mode},
                     drawing_.ids({scene_.a, scene_.b, scene_.c, scene_.d}), {50, 60, 1});
-        drawing_->fault = nullptr;
+        drawing_->setFault(nullptr);
         drawing_->history().end();
     }
 
@@ -35,7 +35,7 @@ public:
 private:
     Scene scene_;
     OpenedDrawing drawing_{scene_.content};
-    Positions before_{drawing_, scene_.items};
+    Positions before_{*drawing_, scene_.items};
     int requests_ = 0;
 };
 
@@ -43,7 +43,7 @@ TEST(Faults, NothingStaysOpenNothingIsBentAndAllCanBeUndone) {
     for (int action = 0; action <= lastAction; ++action)
         for (const SelectionMode mode : {SelectionMode::objects, SelectionMode::groups})
             for (int k = 0, requests = 1; k < requests; ++k) {
-                Run run{action, mode, k};
+                FaultyRun run{action, mode, k};
                 requests = run.requests();
                 const std::string where = "action " + std::to_string(action) + ", mode " +
                                           std::to_string(static_cast<int>(mode)) + ", request " +
@@ -66,7 +66,7 @@ TEST(Faults, OfAnObjectLeaveTheOthersWhereTheyBelong) {
             expected += moves ? shifts[i] : "0,0,0 ";
         }
         expected.pop_back();
-        const Run run{static_cast<int>(Action::left), SelectionMode::objects, k};
+        const FaultyRun run{static_cast<int>(Action::left), SelectionMode::objects, k};
         EXPECT_EQ(run.shifts(), expected) << "request " << k;
         EXPECT_EQ(run.requests(), stops ? k + 1 : k % 3 == 1 ? 11 : 12) << "request " << k;
     }

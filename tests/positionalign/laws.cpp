@@ -39,7 +39,7 @@ public:
     AcDbObjectIdArray ids() const { return drawing->ids(all); }
     std::map<Handle, AcDbExtents> boxes() const {
         std::map<Handle, AcDbExtents> found;
-        for (const Handle each : all) found[each] = drawing->box(each);
+        for (const Handle each : all) found[each] = boxOf(**drawing, each);
         return found;
     }
 
