@@ -31,7 +31,7 @@ struct BlockDefinition {
     shape::Box box;
 };
 
-class Blocks {
+class QX_HOST_API Blocks {
 public:
     explicit Blocks(const Drawing& drawing) : drawing_{drawing} {}
 

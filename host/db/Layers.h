@@ -25,7 +25,7 @@ struct LayerState {
     bool isVisible() const { return !off && !frozen; }
 };
 
-class Layers {
+class QX_HOST_API Layers {
 public:
     explicit Layers(const dxf::Encoding& encoding) : encoding_{encoding} {}
     /// Takes in a record of the layer table, with its bytes.

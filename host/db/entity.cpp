@@ -7,6 +7,8 @@
 #include "dbmtext.h"
 #include "shape/ExtentsSink.h"
 
+#include <cmath>
+
 using qx::db::Drawing;
 using qx::db::EntityProperties;
 using qx::db::Field;
@@ -29,6 +31,8 @@ Acad::ErrorStatus faultOnTransform(const AcDbEntity& entity) {
     const qx::db::Record* record = entity.objectId().record();
     return record ? qx::db::RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
 }
+
+bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 } // namespace
 
@@ -86,5 +90,6 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     qx::shape::ExtentsSink sink;
     shape(sink);
     if (sink.box().isEmpty()) return Acad::eNullExtents;
+    if (!isFinite(sink.box().min) || !isFinite(sink.box().max)) return Acad::eInvalidExtents;
     return extents.set(sink.box().min, sink.box().max);
 }

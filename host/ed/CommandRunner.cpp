@@ -96,28 +96,33 @@ void CommandRunner::perform(const std::string& name, int flags, const Body& body
     const bool isStep = drawing && (flags & ACRX_CMD_NO_UNDO_MARKER) == 0;
 
     const Running running{session_, name, flags};
-    if (session_.observer) session_.observer->commandBegins(name, drawing);
+    if (session_.observer) session_.observer->commandBegins(name);
     if (isStep) drawing->history().begin(name);
     if (needsDrawing) drawing->setLocked(true);
     const Outcome outcome = body();
-    const std::string end = settle(name, isStep ? drawing : nullptr, outcome);
-    if (session_.observer) session_.observer->commandEnds(session_.drawing(), isStep && end == "done", end);
+    const CommandEnd end = settle(name, isStep ? drawing : nullptr, outcome);
+    if (session_.observer) session_.observer->commandEnds(session_.drawing(), end);
 }
 
 // Closes what is open and the undo step, or takes the step back when the command may not stand.
-std::string CommandRunner::settle(const std::string& name, db::Drawing* step, const Outcome& outcome) {
+CommandEnd CommandRunner::settle(const std::string& name, db::Drawing* step, const Outcome& outcome) {
     db::Drawing* drawing = session_.drawing();
     const std::size_t left = drawing ? drawing->closeAll() : 0;
     if (drawing) drawing->setLocked(false);
-    const bool stands = outcome && left == 0 && !session_.line().hasFailed();
-    if (step && stands) step->history().end();
+    const std::size_t deleted = drawing ? drawing->takeDeletions() : 0;
+    const bool stands = outcome && left == 0 && deleted == 0 && !session_.line().hasFailed();
+    CommandEnd end = stands ? CommandEnd::unchanged : CommandEnd::rolledBack;
+    if (step && stands && step->history().end()) end = CommandEnd::changed;
     if (step && !stands) step->history().rollBack();
-    if (left > 0 || !outcome) ++session_.violations;
+    if (left > 0 || deleted > 0 || !outcome) ++session_.violations;
     if (!outcome) complain(outcome.error(), outcome.error());
     if (left > 0)
         complain("命令 " + name + " 结束时有 " + std::to_string(left) + " 个对象没有关闭，该命令已撤消。",
                  name + " left " + std::to_string(left) + " objects open");
-    return stands ? "done" : "rolled back";
+    if (deleted > 0)
+        complain("命令 " + name + " 删除了 " + std::to_string(deleted) + " 个属于图形的对象，该命令已撤消。",
+                 name + " deleted " + std::to_string(deleted) + " objects that belong to the drawing");
+    return end;
 }
 
 void CommandRunner::complain(const std::string& sentence, const std::string& reason) {

@@ -31,7 +31,7 @@ private:
     void runCommand(const std::string& typed);
     void callFunction(const std::string& form);
     void perform(const std::string& name, int flags, const Body& body);
-    std::string settle(const std::string& name, db::Drawing* step, const Outcome& outcome);
+    CommandEnd settle(const std::string& name, db::Drawing* step, const Outcome& outcome);
     void complain(const std::string& sentence, const std::string& reason);
 
     Session& session_;

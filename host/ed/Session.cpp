@@ -2,6 +2,7 @@
 
 #include "acdocman.h"
 #include "dbapserv.h"
+#include "ed/hostCommands.h"
 #include "rx/ModuleLoader.h"
 
 #include <utility>
@@ -12,6 +13,7 @@ Session* Session::current_ = nullptr;
 
 Session::Session(Transcript::Sink sink) : line_{std::move(sink)} {
     current_ = this;
+    registerHostCommands();
     line_.transcript.onMessage = [this](std::string_view text) {
         if (observer) observer->message(text);
     };

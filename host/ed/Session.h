@@ -17,17 +17,22 @@ class AcApDocument;
 
 namespace qx::ed {
 
+/// How a command ended, as far as the drawing goes.
+enum class CommandEnd {
+    unchanged,
+    changed, ///< the history has a step that holds what it did
+    rolledBack
+};
+
 /// Who wants to know what commands do.
 class CommandObserver {
 public:
     virtual ~CommandObserver() = default;
-    virtual void commandBegins(const std::string& name, db::Drawing* drawing) = 0;
+    virtual void commandBegins(const std::string& name) = 0;
     /// A set that the running command was given.
     virtual void selected(const RecordSet& set) = 0;
     virtual void message(std::string_view text) = 0;
-    /// `changed`: what the command's undo step holds, in the order of the first change.
-    virtual void commandEnds(db::Drawing* drawing, const std::vector<db::Record*>& changed,
-                             const std::string& outcome) = 0;
+    virtual void commandEnds(db::Drawing* drawing, CommandEnd end) = 0;
 };
 
 /// What acedInitGet said about the next question.

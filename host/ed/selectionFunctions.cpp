@@ -73,7 +73,7 @@ int getByDialogue(Session& session, ads_name name) {
 int getWithPrompts(Session& session, const void* pt1, ads_name name) {
     const auto* prompts = static_cast<const ACHAR* const*>(pt1);
     if (!prompts || !prompts[0] || !prompts[1]) return RTREJ;
-    return ask(session, {session, os::toUtf8(prompts[0]), os::toUtf8(prompts[1])}, name);
+    return ask(session, ed::SelectionPrompt{session, os::toUtf8(prompts[0]), os::toUtf8(prompts[1])}, name);
 }
 
 template <class Take> int getAll(Session& session, const Take& take, ads_name name) {
