@@ -256,10 +256,11 @@ std::unique_ptr<db::Drawing> read(const SmallDrawing& content) {
 }
 
 AcDbExtents boxOf(const db::Drawing& drawing, Handle handle) {
-    const AcDbEntity* entity = drawing.liveEntity(drawing.find(handle));
+    const std::unique_ptr<AcDbObject> copy = drawing.live(drawing.find(handle))->copied();
+    const auto& entity = dynamic_cast<const AcDbEntity&>(*copy);
     AcDbExtents box;
-    if (entity->getGeomExtents(box) == Acad::eOk) return box;
-    const AcGePoint3d position = dynamic_cast<const AcDbText&>(*entity).position();
+    if (entity.getGeomExtents(box) == Acad::eOk) return box;
+    const AcGePoint3d position = dynamic_cast<const AcDbText&>(entity).position();
     return {position, position};
 }
 
