@@ -22,8 +22,7 @@ AcDbObjectIdArray idsOf(const ads_name selection, int count) {
 }
 
 void run(const PositionAlignSettings& settings) {
-    const bool onObjects = settings.mode == SelectionMode::objects;
-    if (!onObjects && settings.mode != SelectionMode::groups) return;
+    if (settings.mode != SelectionMode::objects && settings.mode != SelectionMode::groups) return;
 
     ads_name selection{0, 0};
     if (acedSSGet(nullptr, nullptr, nullptr, nullptr, selection) == RTCAN) return;
@@ -37,8 +36,7 @@ void run(const PositionAlignSettings& settings) {
         acutPrintf(L"\n没有选中任何对象，未进行对齐处理！");
         return;
     }
-    // Without a selection there is nothing to say about objects; the groups still answer that there is none.
-    if (!hasSelection && onObjects) return;
+    // Without a set there is nothing to do about objects; groups still answer that there is none.
     const AcDbObjectIdArray ids = hasSelection ? idsOf(selection, count) : AcDbObjectIdArray();
     applyAction(settings, ids, {base[0], base[1], base[2]});
 }

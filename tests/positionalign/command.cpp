@@ -116,6 +116,7 @@ TEST(Command, EarlyEndsMoveNothing) {
         {"Enter at the base point", "O\nT\n4\nALL\n\n\n", true, 0},
         {"Enter at the base point, groups", "G\nT\n4\nALL\n\n\n", true, 0},
         {"no objects selected", "O\nT\n4\n\n50,60\n", true, 0},
+        {"selected and removed again", "O\nT\n4\nALL\nR\nALL\n\n50,60\n", true, 0},
         {"no objects to distribute", "O\nHD\n\n", false, 0},
         {"no groups to distribute", "G\nHD\n\n", false, 1},
         {"nothing selected, groups", "G\nT\n4\n\n50,60\n", true, 1},
