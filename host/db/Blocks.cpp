@@ -48,18 +48,19 @@ void Blocks::addRecord(Record* record, std::string_view bytes) {
     BlockDefinition& definition = definitions_.emplace_back();
     definition.name = drawing_.encoding().toUtf8(nameIn(bytes));
     definition.record = record;
+    definition.isLayout = foldedName(definition.name).starts_with("*model_space") ||
+                          foldedName(definition.name).starts_with("*paper_space");
     byRecord_[record] = &definition;
     byFoldedName_.try_emplace(foldedName(definition.name), &definition);
 }
 
-void Blocks::addBegin(Record* record, std::string_view bytes) {
+BlockDefinition* Blocks::addBegin(Record* record, std::string_view bytes) {
     beingRead_ = named(nameIn(bytes));
-    if (!beingRead_ || beingRead_->begin) {
-        beingRead_ = nullptr;
-        return;
-    }
+    if (beingRead_ && beingRead_->begin) beingRead_ = nullptr;
+    if (!beingRead_) return nullptr;
     beingRead_->begin = record;
     beingRead_->basePoint = basePointIn(bytes);
+    return beingRead_;
 }
 
 void Blocks::addEnd(Record* record) {

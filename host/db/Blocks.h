@@ -21,6 +21,7 @@ struct BlockDefinition {
     Record* record = nullptr;  ///< in the table of block records
     Record* begin = nullptr;   ///< its BLOCK, null when the file has none
     Record* end = nullptr;     ///< its ENDBLK
+    bool isLayout = false;     ///< model or paper space: its entities stand in a section of their own
     AcGePoint3d basePoint;     ///< what comes to a reference's insertion point
     std::vector<Record*> made; ///< entities that were added in this session
 
@@ -30,13 +31,14 @@ struct BlockDefinition {
     shape::Box box;
 };
 
-class Blocks {
+class QX_HOST_API Blocks {
 public:
     explicit Blocks(const Drawing& drawing) : drawing_{drawing} {}
 
-    /// Takes in a record of the table of block records, or a BLOCK (which completes the former).
+    /// Takes in a record of the table of block records; a BLOCK that completes one (null when there is none, or it
+    /// has its BLOCK already); the ENDBLK of the latter.
     void addRecord(Record* record, std::string_view bytes);
-    void addBegin(Record* record, std::string_view bytes);
+    BlockDefinition* addBegin(Record* record, std::string_view bytes);
     void addEnd(Record* record);
 
     BlockDefinition* of(const Record* blockRecord) const;

@@ -5,53 +5,42 @@
 // form one undo step.
 #pragma once
 
+#include "db/Blocks.h"
 #include "db/Finding.h"
 #include "db/History.h"
+#include "db/Layers.h"
 #include "db/Record.h"
 #include "dbmain.h"
 #include "dxf/Encoding.h"
+#include "os/Result.h"
+#include "os/files.h"
+#include "shape/Primitives.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qx::db {
 
-/// State of a layer, at a stable address.
-struct LayerState {
-    std::string_view name; ///< in the drawing's encoding
-    Record* record = nullptr;
-    int colour = 7;
-    bool off = false, frozen = false, locked = false;
-    bool isVisible() const { return !off && !frozen; }
-};
+/// Called now and then with the bytes done and all there are.
+using Progress = os::Progress;
 
-/// Called now and then with the bytes or objects done and all there are.
-using Progress = std::function<void(std::size_t done, std::size_t total)>;
-
-/// Points that a header gives in world coordinates.
+/// The drawing's own frame for typed points, in world coordinates.
 struct UserCoordinateSystem {
     AcGePoint3d origin;
     AcGeVector3d xAxis{1, 0, 0}, yAxis{0, 1, 0};
 };
 
-class Blocks;
-class Layers;
-
 class QX_HOST_API Drawing {
 public:
-    /// Either a drawing or one sentence that names the file and, where there is one, the line.
-    struct ReadResult {
-        std::unique_ptr<Drawing> drawing;
-        std::string error;
-    };
-    static ReadResult read(const std::string& path, const Progress& progress = {});
+    /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF from AC1015 on.
+    static Result<std::unique_ptr<Drawing>> read(const std::string& path, const Progress& progress = {});
     /// The same from bytes; `name` stands in the sentences.
-    static ReadResult fromBytes(std::string_view bytes, const std::string& name);
-    /// An empty drawing (AC1024), as a new one begins.
-    static std::unique_ptr<Drawing> empty();
+    static Result<std::unique_ptr<Drawing>> fromBytes(std::string_view bytes, const std::string& name);
     ~Drawing();
     Drawing(const Drawing&) = delete;
     Drawing& operator=(const Drawing&) = delete;
@@ -59,72 +48,81 @@ public:
     AcDbDatabase& database() { return database_; }
     const std::string& path() const { return path_; }
     const dxf::Encoding& encoding() const { return *encoding_; }
-    /// What was noticed while reading, and later when an object's fields were read.
+    /// What was noticed while reading, and later when an object's fields were read or drawn.
     const std::vector<Finding>& findings() const { return findings_; }
+    /// The same sentence about the same record is kept once.
     void addFinding(const Record* where, std::string sentence) const;
-    /// 1-based line on which the record begins; 0 for a new object.
+    /// 1-based line of the file on which the record begins; 0 for null and new objects.
     std::size_t lineOf(const Record* record) const;
 
-    // Saving (save.cpp). Erased objects are left out, new ones spliced in.
+    // Saving. Erased objects are left out, new ones spliced in before the end of their section.
 
-    /// Writes to a temporary file beside the target and renames it; an empty string, or one sentence.
-    std::string save(const std::string& path, bool keepBackup, const Progress& progress = {}) const;
-    /// The bytes that saving would write.
+    /// Replaces the file in one go, or leaves it as it is.
+    Outcome save(const std::string& path, os::Backup backup, const Progress& progress = {}) const;
+    /// The bytes that saving writes.
     std::string toBytes() const;
-    /// True when saving would not give the file's bytes back, as far as is known without comparing.
+    /// True when steps were done or taken back since the drawing was read or marked as saved.
     bool isModified() const { return history_.stepsDone() != savedAtStep_; }
     void markSaved() { savedAtStep_ = history_.stepsDone(); }
 
     // Finding objects.
 
-    /// Null when there is no such handle. Builds the index on first use.
+    /// Null when there is no such handle. Builds an index on first use.
     Record* find(std::uint64_t handle) const;
     Record* firstRecord() const { return records_.first(); }
-    /// Entities of model space in file order, then new ones; erased ones included, attributes and vertices not.
-    void forEachInModelSpace(const std::function<void(Record*)>& visit) const;
-    /// Of the block record's definition; the same order.
-    void forEachInBlock(const Record* blockRecord, const std::function<void(Record*)>& visit) const;
-    Record* modelSpace() const;
+    /// The record's part of the file; empty for a new object.
+    std::string_view bytesOf(const Record* record) const;
+    Record* modelSpace() const { return modelSpace_; }
+    /// Main entities of a block in file order, then new ones; erased ones included, attributes and vertices not.
+    template <class Visit> void forEachInBlock(const Record* blockRecord, Visit&& visit) const;
+    template <class Visit> void forEachInModelSpace(Visit&& visit) const { forEachInBlock(modelSpace_, visit); }
     /// Attributes or vertices of an entity, in order, without the sequence end.
     template <class Visit> void forEachOwned(const Record* header, Visit&& visit) const {
-        for (Record* each = RecordChain::next(header); each && each->owner == header;
-             each = RecordChain::next(each))
+        for (Record* each = RecordChain::next(header); each && each->owner == header; each = RecordChain::next(each))
             if (each->kind != Kind::sequenceEnd) visit(each);
     }
-    /// Block record by name, without regard to case; null when there is none.
-    Record* findBlock(std::string_view nameUtf8) const;
+    /// Block record by name (UTF-8), without regard to case; null when there is none.
+    Record* findBlock(std::string_view name) const;
+    Record* blockTable() const { return blockTable_; }
+    /// Null when the drawing has none.
     Record* groupDictionary() const;
-    /// Group records in the order of their names.
-    const std::vector<Record*>& groups() const;
+    /// Group records in the order of their names, erased ones left out.
+    std::vector<Record*> groups() const;
     const Layers& layers() const { return *layers_; }
     Blocks& blocks() const { return *blocks_; }
-    /// A header variable's value text of the first tag after its name, or of the tag with that code; empty when
-    /// it is not there.
+    /// The value of a header variable's tag with that code; empty when it is not there.
     std::string_view headerValue(std::string_view name, int code) const;
     UserCoordinateSystem ucs() const;
 
     // Objects.
 
     /// The live object, made from the file when needed; null when it can't be read. Ignores the open rules.
-    AcDbObject* live(Record* record) const;
+    AcDbObject* live(Record* record) const {
+        return record->live || record->has(Record::unusable) ? record->live : read(record);
+    }
     /// The same, as an entity; null for anything else.
     AcDbEntity* liveEntity(Record* record) const;
-    /// A separate copy of the object as the file has it; null for new objects.
-    std::unique_ptr<AcDbObject> asInFile(const Record* record) const;
+    /// A separate copy of the object as the file has it; null for new objects and for what can't be read.
+    std::unique_ptr<AcDbObject> asInFile(Record* record) const;
     /// Main entity of model space that is neither erased nor invisible, on a visible layer, of a class that can be
     /// measured.
     bool isSelectable(Record* record) const;
-    /// Tight box of all selectable entities of model space as they were when the file was read.
+    /// Box of the selectable entities of model space as the file has them; new ones don't count.
     shape::Box extentsAtOpening() const;
 
+    /// The rules of opening and closing are those of acdbOpenAcDbObject() and AcDbObject::close().
     Acad::ErrorStatus open(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object);
-    void close(Record* record);
+    Acad::ErrorStatus close(Record* record);
+    Acad::ErrorStatus upgrade(Record* record);
+    Acad::ErrorStatus erase(Record* record, bool erasing);
     /// Objects that are open now; 0 between commands.
     std::size_t openCount() const { return openCount_; }
     /// Closes whatever is still open and says how many objects that were.
     std::size_t closeAll();
     /// A new entity into a block; the drawing takes it over, open for writing.
     Record* append(Record* blockRecord, AcDbEntity* entity);
+    /// Moves an attribute with the reference that owns it.
+    void moveOwned(Record* owned, AcDbEntity& entity, const AcGeMatrix3d& motion);
 
     /// Opening for writing is refused with eLockViolation while the drawing is not locked for a command.
     bool isLocked() const { return locked_; }
@@ -134,25 +132,77 @@ public:
 
     History& history() { return history_; }
     /// Called by every change before it happens.
-    void aboutToChange(Record* record);
+    void aboutToChange(Record* record) {
+        if (!record->has(Record::recorded)) history_.record(record);
+        record->set(Record::changed);
+        if (record->owner != modelSpace_) blocks_->touch();
+    }
 
-    /// A test's wrench in the works: asked before each opening and each transformation; a status other than eOk
-    /// is returned instead of doing it.
+    /// Asked before each opening and each transformation, so that tests can make any of them fail; a status other
+    /// than eOk is returned instead of doing it.
     enum class Action { openForRead, openForWrite, transform };
-    std::function<Acad::ErrorStatus(Action, const Record*)> fault;
+    using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
+    void setFault(Fault fault) { fault_ = std::move(fault); }
+    Acad::ErrorStatus faultAt(Action action, const Record* record) const {
+        return fault_ ? fault_(action, record) : Acad::eOk;
+    }
 
+    /// A number for Record::mark that no walk has used.
     std::uint32_t nextMark() const { return ++mark_; }
+    /// An object that this drawing holds was deleted by somebody else; the next takeDeletions() says so.
+    void noteDeletion(const Record*) { ++deletions_; }
+    std::size_t takeDeletions() { return std::exchange(deletions_, 0); }
 
 private:
     friend class Reader;
     friend class Writer;
-    Drawing();
+    Drawing(os::Bytes bytes, std::string name);
+    static Result<std::unique_ptr<Drawing>> fromBytes(os::Bytes bytes, const std::string& name,
+                                                      const Progress& progress);
+    AcDbObject* read(Record* record) const;
+    std::unique_ptr<AcDbObject> decoded(Record* record) const;
+    void buildIndex() const;
+    void addToIndex(Record* record) const;
+    Acad::ErrorStatus refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const;
+    bool isOnLockedLayer(Record* record) const;
+    const LayerState& currentLayer() const;
+    const Record* endOfEntities() const;
 
     std::string path_;
-    std::unique_ptr<char, void (*)(void*)> bytes_;
-    std::size_t size_ = 0;
+    os::Bytes bytes_;
     const dxf::Encoding* encoding_ = nullptr;
-    // (filled in by the implementation)
+    RecordChain records_{*this};
+    std::unique_ptr<Layers> layers_;
+    std::unique_ptr<Blocks> blocks_;
+    Record* modelSpace_ = nullptr;
+    Record* blockTable_ = nullptr;
+    Record* header_ = nullptr;   ///< the section with the variables
+    Record* entities_ = nullptr; ///< the section
+    Record* objects_ = nullptr;  ///< the section
+    History history_;
+    std::size_t savedAtStep_ = 0;
+    std::size_t openCount_ = 0;
+    std::size_t deletions_ = 0;
+    bool locked_ = false;
+    Fault fault_;
+    mutable std::vector<Finding> findings_;
+    mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
+    mutable std::size_t indexed_ = 0;
+    mutable std::uint32_t mark_ = 0;
+    std::uint64_t nextHandle_ = 0; ///< 0 until the first new object asks for one
+    AcDbDatabase database_{*this};
 };
+
+template <class Visit> void Drawing::forEachInBlock(const Record* blockRecord, Visit&& visit) const {
+    const BlockDefinition* definition = blocks_->of(blockRecord);
+    if (!definition) return;
+    const auto visitUpTo = [&](Record* from, Kind last) {
+        for (Record* each = from; each && each->kind != last; each = RecordChain::next(each))
+            if (each->owner == blockRecord) visit(each);
+    };
+    if (definition->begin) visitUpTo(RecordChain::next(definition->begin), Kind::endBlock);
+    if (definition->isLayout && entities_) visitUpTo(RecordChain::next(entities_), Kind::endSection);
+    for (Record* each : definition->made) visit(each);
+}
 
 } // namespace qx::db

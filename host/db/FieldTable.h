@@ -72,7 +72,9 @@ struct FieldTable {
     std::vector<Slot> slots;
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
-    const Field* normal = nullptr;
+    std::vector<Field> points;     ///< those of `fields` that move and turn
+    std::vector<Field> turning;    ///< those that only turn
+    const Field* normal = nullptr; ///< one of the latter
 };
 
 /// The member of type T at that offset.
@@ -82,6 +84,7 @@ template <class T> T& memberAt(void* base, std::size_t offset) {
 
 /// A point or direction in the extended data: 1011 moves and turns, 1012 and 1013 only turn.
 struct XDataPoint {
+    static constexpr int position = 1011;
     int code;
     AcGePoint3d value;
 };
@@ -115,13 +118,5 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
 
 /// Points in the extended data of a record's bytes; null when there are none.
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
-
-/// True for a rotation, a translation and what they make together, to within 1e-9.
-bool isMotion(const AcGeMatrix3d& matrix);
-
-/// Applies a motion to the fields. Returns false, and changes nothing, when a
-/// coordinate would not be finite or would lie beyond 1e15.
-bool moveFields(const AcGeMatrix3d& motion, const FieldTable& table, void* base);
-bool moveXDataPoints(const AcGeMatrix3d& motion, XDataPoints& data);
 
 } // namespace qx::db

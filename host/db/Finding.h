@@ -8,5 +8,6 @@ namespace qx::db {
 struct Finding {
     std::size_t line = 0; ///< 1-based line in the file; 0 when it concerns the whole file
     std::string sentence;
+    friend bool operator==(const Finding&, const Finding&) = default;
 };
 } // namespace qx::db

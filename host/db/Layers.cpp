@@ -20,6 +20,7 @@ LayerState& Layers::stateFor(std::string_view bytes) const {
     if (isNew) {
         place->second = &states_.emplace_back();
         place->second->name = std::move(name);
+        place->second->bytes = bytes;
     }
     return *place->second;
 }

@@ -17,14 +17,15 @@ namespace qx::db {
 
 /// State of a layer, at a stable address.
 struct LayerState {
-    std::string name; ///< UTF-8
+    std::string name;  ///< UTF-8
+    std::string bytes; ///< the name as the file has it
     Record* record = nullptr;
     int colour = 7;
     bool off = false, frozen = false, locked = false;
     bool isVisible() const { return !off && !frozen; }
 };
 
-class Layers {
+class QX_HOST_API Layers {
 public:
     explicit Layers(const dxf::Encoding& encoding) : encoding_{encoding} {}
     /// Takes in a record of the layer table, with its bytes.

@@ -54,8 +54,7 @@ struct Record {
         changed = 8,       ///< the live object may differ from the file
         recorded = 16,     ///< the running undo step knows the state before it
         isNew = 32,        ///< made in this session; has no span
-        unusable = 64,     ///< its fields could not be read; kept as it is
-        inPaperSpace = 128
+        unusable = 64      ///< its fields could not be read; kept as it is
     };
     static constexpr std::uint16_t maxReaders = 256;
 
@@ -77,7 +76,7 @@ struct Record {
 static_assert(sizeof(void*) != 8 || sizeof(Record) == 40);
 
 /// Records in chunks with stable addresses. A chunk is aligned to its size, so that a record finds its drawing.
-class RecordChain {
+class QX_HOST_API RecordChain {
 public:
     explicit RecordChain(Drawing& drawing) : drawing_{drawing} {}
     /// The chunks outlive the drawing: ids that somebody still holds stay safe to ask.
@@ -86,17 +85,33 @@ public:
     RecordChain& operator=(const RecordChain&) = delete;
 
     Record* append();
-    Record* first() const;
+    Record* first() const { return head_ ? head_->records : nullptr; }
     std::size_t size() const { return size_; }
 
     /// The next record in file order (new records come last); null after the last.
-    static Record* next(const Record* record);
+    static Record* next(const Record* record) {
+        Chunk* chunk = chunkOf(record);
+        const std::size_t index = static_cast<std::size_t>(record - chunk->records) + 1;
+        if (index < chunk->used) return chunk->records + index;
+        return chunk->next ? chunk->next->records : nullptr;
+    }
     /// Null when the drawing was closed.
-    static Drawing* drawingOf(const Record* record);
+    static Drawing* drawingOf(const Record* record) { return chunkOf(record)->drawing; }
 
 private:
-    struct Chunk;
-    static Chunk* chunkOf(const Record* record);
+    // The header takes the place of a few records at the start of each aligned block of memory.
+    struct Chunk {
+        static constexpr std::size_t bytes = std::size_t{1} << 16;
+        static constexpr std::size_t capacity = (bytes - 4 * sizeof(void*)) / sizeof(Record);
+
+        Drawing* drawing = nullptr;
+        Chunk* next = nullptr;
+        std::size_t used = 0;
+        Record records[capacity];
+    };
+    static Chunk* chunkOf(const Record* record) {
+        return reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(record) & ~(Chunk::bytes - 1));
+    }
 
     Drawing& drawing_;
     Chunk* head_ = nullptr;

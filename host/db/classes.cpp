@@ -7,6 +7,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "dxf/Tag.h"
 
 #include <algorithm>
 #include <array>
@@ -56,6 +57,21 @@ constexpr std::array classes{
 };
 static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
 
+std::string_view firstValue(std::string_view bytes, int code) {
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;)
+        if (tag.code == code) return tag.value;
+    return {};
+}
+
+std::unique_ptr<AcDbObject> newPolyline(std::string_view bytes) {
+    constexpr int isIn3d = 8, isMesh = 16 | 64;
+    const double value = dxf::toReal(firstValue(bytes, 70)).value_or(0);
+    const int flags = value >= 0 && value < 1024 ? static_cast<int>(value) : 0;
+    if (flags & isMesh) return make<AcDbEntity>();
+    return flags & isIn3d ? make<AcDb3dPolyline>() : make<AcDb2dPolyline>();
+}
+
 } // namespace
 
 Kind kindOf(std::string_view name, bool amongEntities) {
@@ -64,8 +80,10 @@ Kind kindOf(std::string_view name, bool amongEntities) {
     return amongEntities ? Kind::otherEntity : Kind::otherObject;
 }
 
-std::unique_ptr<AcDbObject> newObject(Kind kind) {
+std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes) {
     if (kind == Kind::otherEntity) return make<AcDbEntity>();
+    if (kind == Kind::polyline) return newPolyline(bytes);
+    if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();
 }

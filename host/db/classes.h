@@ -14,8 +14,9 @@ namespace qx::db {
 /// stand.
 Kind kindOf(std::string_view name, bool amongEntities);
 
-/// An object of the class that belongs to the kind, without data.
-std::unique_ptr<AcDbObject> newObject(Kind kind);
+/// An object of the class that belongs to the kind, without data. Polylines and tables need their bytes to tell
+/// which of several classes they are.
+std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes);
 
 /// Entities of their own: not vertices, attributes or structure.
 bool isMainEntity(Kind kind);

@@ -1,4 +1,5 @@
 #include "db/Drawing.h"
+#include "db/FieldMove.h"
 #include "db/FieldTable.h"
 #include "dbcurve.h"
 #include "dbelipse.h"
@@ -6,6 +7,9 @@
 #include "dbmtext.h"
 #include "shape/ExtentsSink.h"
 
+#include <cmath>
+
+using qx::db::Drawing;
 using qx::db::EntityProperties;
 using qx::db::Field;
 using qx::db::FieldTable;
@@ -20,8 +24,17 @@ ACRX_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
 ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, L"MTEXT")
 
 namespace {
+
 const LayerState noLayer{};
+
+Acad::ErrorStatus faultOnTransform(const AcDbEntity& entity) {
+    const qx::db::Record* record = entity.objectId().record();
+    return record ? qx::db::RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
 }
+
+bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+
+} // namespace
 
 AcDbEntity::AcDbEntity() : layer_{&noLayer} {}
 
@@ -40,6 +53,8 @@ const FieldTable* AcDbEntity::fieldTable() const {
     }};
     return &table;
 }
+
+void AcDbEntity::setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) { xdata_ = std::move(points); }
 
 const EntityProperties& AcDbEntity::properties() const {
     return *static_cast<const EntityProperties*>(const_cast<AcDbEntity*>(this)->fieldBase());
@@ -61,10 +76,11 @@ bool AcDbEntity::isVisible() const { return properties().invisible == 0 && layer
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
     if (!isMeasurable()) return Acad::eNotApplicable;
     if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
+    if (const Acad::ErrorStatus status = faultOnTransform(*this); status != Acad::eOk) return status;
+    const qx::db::FieldMove move{matrix, *fieldTable(), fieldBase(), xdata_.get()};
+    if (!move.isSafe()) return Acad::eInvalidInput;
     assertWriteEnabled();
-    if (const Acad::ErrorStatus status = qx::db::faultOf(*this); status != Acad::eOk) return status;
-    if (!qx::db::moveFields(matrix, *fieldTable(), fieldBase())) return Acad::eInvalidInput;
-    if (xdata_ && !qx::db::moveXDataPoints(matrix, *xdata_)) return Acad::eInvalidInput;
+    move.apply();
     return Acad::eOk;
 }
 
@@ -74,5 +90,6 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     qx::shape::ExtentsSink sink;
     shape(sink);
     if (sink.box().isEmpty()) return Acad::eNullExtents;
+    if (!isFinite(sink.box().min) || !isFinite(sink.box().max)) return Acad::eInvalidExtents;
     return extents.set(sink.box().min, sink.box().max);
 }

@@ -62,6 +62,8 @@ FieldTable::FieldTable(std::initializer_list<Field> list, const VertexGroups* ve
     slotByCode.fill(noSlot);
     for (const Field& field : fields) {
         addSlots(field, slots);
+        if (field.role == Role::worldPoint || field.role == Role::ocsPoint) points.push_back(field);
+        if (field.role == Role::angleDegrees || field.role == Role::normal) turning.push_back(field);
         if (field.role == Role::normal) normal = &field;
     }
     for (std::size_t i = 0; i < slots.size(); ++i)

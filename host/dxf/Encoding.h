@@ -30,7 +30,7 @@ public:
 private:
     explicit Encoding(const std::string& codePage);
     std::string rawToUtf8(std::string_view bytes) const;
-    std::unique_ptr<const os::Converter> converter_; ///< null: UTF-8
+    std::unique_ptr<os::Converter> converter_; ///< null: UTF-8
 };
 
 } // namespace qx::dxf

@@ -7,11 +7,17 @@
 #include <string>
 #include <vector>
 
-class AcDbDictionary;
+/// Host side: a named object.
+struct AcDbDictionaryEntry {
+    std::wstring name;
+    AcDbObjectId id;
+};
 
 /// Walks the entries that a dictionary had when the iterator was made. The caller deletes it.
 class QX_HOST_API AcDbDictionaryIterator {
 public:
+    explicit AcDbDictionaryIterator(std::vector<AcDbDictionaryEntry> entries) : entries_{std::move(entries)} {}
+
     const ACHAR* name() const;
     AcDbObjectId objectId() const;
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead) const;
@@ -22,12 +28,7 @@ public:
     }
 
 private:
-    friend class AcDbDictionary;
-    struct Entry {
-        std::wstring name;
-        AcDbObjectId id;
-    };
-    std::vector<Entry> entries_;
+    std::vector<AcDbDictionaryEntry> entries_;
     std::size_t index_ = 0;
 };
 
@@ -44,6 +45,9 @@ public:
     bool has(const ACHAR* name) const;
     Adesk::UInt32 numEntries() const;
 
+    /// Host side: the entries without their erased objects.
+    std::vector<AcDbDictionaryEntry> entries(AcRx::DictIterType type) const;
+
 private:
-    std::vector<AcDbDictionaryIterator::Entry> entries_;
+    std::vector<AcDbDictionaryEntry> entries_;
 };

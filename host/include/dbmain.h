@@ -14,7 +14,6 @@
 #include "rxclass.h"
 
 #include <memory>
-#include <string_view>
 
 class AcDbBlockTable;
 class AcDbObject;
@@ -108,6 +107,7 @@ public:
     virtual bool afterReading(const qx::db::Drawing&) { return true; }
     /// The layer that the file names; asked of entities before afterReading().
     virtual void setLayerState(const qx::db::LayerState&) {}
+    virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
     void setRecord(qx::db::Record* record) { record_ = record; }
 
 protected:
@@ -156,7 +156,8 @@ public:
     void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
     /// Points in the extended data, which move along; null for the many entities that have none.
-    std::unique_ptr<qx::db::XDataPoints>& xdataPoints() { return xdata_; }
+    qx::db::XDataPoints* xdataPoints() const { return xdata_.get(); }
+    void setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) override;
 
 protected:
     const qx::db::LayerState* layer_;

@@ -1,4 +1,5 @@
-// Marks what the host library shows to programs, modules and tests. Everything else stays inside it.
+// Marks what the host library shows to programs, modules and tests (QX_HOST_API), and what a module shows to the host
+// (QX_MODULE_API). Everything else stays inside.
 #pragma once
 
 #if defined(_WIN32)
@@ -7,6 +8,8 @@
 #else
 #define QX_HOST_API __declspec(dllimport)
 #endif
+#define QX_MODULE_API __declspec(dllexport)
 #else
 #define QX_HOST_API __attribute__((visibility("default")))
+#define QX_MODULE_API __attribute__((visibility("default")))
 #endif

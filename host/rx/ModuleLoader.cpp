@@ -195,7 +195,7 @@ Outcome ModuleLoader::send(Module& module, AcRx::AppMsgCode message) {
     const std::string which = " (message " + std::to_string(message) + ")";
     AcRx::AppRetCode answer = AcRx::kRetOK;
     const auto problem = thrownBy(module.id, [&] { answer = module.entryPoint(message, &module); });
-    if (problem) return Outcome::failure(name + " failed: " + *problem + which + ".");
+    if (problem) return Outcome::failure(name + " failed and was unloaded" + which + ": " + *problem + ".");
     if (answer == AcRx::kRetError && !errorIsIgnored(message))
         return Outcome::failure(name + " reported an error and was unloaded" + which + ".");
     return {};

@@ -1,0 +1,235 @@
+#include "db/Drawing.h"
+
+#include "db/FieldMove.h"
+#include "db/classes.h"
+#include "dbdict.h"
+#include "dbgroup.h"
+#include "dbsymtb.h"
+#include "dxf/Tag.h"
+#include "os/encoding.h"
+#include "shape/ExtentsSink.h"
+
+#include <algorithm>
+#include <array>
+
+namespace qx::db {
+
+namespace {
+
+constexpr std::size_t mostFindings = 1000; // of one drawing; more help nobody
+
+std::size_t indexPlace(std::uint64_t handle, std::size_t capacity) {
+    return static_cast<std::size_t>(handle * 0x9E3779B97F4A7C15u >> 20) & (capacity - 1);
+}
+
+void putIntoIndex(std::vector<Record*>& index, Record* record) {
+    std::size_t place = indexPlace(record->handle, index.size());
+    while (index[place] && index[place]->handle != record->handle) place = (place + 1) & (index.size() - 1);
+    if (!index[place]) index[place] = record;
+}
+
+} // namespace
+
+Drawing::Drawing(os::Bytes bytes, std::string name) : path_{std::move(name)}, bytes_{std::move(bytes)} {}
+
+// Live objects know their record; without it they may be deleted.
+Drawing::~Drawing() {
+    for (Record* each = records_.first(); each; each = RecordChain::next(each)) {
+        if (!each->live) continue;
+        each->live->setRecord(nullptr);
+        delete std::exchange(each->live, nullptr);
+    }
+}
+
+void Drawing::addFinding(const Record* where, std::string sentence) const {
+    const Finding finding{lineOf(where), std::move(sentence)};
+    if (findings_.size() < mostFindings && std::ranges::find(findings_, finding) == findings_.end())
+        findings_.push_back(finding);
+}
+
+std::size_t Drawing::lineOf(const Record* record) const {
+    if (!record || !record->begin) return 0;
+    return 1 + static_cast<std::size_t>(std::count(bytes_.data(), record->begin, '\n'));
+}
+
+std::string_view Drawing::bytesOf(const Record* record) const {
+    if (!record->begin) return {};
+    const Record* next = RecordChain::next(record);
+    const char* end = next && next->begin ? next->begin : bytes_.data() + bytes_.size();
+    return {record->begin, static_cast<std::size_t>(end - record->begin)};
+}
+
+// ---- finding objects
+
+void Drawing::buildIndex() const {
+    std::size_t capacity = 64;
+    while (capacity < 2 * records_.size()) capacity *= 2;
+    index_.assign(capacity, nullptr);
+    indexed_ = records_.size();
+    for (Record* each = records_.first(); each; each = RecordChain::next(each))
+        if (each->handle) putIntoIndex(index_, each);
+}
+
+void Drawing::addToIndex(Record* record) const {
+    if (index_.empty()) return;
+    if (2 * ++indexed_ > index_.size()) return buildIndex();
+    putIntoIndex(index_, record);
+}
+
+Record* Drawing::find(std::uint64_t handle) const {
+    if (handle == 0) return nullptr;
+    if (index_.empty()) buildIndex();
+    for (std::size_t place = indexPlace(handle, index_.size()); index_[place];
+         place = (place + 1) & (index_.size() - 1))
+        if (index_[place]->handle == handle) return index_[place];
+    return nullptr;
+}
+
+Record* Drawing::findBlock(std::string_view name) const {
+    const BlockDefinition* definition = blocks_->namedUtf8(name);
+    return definition ? definition->record : nullptr;
+}
+
+// The root dictionary is the first object of its section.
+Record* Drawing::groupDictionary() const {
+    Record* root = objects_ ? RecordChain::next(objects_) : nullptr;
+    if (!root || root->kind != Kind::dictionary) return nullptr;
+    const auto* dictionary = static_cast<const AcDbDictionary*>(live(root));
+    AcDbObjectId id;
+    if (!dictionary || dictionary->getAt(L"ACAD_GROUP", id) != Acad::eOk) return nullptr;
+    return id.record()->kind == Kind::dictionary ? id.record() : nullptr;
+}
+
+std::vector<Record*> Drawing::groups() const {
+    std::vector<Record*> found;
+    Record* record = groupDictionary();
+    const auto* dictionary = record ? static_cast<const AcDbDictionary*>(live(record)) : nullptr;
+    if (!dictionary) return found;
+    for (const auto& entry : dictionary->entries(AcRx::kDictSorted))
+        if (entry.id.record()->kind == Kind::group) found.push_back(entry.id.record());
+    return found;
+}
+
+std::string_view Drawing::headerValue(std::string_view name, int code) const {
+    if (!header_) return {};
+    const std::string_view bytes = bytesOf(header_);
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    bool isInside = false;
+    for (dxf::Tag tag; cursor.next(tag);) {
+        if (tag.code == 9)
+            isInside = dxf::trimmed(tag.value) == name;
+        else if (isInside && tag.code == code)
+            return dxf::trimmed(tag.value);
+    }
+    return {};
+}
+
+UserCoordinateSystem Drawing::ucs() const {
+    const auto number = [&](std::string_view name, int code, double fallback) {
+        return dxf::toReal(headerValue(name, code)).value_or(fallback);
+    };
+    UserCoordinateSystem ucs;
+    ucs.origin = {number("$UCSORG", 10, 0), number("$UCSORG", 20, 0), number("$UCSORG", 30, 0)};
+    ucs.xAxis = {number("$UCSXDIR", 10, 1), number("$UCSXDIR", 20, 0), number("$UCSXDIR", 30, 0)};
+    ucs.yAxis = {number("$UCSYDIR", 10, 0), number("$UCSYDIR", 20, 1), number("$UCSYDIR", 30, 0)};
+    return ucs;
+}
+
+// ---- objects
+
+AcDbEntity* Drawing::liveEntity(Record* record) const {
+    if (!isMainEntity(record->kind) && record->kind != Kind::attribute) return nullptr;
+    return static_cast<AcDbEntity*>(live(record));
+}
+
+std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
+    const std::string_view bytes = bytesOf(record);
+    std::unique_ptr<AcDbObject> object = newObject(record->kind, bytes);
+    if (const FieldTable* table = object->fieldTable()) {
+        const ReadFields read = readFields(bytes, *table, object->fieldBase());
+        if (read.fault) {
+            const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
+            addFinding(record, "the value " + std::to_string(line) + " lines further on is no number; the object " +
+                                   "is kept as it is and can't be used");
+            return nullptr;
+        }
+        object->setLayerState(layers_->named(read.layer));
+        if (read.hasXData) object->setXDataPoints(readXDataPoints(bytes));
+    }
+    object->setRecord(record);
+    if (object->afterReading(*this)) return object;
+    object->setRecord(nullptr);
+    return nullptr;
+}
+
+AcDbObject* Drawing::read(Record* record) const {
+    if (!record->begin) return nullptr;
+    std::unique_ptr<AcDbObject> object = decoded(record);
+    if (!object) record->set(Record::unusable);
+    return record->live = object.release();
+}
+
+std::unique_ptr<AcDbObject> Drawing::asInFile(Record* record) const {
+    return record->begin && !record->has(Record::unusable) ? decoded(record) : nullptr;
+}
+
+bool Drawing::isSelectable(Record* record) const {
+    if (record->has(Record::erased) || record->owner != modelSpace_ || !isMainEntity(record->kind)) return false;
+    const AcDbEntity* entity = liveEntity(record);
+    return entity && entity->isMeasurable() && entity->isVisible();
+}
+
+shape::Box Drawing::extentsAtOpening() const {
+    shape::ExtentsSink sink;
+    forEachInModelSpace([&](Record* each) {
+        if (!each->begin || each->has(Record::unusable)) return;
+        const std::unique_ptr<AcDbObject> original = each->has(Record::changed) ? decoded(each) : nullptr;
+        const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(each);
+        if (entity && entity->isMeasurable() && entity->isVisible()) entity->shape(sink);
+    });
+    return sink.box();
+}
+
+Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
+    BlockDefinition* definition = blocks_->of(blockRecord);
+    if (nextHandle_ == 0) {
+        nextHandle_ = dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1);
+        for (const Record* each = records_.first(); each; each = RecordChain::next(each))
+            nextHandle_ = std::max(nextHandle_, each->handle + 1);
+    }
+    Record* record = records_.append();
+    record->handle = nextHandle_++;
+    record->live = entity;
+    record->owner = blockRecord;
+    record->kind = kindOf(os::toUtf8(std::wstring_view{entity->isA()->dxfName()}), true);
+    record->set(Record::isNew);
+    record->set(Record::openForWrite);
+    ++openCount_;
+    entity->setRecord(record);
+    entity->setLayerState(currentLayer());
+    history_.recordNew(record);
+    definition->made.push_back(record);
+    addToIndex(record);
+    if (blockRecord != modelSpace_) blocks_->touch();
+    return record;
+}
+
+const Record* Drawing::endOfEntities() const {
+    const Record* each = entities_;
+    while (each && each->kind != Kind::endSection) each = RecordChain::next(each);
+    return each;
+}
+
+const LayerState& Drawing::currentLayer() const {
+    const std::string_view name = headerValue("$CLAYER", 8);
+    return layers_->named(name.empty() ? "0" : name);
+}
+
+void Drawing::moveOwned(Record* owned, AcDbEntity& entity, const AcGeMatrix3d& motion) {
+    const FieldMove move{motion, *entity.fieldTable(), entity.fieldBase(), entity.xdataPoints()};
+    if (!move.isSafe()) return;
+    aboutToChange(owned);
+    move.apply();
+}
+
+} // namespace qx::db

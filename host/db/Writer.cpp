@@ -1,0 +1,167 @@
+// Writing a drawing: the file's bytes in whole runs, interrupted only where something changed.
+#include "db/Drawing.h"
+#include "db/patches.h"
+#include "dxf/Tag.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace qx::db {
+
+class Writer {
+public:
+    using Sink = std::function<bool(std::string_view)>;
+    Writer(const Drawing& drawing, Sink sink);
+
+    /// False when the sink refused; then the rest was not written.
+    bool write(const Progress& progress);
+
+private:
+    void lookOver();
+    bool isDropped(const Record* record) const;
+    bool isTouched(const Record* record) const;
+    void writeTouched(Record* record);
+    void writePatched(Record* record);
+    void writeGroup(const Record* record);
+    void writeHeader(const Record* record);
+    void writeNewBefore(const Record* record);
+    void put(std::string_view bytes) { isGood_ = isGood_ && (bytes.empty() || sink_(bytes)); }
+    void put(const char* from, const char* to) { put({from, static_cast<std::size_t>(to - from)}); }
+
+    const Drawing& drawing_;
+    Sink sink_;
+    std::string_view lineEnd_;
+    Patcher patcher_;
+    bool hasErased_ = false;
+    std::uint64_t newestHandle_ = 0; ///< of the new objects that are written; 0: none
+    bool isGood_ = true;
+};
+
+Writer::Writer(const Drawing& drawing, Sink sink)
+    : drawing_{drawing}, sink_{std::move(sink)},
+      lineEnd_{drawing.bytes_.view().substr(0, 4096).find("\r\n") == std::string_view::npos ? "\n" : "\r\n"},
+      patcher_{lineEnd_} {
+    lookOver();
+}
+
+void Writer::lookOver() {
+    for (const Record* each = drawing_.firstRecord(); each; each = RecordChain::next(each)) {
+        hasErased_ = hasErased_ || (each->has(Record::erased) && !each->has(Record::isNew));
+        if (each->has(Record::isNew) && !each->has(Record::erased))
+            newestHandle_ = std::max(newestHandle_, each->handle);
+    }
+}
+
+// Attributes and vertices go with the entity that owns them.
+bool Writer::isDropped(const Record* record) const {
+    if (!hasErased_) return false;
+    return record->has(Record::erased) || (record->owner && record->owner->has(Record::erased));
+}
+
+bool Writer::isTouched(const Record* record) const {
+    if (record->has(Record::changed) || isDropped(record)) return true;
+    if (hasErased_ && record->kind == Kind::group) return true;
+    return newestHandle_ && (record == drawing_.header_ || record->kind == Kind::endSection ||
+                             record->kind == Kind::endBlock);
+}
+
+bool Writer::write(const Progress& progress) {
+    constexpr std::size_t bytesBetweenReports = std::size_t{16} << 20;
+    const std::string_view all = drawing_.bytes_.view();
+    const char* runBegin = all.data();
+    const char* nextReport = runBegin + bytesBetweenReports;
+    for (Record* each = drawing_.firstRecord(); each && isGood_; each = RecordChain::next(each)) {
+        if (!each->begin || !isTouched(each)) continue;
+        put(runBegin, each->begin);
+        writeTouched(each);
+        runBegin = each->begin + drawing_.bytesOf(each).size();
+        if (!progress || runBegin < nextReport) continue;
+        progress(static_cast<std::size_t>(runBegin - all.data()), all.size());
+        nextReport = runBegin + bytesBetweenReports;
+    }
+    put(runBegin, all.data() + all.size());
+    return isGood_;
+}
+
+void Writer::writeTouched(Record* record) {
+    writeNewBefore(record);
+    if (isDropped(record)) return;
+    if (record == drawing_.header_)
+        writeHeader(record);
+    else if (record->kind == Kind::group && hasErased_)
+        writeGroup(record);
+    else if (record->has(Record::changed) && record->live)
+        writePatched(record);
+    else
+        put(drawing_.bytesOf(record));
+}
+
+void Writer::writePatched(Record* record) {
+    const std::string_view bytes = drawing_.bytesOf(record);
+    const char* at = bytes.data();
+    for (const Patch& patch : patcher_.patchesFor(bytes, *record->live)) {
+        put(at, patch.at);
+        put(patch.text);
+        at = patch.at + patch.replaced;
+    }
+    put(at, bytes.data() + bytes.size());
+}
+
+// Members that were erased leave the group; whatever else the file lists stays.
+void Writer::writeGroup(const Record* record) {
+    const std::string_view bytes = drawing_.bytesOf(record);
+    const char* at = bytes.data();
+    dxf::TagCursor cursor{at, at + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag);) {
+        const Record* member = tag.code == 340 ? drawing_.find(dxf::toHandle(tag.value).value_or(0)) : nullptr;
+        if (!member || !member->has(Record::erased)) continue;
+        put(at, tag.begin);
+        at = tag.end;
+    }
+    put(at, bytes.data() + bytes.size());
+}
+
+void Writer::writeHeader(const Record* record) {
+    const std::string_view bytes = drawing_.bytesOf(record);
+    const std::string_view seed = drawing_.headerValue("$HANDSEED", 5);
+    if (seed.empty() || dxf::toHandle(seed).value_or(0) > newestHandle_) return put(bytes);
+    char text[20];
+    std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(newestHandle_ + 1));
+    put(bytes.data(), seed.data());
+    put(text);
+    put(seed.data() + seed.size(), bytes.data() + bytes.size());
+}
+
+// Entities of model and paper space stand in a section of their own, those of other blocks before their ENDBLK.
+void Writer::writeNewBefore(const Record* record) {
+    if (!newestHandle_) return;
+    const bool endsEntities = record->kind == Kind::endSection && record == drawing_.endOfEntities();
+    for (const BlockDefinition& definition : drawing_.blocks().all()) {
+        if (definition.isLayout ? !endsEntities : definition.end != record) continue;
+        for (Record* each : definition.made) {
+            if (each->has(Record::erased)) continue;
+            auto& entity = static_cast<AcDbEntity&>(*each->live);
+            put(newObjectBytes(entity, definition.record->handle, lineEnd_));
+        }
+    }
+}
+
+Outcome Drawing::save(const std::string& path, os::Backup backup, const Progress& progress) const {
+    auto file = os::AtomicFile::create(path);
+    if (!file) return Outcome::failure(file.error());
+    Writer writer{*this, [&](std::string_view bytes) { return file->write(bytes); }};
+    writer.write(progress);
+    return file->commit(backup);
+}
+
+std::string Drawing::toBytes() const {
+    std::string bytes;
+    Writer writer{*this, [&](std::string_view more) {
+                      bytes += more;
+                      return true;
+                  }};
+    writer.write({});
+    return bytes;
+}
+
+} // namespace qx::db

@@ -1,0 +1,190 @@
+#include "db/patches.h"
+
+#include "db/FieldTable.h"
+#include "db/Layers.h"
+#include "dbpl.h"
+#include "dxf/Tag.h"
+#include "os/encoding.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+
+namespace qx::db {
+
+namespace {
+
+std::string codeLine(int code, std::string_view lineEnd) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%3d", code);
+    return text + std::string{lineEnd};
+}
+
+std::string tagText(int code, std::string_view value, std::string_view lineEnd) {
+    return codeLine(code, lineEnd).append(value).append(lineEnd);
+}
+
+int slotsOf(const Field& field) {
+    if (field.role == Role::subclass) return 0;
+    return field.isPoint() ? 3 : 1;
+}
+
+bool differsFromFallback(const Slot& slot, void* base) {
+    if (slot.form == Slot::Form::text) return false;
+    if (slot.form == Slot::Form::integer) return memberAt<Adesk::Int32>(base, slot.offset) != slot.fallback;
+    return memberAt<double>(base, slot.offset) != slot.fallback;
+}
+
+std::string valueText(const Slot& slot, void* base) {
+    if (slot.form == Slot::Form::real) return realText(memberAt<double>(base, slot.offset));
+    char text[16];
+    std::snprintf(text, sizeof text, "%6d", memberAt<Adesk::Int32>(base, slot.offset));
+    return text;
+}
+
+} // namespace
+
+std::string realText(double value) {
+    char text[40];
+    const auto [end, error] = std::to_chars(text, text + sizeof text, value);
+    std::string shortest{text, end};
+    if (shortest.find_first_of(".en") == std::string::npos) shortest += ".0";
+    return shortest;
+}
+
+const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject& object) {
+    patches_.clear();
+    object_ = &object;
+    table_ = object.fieldTable();
+    base_ = object.fieldBase();
+    if (!table_) return patches_;
+    std::fill_n(seenAt_.begin(), table_->slots.size(), nullptr);
+    std::fill_n(patchOf_.begin(), table_->slots.size(), -1);
+    vertex_ = 0;
+    compareFields(bytes);
+    insertMissing();
+    std::ranges::stable_sort(patches_, {}, &Patch::at);
+    return patches_;
+}
+
+void Patcher::compareFields(std::string_view bytes) {
+    FieldTags tags{bytes};
+    dxf::Tag tag;
+    defaultAnchor_ = nullptr;
+    while (tags.next(tag)) {
+        if (tag.code == 8) defaultAnchor_ = tag.end;
+        const std::uint8_t slot = table_->slotOf(tag.code);
+        if (slot != FieldTable::noSlot)
+            compareSlot(slot, tag.value, tag.end);
+        else if (table_->vertices && table_->vertices->holds(tag.code))
+            compareVertex(tag.code, tag.value);
+    }
+    if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
+    if (!defaultAnchor_) defaultAnchor_ = tag.code >= 1000 || tag.code == 101 ? tag.begin : bytes.data() + bytes.size();
+}
+
+// Of a group that stands twice the last one counts, as in reading: an earlier patch for it is withdrawn.
+void Patcher::compareSlot(std::size_t index, std::string_view text, const char* end) {
+    const Slot& slot = table_->slots[index];
+    if (patchOf_[index] >= 0) {
+        Patch& earlier = patches_[static_cast<std::size_t>(patchOf_[index])];
+        earlier = {earlier.at, 0, {}};
+        patchOf_[index] = -1;
+    }
+    seenAt_[index] = end;
+    if (slot.form == Slot::Form::text) return;
+    const std::size_t before = patches_.size();
+    if (slot.form == Slot::Form::real)
+        compareReal(text, memberAt<double>(base_, slot.offset));
+    else if (dxf::toReal(text) != static_cast<double>(memberAt<Adesk::Int32>(base_, slot.offset)))
+        patches_.push_back({text.data(), text.size(), valueText(slot, base_)});
+    if (patches_.size() > before) patchOf_[index] = static_cast<int>(before);
+}
+
+void Patcher::compareReal(std::string_view text, double value) {
+    if (dxf::toReal(text) != value) patches_.push_back({text.data(), text.size(), realText(value)});
+}
+
+void Patcher::compareVertex(int code, std::string_view text) {
+    const VertexGroups& groups = *table_->vertices;
+    const auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base_, groups.offset);
+    if (code == groups.code) ++vertex_;
+    if (vertex_ == 0 || vertex_ > vertices.size()) return;
+    const AcDbPolyline::Vertex& vertex = vertices[vertex_ - 1];
+    compareReal(text, code == groups.code ? vertex.x : code == groups.bulgeCode ? vertex.bulge : vertex.y);
+}
+
+// The points come in the order in which they were read.
+void Patcher::compareXData(const char* begin, const char* end) {
+    const auto* entity = dynamic_cast<const AcDbEntity*>(object_);
+    const XDataPoints* xdata = entity ? entity->xdataPoints() : nullptr;
+    if (!xdata) return;
+    std::size_t point = 0; // 1-based
+    dxf::TagCursor cursor{begin, end};
+    for (dxf::Tag tag; cursor.next(tag);) {
+        if (tag.code < 1011 || tag.code > 1033 || !dxf::toReal(tag.value)) continue;
+        if (tag.code <= 1013) ++point;
+        if (point == 0 || point > xdata->points.size()) continue;
+        const XDataPoint& each = xdata->points[point - 1];
+        if (tag.code == each.code) compareReal(tag.value, each.value.x);
+        if (tag.code == each.code + 10) compareReal(tag.value, each.value.y);
+        if (tag.code == each.code + 20) compareReal(tag.value, each.value.z);
+    }
+}
+
+// A missing group goes behind the last one before it in the table that the file has.
+void Patcher::insertMissing() {
+    const char* anchor = defaultAnchor_;
+    std::size_t slot = 0;
+    for (const Field& field : table_->fields) {
+        const auto count = static_cast<std::size_t>(slotsOf(field));
+        for (std::size_t i = slot; i < slot + count; ++i)
+            if (seenAt_[i]) anchor = seenAt_[i];
+        insertMissing(field, slot, anchor);
+        slot += count;
+    }
+}
+
+// Of a point either all groups are there or the missing ones follow those that are.
+void Patcher::insertMissing(const Field& field, std::size_t firstSlot, const char* anchor) {
+    const auto count = static_cast<std::size_t>(slotsOf(field));
+    bool isNeeded = false;
+    for (std::size_t i = firstSlot; i < firstSlot + count; ++i)
+        isNeeded = isNeeded || (!seenAt_[i] && differsFromFallback(table_->slots[i], base_));
+    if (!isNeeded) return;
+    for (std::size_t i = firstSlot; i < firstSlot + count; ++i) {
+        const Slot& slot = table_->slots[i];
+        if (!seenAt_[i]) patches_.push_back({anchor, 0, tagText(slot.code, valueText(slot, base_), lineEnd_)});
+    }
+}
+
+std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::string_view lineEnd) {
+    char handle[20];
+    std::string bytes = tagText(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
+    std::snprintf(handle, sizeof handle, "%llX",
+                  static_cast<unsigned long long>(entity.objectId().record()->handle));
+    bytes += tagText(5, handle, lineEnd);
+    if (ownerHandle) {
+        std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(ownerHandle));
+        bytes += tagText(330, handle, lineEnd);
+    }
+    bytes += tagText(100, "AcDbEntity", lineEnd) + tagText(8, entity.layerState().bytes, lineEnd);
+
+    const FieldTable& table = *entity.fieldTable();
+    void* base = entity.fieldBase();
+    std::size_t slot = 0;
+    for (const Field& field : table.fields) {
+        if (field.role == Role::subclass) bytes += tagText(100, field.marker, lineEnd);
+        const auto count = static_cast<std::size_t>(slotsOf(field));
+        const bool isOptional = field.role == Role::integer || field.role == Role::normal;
+        bool isWritten = !isOptional;
+        for (std::size_t i = slot; i < slot + count; ++i)
+            isWritten = isWritten || differsFromFallback(table.slots[i], base);
+        for (std::size_t i = slot; isWritten && i < slot + count; ++i)
+            bytes += tagText(table.slots[i].code, valueText(table.slots[i], base), lineEnd);
+        slot += count;
+    }
+    return bytes;
+}
+
+} // namespace qx::db

@@ -1,0 +1,61 @@
+// What has to be written differently so that a record's bytes say what its live object says: values that really
+// differ are replaced, and groups that the file leaves out are put in where they belong.
+#pragma once
+
+#include "db/Record.h"
+#include "dbmain.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::db {
+
+struct Field;
+struct FieldTable;
+struct Slot;
+
+/// The shortest text that reads back as the same number, with a point or an exponent.
+std::string realText(double value);
+
+struct Patch {
+    const char* at;       ///< in the record's bytes
+    std::size_t replaced; ///< how many bytes go
+    std::string text;     ///< what comes
+};
+
+/// Patches one record after the other; keeps its room between them.
+class Patcher {
+public:
+    /// `lineEnd` is what the drawing ends its lines with.
+    explicit Patcher(std::string_view lineEnd) : lineEnd_{lineEnd} {}
+
+    /// Patches in the order of their places; valid until the next call.
+    const std::vector<Patch>& patchesFor(std::string_view bytes, AcDbObject& object);
+
+private:
+    void compareFields(std::string_view bytes);
+    void compareSlot(std::size_t index, std::string_view text, const char* end);
+    void compareVertex(int code, std::string_view text);
+    void insertMissing();
+    void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
+    void compareXData(const char* begin, const char* end);
+    void compareReal(std::string_view text, double value);
+
+    std::string lineEnd_;
+    std::vector<Patch> patches_;
+    AcDbObject* object_ = nullptr;
+    const FieldTable* table_ = nullptr;
+    void* base_ = nullptr;
+    std::array<const char*, 64> seenAt_; ///< per slot, one past its tag; null: not in the file
+    std::array<int, 64> patchOf_;        ///< per slot, the patch that replaces its value; -1: none
+    std::size_t vertex_ = 0;             ///< 1-based, of the vertex being compared
+    const char* defaultAnchor_ = nullptr;
+};
+
+/// The bytes of an object that the file does not have yet. `ownerHandle` 0 leaves the owner out.
+std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::string_view lineEnd);
+
+} // namespace qx::db

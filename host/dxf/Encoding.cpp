@@ -1,0 +1,100 @@
+#include "dxf/Encoding.h"
+
+#include "os/encoding.h"
+
+#include <algorithm>
+#include <cctype>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx::dxf {
+
+namespace {
+
+constexpr std::string_view firstUtf8Version = "AC1021";
+
+/// The value of `digits` hexadecimal digits at the start of the text; nothing when there are fewer.
+std::optional<char32_t> hexAt(std::u32string_view text, std::size_t digits) {
+    if (text.size() < digits) return std::nullopt;
+    char32_t value = 0;
+    for (char32_t c : text.substr(0, digits)) {
+        if (c > 0x7f || !std::isxdigit(static_cast<int>(c))) return std::nullopt;
+        value = value * 16 + (c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10);
+    }
+    return value;
+}
+
+/// Two bytes of one of the double-byte code pages that \M+ names by a digit.
+std::optional<char32_t> doubleByte(char32_t page, char32_t bytes) {
+    static const char* const pages[] = {"ANSI_932", "ANSI_950", "ANSI_949", "ANSI_1361", "ANSI_936"};
+    if (page < '1' || page > '5') return std::nullopt;
+    static std::map<char32_t, os::Converter> converters;
+    const auto known = converters.try_emplace(page, pages[page - '1']).first;
+    const char both[] = {static_cast<char>(bytes >> 8), static_cast<char>(bytes & 0xff)};
+    const std::u32string decoded = os::toUtf32(known->second.toUtf8({both, 2}));
+    return decoded.size() == 1 ? std::optional{decoded[0]} : std::nullopt;
+}
+
+struct Escape {
+    char32_t character;
+    std::size_t length;
+};
+
+/// \U+XXXX or \M+nXXXX at the start of the text.
+std::optional<Escape> escapeAt(std::u32string_view text) {
+    const bool isUnicode = text.starts_with(U"\\U+") || text.starts_with(U"\\u+");
+    const bool isDoubleByte = text.starts_with(U"\\M+") || text.starts_with(U"\\m+");
+    if (isUnicode)
+        if (const auto value = hexAt(text.substr(3), 4)) return Escape{*value, 7};
+    if (isDoubleByte && text.size() > 4)
+        if (const auto bytes = hexAt(text.substr(4), 4))
+            if (const auto value = doubleByte(text[3], *bytes)) return Escape{*value, 8};
+    return std::nullopt;
+}
+
+std::u32string withoutEscapes(std::u32string text) {
+    if (text.find(U'\\') == std::u32string::npos) return text;
+    std::u32string plain;
+    for (std::size_t i = 0; i < text.size();) {
+        const auto escape = text[i] == U'\\' ? escapeAt(std::u32string_view{text}.substr(i)) : std::nullopt;
+        plain += escape ? escape->character : text[i];
+        i += escape ? escape->length : 1;
+    }
+    return plain;
+}
+
+bool isAscii(std::string_view bytes) {
+    return std::ranges::none_of(bytes, [](char c) { return static_cast<unsigned char>(c) > 0x7f; });
+}
+
+} // namespace
+
+const Encoding& Encoding::of(std::string_view version, std::string_view codePage) {
+    static std::map<std::string, std::unique_ptr<Encoding>> known;
+    const std::string key = version >= firstUtf8Version ? "" : codePage.empty() ? "ANSI_1252" : std::string{codePage};
+    std::unique_ptr<Encoding>& encoding = known[key];
+    if (!encoding) encoding.reset(new Encoding{key});
+    return *encoding;
+}
+
+Encoding::Encoding(const std::string& codePage)
+    : converter_{codePage.empty() ? nullptr : std::make_unique<os::Converter>(codePage)} {}
+
+Encoding::~Encoding() = default;
+
+std::string Encoding::rawToUtf8(std::string_view bytes) const {
+    return converter_ && !isAscii(bytes) ? converter_->toUtf8(bytes) : std::string{bytes};
+}
+
+std::u32string Encoding::decode(std::string_view bytes) const {
+    return withoutEscapes(os::toUtf32(rawToUtf8(bytes)));
+}
+
+std::string Encoding::toUtf8(std::string_view bytes) const {
+    if (isAscii(bytes) && bytes.find('\\') == std::string_view::npos) return std::string{bytes};
+    return os::toUtf8(decode(bytes));
+}
+
+} // namespace qx::dxf

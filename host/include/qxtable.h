@@ -1,0 +1,30 @@
+// Tables that a module gathers from all its sources without a list anywhere: each entry's address goes into a
+// data section of the module's own, where the linker lays them side by side in the order in which they are
+// written. How sections are bounded is the object format's business; this file holds all of it.
+#pragma once
+
+namespace qx::module {
+
+/// The entries of one table; some may be null.
+template <class Entry> struct TableView {
+    const Entry** first;
+    const Entry** last;
+
+    const Entry** begin() const { return first; }
+    const Entry** end() const { return last; }
+    bool empty() const { return first == last; }
+};
+
+} // namespace qx::module
+
+/// Declares the table SECTION (a C identifier) of ENTRY records and a function that gives it. A module
+/// without entries has an empty table.
+#define QX_DECLARE_TABLE(SECTION, ENTRY, FUNCTION)                                                           \
+    extern "C" __attribute__((weak, visibility("hidden"))) const ENTRY* __start_##SECTION[];                 \
+    extern "C" __attribute__((weak, visibility("hidden"))) const ENTRY* __stop_##SECTION[];                  \
+    inline qx::module::TableView<ENTRY> FUNCTION() { return {__start_##SECTION, __stop_##SECTION}; }
+
+/// Adds a record to a table, under a name that is unique in the source; the values follow.
+#define QX_TABLE_ENTRY(SECTION, ENTRY, NAME, ...)                                                            \
+    static const ENTRY NAME = {__VA_ARGS__};                                                                 \
+    __attribute__((section(#SECTION), used, no_reorder)) static const ENTRY* NAME##Address = &NAME

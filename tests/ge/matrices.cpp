@@ -1,0 +1,103 @@
+#include "gemat3d.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <random>
+
+void PrintTo(const AcGePoint3d& p, std::ostream* out) { *out << p.x << ',' << p.y << ',' << p.z; }
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+AcGeMatrix3d frame(const AcGeVector3d& x, const AcGeVector3d& y, const AcGeVector3d& z) {
+    return AcGeMatrix3d{}.setCoordSystem({1, 2, 3}, x, y, z);
+}
+
+TEST(Matrix, mapsPoints) {
+    const auto turn = AcGeMatrix3d::rotation(pi / 2, {0, 0, 2});
+    const auto move = AcGeMatrix3d::translation({10, 0, 0});
+    const struct {
+        const char* name;
+        AcGeMatrix3d m;
+        AcGePoint3d from, to;
+    } cases[] = {
+        {"identity", {}, {1, 2, 3}, {1, 2, 3}},
+        {"quarter about Z", turn, {1, 0, 5}, {0, 1, 5}},
+        {"quarter about X", AcGeMatrix3d::rotation(pi / 2, {1, 0, 0}), {7, 1, 0}, {7, 0, 1}},
+        {"quarter about Y", AcGeMatrix3d::rotation(pi / 2, {0, 1, 0}), {0, 7, 1}, {1, 7, 0}},
+        {"third about the diagonal", AcGeMatrix3d::rotation(2 * pi / 3, {1, 1, 1}), {1, 2, 3}, {3, 1, 2}},
+        {"about -Z the other way", AcGeMatrix3d::rotation(pi / 2, {0, 0, -1}), {1, 0, 0}, {0, -1, 0}},
+        {"about a point", AcGeMatrix3d::rotation(pi, {0, 0, 1}, {2, 1, 9}), {3, 1, 0}, {1, 1, 0}},
+        {"no axis, no turn", AcGeMatrix3d::rotation(1, {0, 0, 0}, {2, 1, 9}), {3, 1, 0}, {3, 1, 0}},
+        {"the right factor acts first", move * turn, {1, 0, 0}, {10, 1, 0}},
+        {"and so the other way round", turn * move, {1, 0, 0}, {0, 11, 0}},
+        {"scaling about a point", AcGeMatrix3d::scaling(2, {1, 1, 1}), {2, 3, 1}, {3, 5, 1}},
+        {"axes and origin", frame({0, 2, 0}, {-1, 0, 0}, {0, 0, 1}), {1, 1, 1}, {0, 4, 4}},
+    };
+    for (const auto& c : cases)
+        EXPECT_PRED2([](const auto& a, const auto& b) { return a.isEqualTo(b); }, c.m * c.from, c.to)
+            << c.name;
+    EXPECT_TRUE((move * AcGeVector3d(1, 2, 3)).isEqualTo({1, 2, 3})) << "vectors don't travel";
+}
+
+TEST(Matrix, settersReplaceWhatWasThere) {
+    AcGeMatrix3d m = AcGeMatrix3d::scaling(3, {1, 2, 3});
+    EXPECT_TRUE(m.setToTranslation({1, 0, 0}).isEqualTo(AcGeMatrix3d::translation({1, 0, 0})));
+    EXPECT_TRUE(m.setToRotation(1, {0, 0, 1}).isEqualTo(AcGeMatrix3d::rotation(1, {0, 0, 1})));
+    EXPECT_TRUE(m.setToIdentity().isEqualTo(AcGeMatrix3d::kIdentity));
+}
+
+TEST(Matrix, turningAboutZLeavesHeightsExactlyAlone) {
+    for (int degrees = -720; degrees <= 720; ++degrees) {
+        const auto turn = AcGeMatrix3d::rotation(degrees * pi / 180, AcGeVector3d::kZAxis, {1e5, -3e4, 0.3});
+        ASSERT_EQ((turn * AcGePoint3d(123.456, 7.8, 0.1)).z, 0.1) << degrees;
+    }
+}
+
+TEST(Matrix, knowsWhatItKeeps) {
+    const struct {
+        const char* name;
+        AcGeMatrix3d m;
+        double det;
+        bool isUniform;
+    } cases[] = {
+        {"rotation", AcGeMatrix3d::rotation(1, {1, 2, 3}, {4, 5, 6}), 1, true},
+        {"scaling", AcGeMatrix3d::scaling(-2), -8, true},
+        {"mirroring", frame({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}), -1, true},
+        {"uneven scaling", frame({2, 0, 0}, {0, 1, 0}, {0, 0, 1}), 2, false},
+        {"shearing", frame({1, 0, 0}, {0.6, 0.8, 0}, {0, 0, 1}), 0.8, false},
+        {"flattening", frame({1, 0, 0}, {0, 1, 0}, {0, 0, 0}), 0, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_NEAR(c.m.det(), c.det, 1e-12) << c.name;
+        EXPECT_EQ(c.m.isUniScaledOrtho(), c.isUniform) << c.name;
+        EXPECT_EQ(c.m.isSingular(), c.det == 0) << c.name;
+        const AcGeMatrix3d expected = c.det == 0 ? c.m * c.m : AcGeMatrix3d::kIdentity;
+        EXPECT_TRUE((c.m * c.m.inverse()).isEqualTo(expected)) << c.name;
+    }
+}
+
+TEST(Matrix, comparesColumnsAndTranslationEachByItsTolerance) {
+    EXPECT_TRUE(AcGeMatrix3d::translation({1e-10, 0, 0}).isEqualTo({}));
+    EXPECT_FALSE(AcGeMatrix3d::translation({1.1e-10, 0, 0}).isEqualTo({}));
+    EXPECT_FALSE(AcGeMatrix3d::scaling(1 + 1e-11).isEqualTo({}));
+}
+
+TEST(Matrix, productsAndInversesAgreeWithMappingStepByStep) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
+        std::mt19937_64 random(seed);
+        std::uniform_real_distribution<double> number(-3, 3);
+        const auto vector = [&] { return AcGeVector3d(number(random), number(random), number(random)); };
+        const AcGeMatrix3d a = frame(vector(), vector(), vector());
+        const auto b = AcGeMatrix3d::rotation(number(random), vector(), AcGePoint3d::kOrigin + vector());
+        const AcGePoint3d p = AcGePoint3d::kOrigin + vector();
+        EXPECT_LT(((a * b) * p).distanceTo(a * (b * p)), 1e-12) << "seed " << seed;
+        if (std::abs(a.det()) > 0.1) {
+            EXPECT_LT((a.inverse() * (a * p)).distanceTo(p), 1e-11) << "seed " << seed;
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,156 @@
+#include "geassign.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+TEST(Points, areEqualUpToAndIncludingTheTolerance) {
+    AcGeTol wide;
+    wide.setEqualPoint(3.0);
+    const struct {
+        const char* name;
+        AcGePoint3d a, b;
+        AcGeTol tol;
+        bool areEqual;
+    } cases[] = {
+        {"at the default tolerance", {0, 0, 0}, {1e-10, 0, 0}, {}, true},
+        {"just beyond it", {0, 0, 0}, {1.0000001e-10, 0, 0}, {}, false},
+        {"distance counts, not coordinates", {0, 0, 0}, {8e-11, 8e-11, 0}, {}, false},
+        {"height counts", {1, 2, 3}, {1, 2, 3.1}, {}, false},
+        {"a widened copy, inclusive", {1, 1, 0}, {4, 1, 0}, wide, true},
+        {"a widened copy, beyond", {1, 1, 0}, {4.001, 1, 0}, wide, false},
+        {"not a number", {NAN, 0, 0}, {NAN, 0, 0}, {}, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.a.isEqualTo(c.b, c.tol), c.areEqual) << c.name;
+        if (c.a.z == c.b.z) {
+            EXPECT_EQ(AcGePoint2d(c.a.x, c.a.y).isEqualTo({c.b.x, c.b.y}, c.tol), c.areEqual) << c.name;
+        }
+    }
+    EXPECT_EQ(wide.equalVector(), 1e-12) << "widening points leaves vectors alone";
+}
+
+TEST(Vectors, relateWithinTheVectorTolerance) {
+    const struct {
+        const char* name;
+        AcGeVector3d a, b;
+        bool areEqual, areParallel, areCodirectional, arePerpendicular;
+    } cases[] = {
+        {"difference at the tolerance", {0, 1e-12, 0}, {0, 0, 0}, true, false, false, false},
+        {"difference beyond it", {0, 1.1e-12, 0}, {0, 0, 0}, false, false, false, false},
+        {"same direction", {1, 2, 3}, {2, 4, 6}, false, true, true, false},
+        {"opposite direction", {1, 2, 3}, {-2, -4, -6}, false, true, false, false},
+        {"long, hardly turned", {1e6, 0, 0}, {1e6, 1e-7, 0}, false, true, true, false},
+        {"turned too far", {1, 0, 0}, {1, 2e-12, 0}, false, false, false, false},
+        {"right angle", {0, 0, 5}, {3, 4, 0}, false, false, false, true},
+        {"nearly a right angle", {1, 0, 0}, {2e-12, 1, 0}, false, false, false, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.a.isEqualTo(c.b), c.areEqual) << c.name;
+        EXPECT_EQ(c.a.isParallelTo(c.b), c.areParallel) << c.name;
+        EXPECT_EQ(c.a.isCodirectionalTo(c.b), c.areCodirectional) << c.name;
+        EXPECT_EQ(c.a.isPerpendicularTo(c.b), c.arePerpendicular) << c.name;
+        if (c.a.z != 0 || c.b.z != 0) continue;
+        const AcGeVector2d a(c.a.x, c.a.y), b(c.b.x, c.b.y);
+        EXPECT_EQ(a.isEqualTo(b), c.areEqual) << c.name;
+        EXPECT_EQ(a.isParallelTo(b), c.areParallel) << c.name;
+        EXPECT_EQ(a.isPerpendicularTo(b), c.arePerpendicular) << c.name;
+    }
+}
+
+TEST(Vectors, normalizeAndKeepZero) {
+    const struct {
+        const char* name;
+        AcGeVector2d given, expected;
+        AcGe::ErrorCondition flag;
+    } cases[] = {
+        {"ordinary", {3, -4}, {0.6, -0.8}, AcGe::kOk},
+        {"zero stays", {0, 0}, {0, 0}, AcGe::k0This},
+        {"at the tolerance stays", {0, 1e-12}, {0, 1e-12}, AcGe::k0This},
+        {"above it has a direction", {0, -2e-12}, {0, -1}, AcGe::kOk},
+    };
+    for (const auto& c : cases) {
+        AcGe::ErrorCondition flag{};
+        const AcGeVector2d flat = AcGeVector2d{c.given}.normalize(AcGeTol{}, flag);
+        EXPECT_EQ(flag, c.flag) << c.name;
+        const AcGeVector3d steep = AcGeVector3d(0, c.given.x, c.given.y).normal();
+        EXPECT_DOUBLE_EQ(flat.x, c.expected.x) << c.name;
+        EXPECT_DOUBLE_EQ(flat.y, c.expected.y) << c.name;
+        EXPECT_DOUBLE_EQ(steep.y, c.expected.x) << c.name;
+        EXPECT_DOUBLE_EQ(steep.z, c.expected.y) << c.name;
+    }
+}
+
+TEST(Vectors, haveAnglesFromZeroToBelowAFullTurn) {
+    const struct {
+        const char* name;
+        AcGeVector2d v;
+        double angle;
+    } cases[] = {
+        {"zero vector", {0, 0}, 0},
+        {"+X", {2, 0}, 0},
+        {"first quarter", {1, 1}, pi / 4},
+        {"+Y", {0, 1}, pi / 2},
+        {"-X", {-1, 0}, pi},
+        {"-X from below", {-1, -0.0}, pi},
+        {"-Y", {0, -3}, 1.5 * pi},
+        {"fourth quarter", {1, -1}, 1.75 * pi},
+        {"+X from below", {1, -0.0}, 0},
+        {"a hair below +X", {1, -1e-20}, 2 * pi},
+    };
+    for (const auto& c : cases) {
+        EXPECT_DOUBLE_EQ(c.v.angle(), c.angle) << c.name;
+        EXPECT_LT(c.v.angle(), 2 * pi) << c.name;
+        EXPECT_FALSE(std::signbit(c.v.angle())) << c.name;
+    }
+}
+
+TEST(Vectors, haveAnglesBetweenThem) {
+    const struct {
+        const char* name;
+        AcGeVector3d a, b, axis;
+        double plain, about;
+    } cases[] = {
+        {"quarter left", {1, 0, 0}, {0, 5, 0}, {0, 0, 1}, pi / 2, pi / 2},
+        {"quarter right", {1, 0, 0}, {0, -5, 0}, {0, 0, 1}, pi / 2, 1.5 * pi},
+        {"seen from below", {1, 0, 0}, {0, 5, 0}, {0, 0, -2}, pi / 2, 1.5 * pi},
+        {"equal", {1, 1, 0}, {2, 2, 0}, {0, 0, 1}, 0, 0},
+        {"opposite", {1, 0, 0}, {-1, 0, 0}, {0, 0, 1}, pi, pi},
+        {"with a zero vector", {1, 0, 0}, {0, 0, 0}, {0, 0, 1}, 0, 0},
+    };
+    for (const auto& c : cases) {
+        EXPECT_DOUBLE_EQ(c.a.angleTo(c.b), c.plain) << c.name;
+        EXPECT_DOUBLE_EQ(c.a.angleTo(c.b, c.axis), c.about) << c.name;
+        EXPECT_DOUBLE_EQ(AcGeVector2d(c.a.x, c.a.y).angleTo({c.b.x, c.b.y}), c.plain) << c.name;
+    }
+    EXPECT_LT(AcGeVector3d(1, 0, 0).angleTo({1, -1e-20, 0}, {0, 0, 1}), 2 * pi);
+}
+
+TEST(Points, turnInPlaceCounterClockwise) {
+    AcGePoint2d flat(3, 1);
+    EXPECT_EQ(&flat.rotateBy(pi / 2, {2, 1}), &flat);
+    EXPECT_TRUE(flat.isEqualTo({2, 2}));
+    AcGePoint3d solid(3, 1, 7);
+    EXPECT_EQ(&solid.rotateBy(pi / 2, AcGeVector3d::kZAxis, {2, 1, 0}), &solid);
+    EXPECT_TRUE(solid.isEqualTo({2, 2, 7}));
+    EXPECT_TRUE(solid.rotateBy(1, {0, 0, 0}).isEqualTo({2, 2, 7})) << "no axis, no turn";
+}
+
+TEST(PlainArrays, arePointsWithoutACopy) {
+    double array[3] = {1, 2, 3};
+    asPnt3d(array).x = 10;
+    asVec3d(array) += AcGeVector3d(0, 0, 4);
+    asPnt2d(array).y = 20;
+    EXPECT_EQ(array[0], 10);
+    EXPECT_EQ(array[1], 20);
+    EXPECT_EQ(array[2], 7);
+    AcGePoint3d p;
+    asDblArray(p)[2] = 5;
+    EXPECT_EQ(p.z, 5);
+}
+
+} // namespace

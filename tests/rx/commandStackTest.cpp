@@ -1,0 +1,176 @@
+#include "rx/CommandStack.h"
+
+#include <gtest/gtest.h>
+
+using namespace qx::rx;
+
+namespace {
+
+int runs = 0;
+void count() { ++runs; }
+
+/// Adds "group/global/local" on behalf of a module.
+Acad::ErrorStatus add(CommandStack& stack, const char* name, ModuleId owner = hostItself,
+                      HINSTANCE resources = nullptr, AcRxFunctionPtr function = count) {
+    std::wstring parts[3];
+    std::size_t part = 0;
+    for (; *name; ++name) *name == '/' ? void(++part) : parts[part].push_back(static_cast<wchar_t>(*name));
+    const ModuleScope scope{owner};
+    return stack.addCommand(parts[0].c_str(), parts[1].c_str(), parts[2].c_str(), ACRX_CMD_MODAL, function,
+                            nullptr, -1, resources);
+}
+
+/// "group/global/local" of each command, a '!' before stale ones.
+std::string listing(const CommandStack& stack) {
+    std::string text;
+    for (const auto& command : stack.all()) {
+        const auto& entry = command->entry();
+        const std::wstring name = entry.group + L"/" + entry.global + L"/" + entry.local;
+        text += text.empty() ? "" : " ";
+        text += command->isStale() ? "!" : "";
+        text.append(name.begin(), name.end());
+    }
+    return text;
+}
+
+TEST(CommandStack, NamesAreUniqueWithinAGroup) {
+    struct Case {
+        const char* name;
+        const char* command;
+        Acad::ErrorStatus status;
+    };
+    const Case cases[] = {
+        {"same global name", "G/ALIGN/other", Acad::eDuplicateKey},
+        {"same global name in another case", "g/align/other", Acad::eDuplicateKey},
+        {"same local name", "G/OTHER/Local", Acad::eDuplicateKey},
+        {"same names in another group", "H/Align/local", Acad::eOk},
+        {"other names", "G/Other/other", Acad::eOk},
+        {"another's global as local name", "G/Third/Align", Acad::eOk},
+        {"no local name: the global one", "G/Fourth/", Acad::eOk},
+        {"no global name", "G//local", Acad::eInvalidInput},
+        {"no group", "/Align/local", Acad::eInvalidInput},
+    };
+    for (const Case& c : cases) {
+        CommandStack stack;
+        ASSERT_EQ(add(stack, "G/Align/local"), Acad::eOk);
+        EXPECT_EQ(add(stack, c.command), c.status) << c.name;
+        EXPECT_EQ(stack.all().size(), c.status == Acad::eOk ? 2u : 1u) << c.name;
+    }
+    CommandStack stack;
+    EXPECT_EQ(add(stack, "G/Align/local", hostItself, nullptr, nullptr), Acad::eInvalidInput);
+    EXPECT_EQ(stack.addCommand(nullptr, nullptr, nullptr, 0, count), Acad::eInvalidInput);
+}
+
+TEST(CommandStack, TypedNamesFindTheNewestGroup) {
+    CommandStack stack;
+    add(stack, "OLD/Align/Same");
+    add(stack, "NEW/Align/NewLocal");
+    add(stack, "OLD/Late/NewLocal");
+    struct Case {
+        const wchar_t* typed;
+        std::wstring group; // empty: no such command
+    };
+    const Case cases[] = {
+        {L"ALIGN", L"NEW"},  {L"same", L"OLD"},    {L"newlocal", L"NEW"},
+        {L"_align", L"NEW"}, {L"_.align", L"NEW"}, {L"._LATE", L"OLD"},
+        {L"'_late", L"OLD"}, {L".same", L"OLD"},   {L"_same", L""},
+        {L"alig", L""},      {L"", L""},           {L"_", L""},
+    };
+    for (const Case& c : cases) {
+        const auto found = stack.find(c.typed);
+        EXPECT_TRUE((found ? found->entry().group : L"") == c.group)
+            << std::string{c.typed, c.typed + wcslen(c.typed)};
+    }
+    EXPECT_EQ(stack.lookupGlobalCmd(L"NewLocal"), nullptr);
+    EXPECT_EQ(stack.lookupLocalCmd(L"Late"), nullptr);
+    EXPECT_EQ(stack.lookupCmd(L"same"),
+              stack.lookupGlobalCmd(L"align") ? stack.find(L"Same").get() : nullptr);
+    EXPECT_EQ(stack.lookupCmd(nullptr), nullptr);
+}
+
+TEST(CommandStack, RemovesByGroupAndGlobalName) {
+    CommandStack stack;
+    add(stack, "G/One/Eins");
+    add(stack, "G/Two/Zwei");
+    add(stack, "H/One/Eins");
+    EXPECT_EQ(stack.removeCmd(L"G", L"Eins"), Acad::eKeyNotFound) << "a local name does not count";
+    EXPECT_EQ(stack.removeCmd(L"X", L"One"), Acad::eKeyNotFound);
+    EXPECT_EQ(stack.removeCmd(nullptr, nullptr), Acad::eKeyNotFound);
+    EXPECT_EQ(stack.removeCmd(L"g", L"one"), Acad::eOk);
+    EXPECT_EQ(stack.removeCmd(L"g", L"one"), Acad::eKeyNotFound);
+    EXPECT_EQ(listing(stack), "G/Two/Zwei H/One/Eins");
+    EXPECT_EQ(stack.removeGroup(L"h"), Acad::eOk);
+    EXPECT_EQ(stack.removeGroup(L"h"), Acad::eKeyNotFound);
+    EXPECT_EQ(stack.removeCmd(L"G", L"TWO"), Acad::eOk);
+    EXPECT_EQ(stack.removeGroup(L"G"), Acad::eKeyNotFound) << "a group goes with its last command";
+}
+
+TEST(CommandStack, StaleCommandsStayAndGiveWay) {
+    CommandStack stack;
+    add(stack, "G/One/Eins", 1);
+    add(stack, "G/Two/Zwei", 2);
+    add(stack, "H/One/Eins", 1);
+    const auto stale = stack.find(L"one");
+    stack.retire(1);
+    EXPECT_EQ(listing(stack), "!G/One/Eins G/Two/Zwei !H/One/Eins");
+
+    const int before = runs;
+    EXPECT_EQ(stale->run().error(), "命令 One 所属的模块已卸载，无法执行；请重新加载该模块。");
+    EXPECT_EQ(runs, before);
+    EXPECT_EQ(stale->functionAddr(), nullptr);
+
+    EXPECT_EQ(add(stack, "G/ONE/Zwei", 3), Acad::eDuplicateKey) << "the local name is a living command's";
+    EXPECT_EQ(add(stack, "G/ONE/Uno", 3), Acad::eOk);
+    EXPECT_EQ(listing(stack), "G/Two/Zwei G/ONE/Uno !H/One/Eins");
+    EXPECT_TRUE(stack.find(L"one")->run()) << "a living command goes before a stale one of a newer group";
+    EXPECT_EQ(runs, before + 1);
+    EXPECT_EQ(add(stack, "H/One/Eins", 3), Acad::eOk);
+    EXPECT_TRUE(stack.find(L"one")->entry().group == L"H");
+    EXPECT_EQ(stack.removeCmd(L"G", L"ONE"), Acad::eOk);
+}
+
+HINSTANCE const someInstance = reinterpret_cast<HINSTANCE>(&runs);
+HINSTANCE seen = nullptr;
+ModuleId seenModule = hostItself;
+CommandStack* selfRemoving = nullptr;
+
+void look() {
+    seen = AfxGetResourceHandle();
+    seenModule = ModuleScope::current();
+}
+void throwError() { throw std::runtime_error{"reason"}; }
+void throwNumber() { throw 42; }
+void removeItself() { selfRemoving->removeGroup(L"G"); }
+
+TEST(Command, RunsInItsModuleWithItsResources) {
+    CommandStack stack;
+    add(stack, "G/With/", 5, someInstance, look);
+    add(stack, "G/Without/", 5, nullptr, look);
+    ASSERT_TRUE(stack.find(L"with")->run());
+    EXPECT_EQ(seen, someInstance);
+    EXPECT_EQ(seenModule, 5u);
+    EXPECT_EQ(AfxGetResourceHandle(), nullptr) << "the old handle is current again";
+    ASSERT_TRUE(stack.find(L"without")->run());
+    EXPECT_EQ(seen, nullptr);
+    EXPECT_EQ(ModuleScope::current(), hostItself);
+}
+
+TEST(Command, ExceptionsEndHere) {
+    CommandStack stack;
+    add(stack, "G/Error/", 5, someInstance, throwError);
+    add(stack, "G/Number/", 5, someInstance, throwNumber);
+    EXPECT_EQ(stack.find(L"error")->run().error(), "命令 Error 因内部错误而中断：reason。");
+    EXPECT_EQ(stack.find(L"number")->run().error(), "命令 Number 因内部错误而中断：unknown exception。");
+    EXPECT_EQ(AfxGetResourceHandle(), nullptr);
+    EXPECT_EQ(ModuleScope::current(), hostItself);
+}
+
+TEST(Command, MayRemoveItself) {
+    CommandStack stack;
+    selfRemoving = &stack;
+    add(stack, "G/Gone/", 5, someInstance, removeItself);
+    EXPECT_TRUE(stack.find(L"gone")->run());
+    EXPECT_TRUE(stack.all().empty());
+}
+
+} // namespace

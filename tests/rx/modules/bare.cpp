@@ -1,0 +1,2 @@
+// A shared object that is no module.
+int answer() { return 42; }

@@ -1,0 +1,140 @@
+#include "shape/WindowSink.h"
+#include "shape/arcs.h"
+#include "shape/randomShapes.h"
+
+#include <gtest/gtest.h>
+
+using namespace qx::shape;
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+const AcGeVector3d X = AcGeVector3d::kXAxis, Y = AcGeVector3d::kYAxis;
+
+std::string answers(const WindowSink& sink) {
+    return sink.allInside() ? (sink.anyTouches() ? "inside" : "inside without touching")
+                            : (sink.anyTouches() ? "touches" : "apart");
+}
+
+template <class Primitive> struct WindowCase {
+    const char* name;
+    Primitive primitive;
+    const char* answer;
+};
+
+// All windows here reach from (0, 0) to (10, 10).
+template <class Primitive, std::size_t count>
+void check(const WindowCase<Primitive> (&cases)[count], void (Sink::*see)(const Primitive&)) {
+    for (const auto& c : cases) {
+        WindowSink sink({10, 0, 5}, {0, 10, -5});
+        (sink.*see)(c.primitive);
+        EXPECT_EQ(answers(sink), c.answer) << c.name;
+    }
+}
+
+TEST(Window, seesSegments) {
+    const WindowCase<Segment> cases[] = {
+        {"inside", {{1, 1, 0}, {9, 8, 0}}, "inside"},
+        {"on the border", {{0, 0, 0}, {0, 10, 0}}, "inside"},
+        {"inside at any height", {{1, 1, 99}, {2, 2, -99}}, "inside"},
+        {"one end inside", {{5, 5, 0}, {50, 5, 0}}, "touches"},
+        {"right across", {{-5, 5, 0}, {15, 6, 0}}, "touches"},
+        {"across a corner", {{-1, 2, 0}, {2, -1, 0}}, "touches"},
+        {"through a corner point", {{-1, 1, 0}, {1, -1, 0}}, "touches"},
+        {"past a corner", {{-1, 0.9, 0}, {0.9, -1, 0}}, "apart"},
+        {"past a corner the other way", {{0.9, -1, 0}, {-1, 0.9, 0}}, "apart"},
+        {"ends before the border", {{-5, 5, 0}, {-0.001, 5, 0}}, "apart"},
+        {"ends on the border", {{-5, 5, 0}, {0, 5, 0}}, "touches"},
+        {"a point inside", {{5, 5, 0}, {5, 5, 0}}, "inside"},
+        {"a point outside", {{5, 15, 0}, {5, 15, 0}}, "apart"},
+        {"not finite", {{5, 5, 0}, {INFINITY, 5, 0}}, "apart"},
+    };
+    check(cases, &Sink::segment);
+}
+
+TEST(Window, seesArcs) {
+    const auto circle = [](double x, double y, double radius) { return fullCircle({x, y, 0}, X, Y, radius); };
+    const WindowCase<EllipticArc> cases[] = {
+        {"inside", circle(5, 5, 4), "inside"},
+        {"filling the window", circle(5, 5, 5), "inside"},
+        {"around the window", circle(5, 5, 8), "apart"},
+        {"across two borders", circle(5, 5, 6), "touches"},
+        {"over one border and back", circle(5, -1, 2), "touches"},
+        {"touching from outside", circle(-2, 5, 2), "touches"},
+        {"box overlaps, curve passes the corner", circle(-2, -2, 2.5), "apart"},
+        {"around one corner", circle(0, 0, 1), "touches"},
+        {"ends inside", circleArc({5, -5, 0}, X, Y, 7, 0, pi / 2), "touches"},
+        {"the part inside is not drawn", circleArc({5, -1, 0}, X, Y, 2, pi * 0.9, pi * 1.2), "apart"},
+        {"drawn part inside only", circleArc({5, 0, 0}, X, Y, 2, 0, pi), "inside"},
+        {"flat ellipse right across", ellipticArc({5, 5, 0}, X * 9, Y * 0, 0, fullTurn), "touches"},
+        {"steep line of an ellipse on edge", ellipticArc({5, 5, 0}, Y * 9, Y * 0, 0, fullTurn), "touches"},
+        {"not finite", circle(5, 5, NAN), "apart"},
+    };
+    check(cases, &Sink::arc);
+}
+
+TEST(Window, seesTextAsFilledBoxes) {
+    const auto run = [](double x, double y, const AcGeVector3d& along, const AcGeVector3d& up) {
+        return TextRun{{x, y, 0}, along, up, {4, 0, 4, 0, 1, false}, {}, nullptr};
+    };
+    const WindowCase<TextRun> cases[] = {
+        {"inside", run(3, 3, X, Y), "inside"},
+        {"inside, mirrored", run(8, 3, -X, Y), "inside"},
+        {"sticking out", run(8, 3, X, Y), "touches"},
+        {"window within the text", run(-10, -10, X * 10, Y * 30), "touches"},
+        {"window within mirrored text", run(20, -10, -X * 10, Y * 30), "touches"},
+        {"slanting past a corner", run(-4, 1.2, X - Y, X * -0.7 - Y * 0.7), "apart"},
+        {"mirrored, past a corner", run(0, -2.8, Y - X, X * -0.7 - Y * 0.7), "apart"},
+        {"slanting over a corner", run(-3, 3.2, X - Y, X * -0.7 - Y * 0.7), "touches"},
+        {"beside", run(11, 3, X, Y), "apart"},
+        {"seen on edge, across", run(-1, 5, X * 5, AcGeVector3d::kZAxis), "touches"},
+        {"blank", TextRun{{5, 5, 0}, X, Y, {4, 0, 0, 0, 0, true}, {}, nullptr}, "apart"},
+        {"not finite", run(NAN, 3, X, Y), "apart"},
+    };
+    check(cases, &Sink::text);
+}
+
+TEST(Window, answersForAllPrimitivesTogether) {
+    WindowSink sink({0, 0, 0}, {10, 10, 0});
+    EXPECT_EQ(answers(sink), "apart") << "nothing seen";
+    sink.segment({{1, 1, 0}, {2, 2, 0}});
+    EXPECT_EQ(answers(sink), "inside");
+    EXPECT_FALSE(sink.isFull());
+    sink.segment({{20, 20, 0}, {30, 30, 0}});
+    EXPECT_EQ(answers(sink), "touches");
+    EXPECT_TRUE(sink.isFull());
+}
+
+TEST(WindowLaw, answersAgreeWithManyPointsOfTheArc) {
+    for (unsigned seed = 1; seed <= 1500; ++seed) {
+        shapes::Random random(seed);
+        const EllipticArc arc = random.arc();
+        const AcGePoint3d a = random.point(15), b = random.point(15);
+        WindowSink sink(a, b);
+        sink.arc(arc);
+        const AcGePoint3d middle = a + (b - a) / 2;
+        double least = INFINITY,
+               most = -INFINITY; // how far the samples are out of the window; negative inside
+        for (const AcGePoint3d& p : shapes::samplesOf(arc)) {
+            const double out = std::max(std::abs(p.x - middle.x) - std::abs(a.x - b.x) / 2,
+                                        std::abs(p.y - middle.y) - std::abs(a.y - b.y) / 2);
+            least = std::min(least, out);
+            most = std::max(most, out);
+        }
+        const double step = shapes::sampleDistance(arc);
+        if (least < -1e-9) {
+            ASSERT_TRUE(sink.anyTouches()) << "seed " << seed;
+        }
+        if (least > step) {
+            ASSERT_FALSE(sink.anyTouches()) << "seed " << seed;
+        }
+        if (most > 1e-9) {
+            ASSERT_FALSE(sink.allInside()) << "seed " << seed;
+        }
+        if (most < -step) {
+            ASSERT_TRUE(sink.allInside()) << "seed " << seed;
+        }
+    }
+}
+
+} // namespace

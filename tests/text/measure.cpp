@@ -1,0 +1,88 @@
+#include "text/measure.h"
+
+#include <gtest/gtest.h>
+
+using qx::text::measure;
+
+namespace {
+
+TEST(Measure, findsInkUpAndDown) {
+    const struct {
+        const char* name;
+        std::u32string_view text;
+        double bottom, top;
+    } cases[] = {
+        {"small letters", U"access", 0, 0.67}, {"ascender", U"ace d", 0, 1},
+        {"descender", U"ago", -0.25, 0.67},    {"dot over, tail below", U"j", -0.25, 1},
+        {"capitals and digits", U"R5", 0, 1},  {"comma", U"1,5", -0.2, 1},
+        {"only a full stop", U".", 0, 0.1},    {"quotes hang", U"''", 0.7, 1},
+        {"squares", U"中", -0.1, 1},           {"squares and tails", U"中g", -0.25, 1},
+        {"unknown script", U"\u0416", 0, 1},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(measure(c.text).inkBottom, c.bottom) << c.name;
+        EXPECT_EQ(measure(c.text).inkTop, c.top) << c.name;
+        EXPECT_FALSE(measure(c.text).blank) << c.name;
+    }
+}
+
+TEST(Measure, givesSquaresToTheEast) {
+    const struct {
+        const char* name;
+        std::u32string_view text;
+        double advance;
+    } cases[] = {
+        {"ideographs", U"对齐", 2},
+        {"kana", U"あア", 2},
+        {"Hangul", U"한글", 2},
+        {"full-width letters", U"ＡＢ", 2},
+        {"punctuation", U"、。", 2},
+        {"rare ideograph", U"\U00020000", 1},
+        {"full-width space", U"\u3000", 1},
+        {"half-width kana", U"ｱ", 0.5},
+    };
+    for (const auto& c : cases) EXPECT_DOUBLE_EQ(measure(c.text).advance, c.advance) << c.name;
+}
+
+TEST(Measure, tellsBlankFromDrawn) {
+    const struct {
+        const char* name;
+        std::u32string_view text;
+        bool isBlank, hasAdvance;
+    } cases[] = {
+        {"empty", U"", true, false},
+        {"spaces", U"  ", true, true},
+        {"full-width space", U"\u3000", true, true},
+        {"no-break space", U"\u00A0", true, true},
+        {"controls", U"\t\n", true, false},
+        {"marks alone", U"\u0301\u200B", true, false},
+        {"one letter among spaces", U" i ", false, true},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(measure(c.text).blank, c.isBlank) << c.name;
+        EXPECT_EQ(measure(c.text).advance > 0, c.hasAdvance) << c.name;
+    }
+}
+
+TEST(Measure, addsUpLineByItsCharacters) {
+    const double space = measure(U" ").advance;
+    const auto letter = measure(U"H");
+    const auto line = measure(U"  HaH ");
+    EXPECT_DOUBLE_EQ(line.advance, 3 * space + 2 * letter.advance + measure(U"a").advance);
+    EXPECT_DOUBLE_EQ(line.inkLeft, 2 * space + letter.inkLeft) << "leading spaces shift the ink";
+    EXPECT_DOUBLE_EQ(line.inkRight, line.advance - space - (letter.advance - letter.inkRight))
+        << "trailing spaces don't widen it";
+    EXPECT_EQ(measure(U"e\u0301").advance, measure(U"e").advance) << "marks take no room";
+}
+
+TEST(Measure, everyVisibleAsciiCharacterHasAGlyphWithinItsAdvance) {
+    for (char32_t c = U'!'; c <= U'~'; ++c) {
+        const auto glyph = measure({&c, 1});
+        EXPECT_FALSE(glyph.blank) << char(c);
+        EXPECT_TRUE(glyph.advance >= 0.55 && glyph.advance <= 0.9) << char(c);
+        EXPECT_TRUE(glyph.inkLeft > 0 && glyph.inkLeft < glyph.inkRight && glyph.inkRight < glyph.advance)
+            << char(c);
+    }
+}
+
+} // namespace
