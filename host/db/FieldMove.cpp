@@ -36,6 +36,11 @@ AcGeVector3d normalOf(const FieldTable& table, void* base) {
     return table.normal ? memberAt<AcGeVector3d>(base, table.normal->offset) : AcGeVector3d{0, 0, 1};
 }
 
+bool counts(const Field& field, void* base) {
+    return !field.guard || memberAt<Adesk::Int32>(base, field.guard->either) ||
+           memberAt<Adesk::Int32>(base, field.guard->or_);
+}
+
 } // namespace
 
 bool isMotion(const AcGeMatrix3d& m) { return isTranslation(m) || (hasUnitRows(m) && m.det() > 0); }
@@ -74,7 +79,7 @@ AcGePoint3d FieldMove::movedPoint(const Field& field) const {
 
 bool FieldMove::isSafe() const {
     for (const Field& field : table_.points)
-        if (!isUsable(movedPoint(field))) return false;
+        if (counts(field, base_) && !isUsable(movedPoint(field))) return false;
     if (const Vertices* all = vertices())
         for (const auto& vertex : *all)
             if (!isUsable(movedVertex(vertex, elevation()))) return false;
@@ -107,7 +112,8 @@ void FieldMove::applyTo(const Field& field) const {
 }
 
 void FieldMove::apply() const {
-    for (const Field& field : table_.points) applyTo(field);
+    for (const Field& field : table_.points)
+        if (counts(field, base_)) applyTo(field);
     if (vertices()) applyToVertices();
     for (const Field& field : table_.turning) applyTo(field);
     if (!xdata_) return;

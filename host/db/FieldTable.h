@@ -29,12 +29,18 @@ enum class Role : std::uint8_t {
     subclass      ///< no value: the marker before the fields that follow, for objects that are written anew
 };
 
+/// Integers of the class of which one must not be 0 for a field to mean anything.
+struct Guard {
+    std::uint16_t either, or_;
+};
+
 struct Field {
     Role role;
     std::int16_t code;
     std::uint16_t offset;
     double fallback = 0;            ///< what a missing group means; of each coordinate for points
     const char* marker = nullptr;   ///< of a subclass
+    const Guard* guard = nullptr;   ///< null: the field always counts
     constexpr bool isPoint() const {
         return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal;
     }

@@ -33,6 +33,8 @@ struct AcDbText::Placement {
 };
 
 const FieldTable& AcDbText::fields() {
+    // Left text on its baseline has no alignment point, whatever the file says there.
+    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
     static const FieldTable table{{
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
@@ -45,7 +47,7 @@ const FieldTable& AcDbText::fields() {
         {Role::plain, 51, offsetof(Data, obliqueDegrees)},
         {Role::integer, 71, offsetof(Data, generation)},
         {Role::integer, 72, offsetof(Data, horizontalMode)},
-        {Role::ocsPoint, 11, offsetof(Data, alignment)},
+        {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
         {Role::normal, 210, offsetof(Data, normal)},
         {Role::integer, 73, offsetof(Data, verticalMode)},
     }};
@@ -53,6 +55,8 @@ const FieldTable& AcDbText::fields() {
 }
 
 const FieldTable& AcDbAttribute::fields() {
+    // Left text on its baseline has no alignment point, whatever the file says there.
+    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
     static const FieldTable table{{
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
@@ -67,7 +71,7 @@ const FieldTable& AcDbAttribute::fields() {
         {Role::plain, 51, offsetof(Data, obliqueDegrees)},
         {Role::integer, 71, offsetof(Data, generation)},
         {Role::integer, 72, offsetof(Data, horizontalMode)},
-        {Role::ocsPoint, 11, offsetof(Data, alignment)},
+        {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
         {Role::normal, 210, offsetof(Data, normal)},
         {Role::integer, 74, offsetof(Data, verticalMode)},
     }};

@@ -22,9 +22,9 @@ bool hasDirection(const AcGeVector3d& v) {
 // The "arbitrary axis" rule of the drawing format: X is taken from the world's Y or Z, whichever is safely
 // away from the direction; the limit of 1/64 is part of the rule.
 OcsFrame::OcsFrame(const AcGeVector3d& normal) {
+    if (normal.x == 0 && normal.y == 0 && normal.z > 0) return; // nearly always
     if (!hasDirection(normal)) return;
     const AcGeVector3d n = unitVector(normal);
-    if (n.x == 0 && n.y == 0 && n.z > 0) return;
     constexpr double limit = 1.0 / 64;
     const bool isNearWorldZ = std::abs(n.x) < limit && std::abs(n.y) < limit;
     z = n;
