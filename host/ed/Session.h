@@ -90,7 +90,7 @@ public:
 
     CommandObserver* observer = nullptr;
     /// Told how far a long job is; null where nobody looks.
-    std::function<void(std::string_view job, std::size_t done, std::size_t total)> progress;
+    std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
 
 private:
     static Session* current_;
