@@ -8,7 +8,7 @@
 
 namespace qx::tests {
 namespace {
-constexpr const char* head = R"(0
+constexpr const char* beforeHandleSeed = R"(0
 SECTION
 2
 HEADER
@@ -19,8 +19,9 @@ AC1015
 9
 $HANDSEED
 5
-FFFF
-0
+)";
+
+constexpr const char* betweenHandleSeedAndEntities = R"(0
 ENDSEC
 0
 SECTION
@@ -244,7 +245,8 @@ Handle SmallDrawing::group(const std::string& name, const std::vector<Handle>& m
 }
 
 std::string SmallDrawing::bytes() const {
-    std::string bytes = head + entities_ + betweenEntitiesAndObjects;
+    std::string bytes = beforeHandleSeed + hex(next_) + "\n" + betweenHandleSeedAndEntities + entities_ +
+                        betweenEntitiesAndObjects;
     for (const Group& each : groups_) bytes += tag(3, each.name) + tag(350, hex(each.handle));
     return bytes + groupObjects_ + tail;
 }

@@ -32,6 +32,11 @@ TEST_F(Construction, ALineKeepsItsHeightsAndTheDefaultColour) {
     EXPECT_EQ(line->ownerId().record(), drawing_->modelSpace());
 }
 
+TEST_F(Construction, ANewEntityIsFoundByItsHandle) {
+    const AcDbObjectId id = makeLine({0, 0, 0}, {1, 0, 0}, 0);
+    EXPECT_EQ(drawing_.id(id.handle().value()), id);
+}
+
 TEST_F(Construction, AColourIndexIsTheLinesOwn) {
     const AcDbObjectPointer<AcDbLine> line{makeLine({0, 0, 0}, {1, 0, 0}, 1)};
     ASSERT_EQ(line.openStatus(), Acad::eOk);
