@@ -3,191 +3,42 @@
 #include "dbapserv.h"
 #include "dbents.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
 namespace qx::tests {
 namespace {
-constexpr const char* beforeHandleSeed = R"(0
-SECTION
-2
-HEADER
-9
-$ACADVER
-1
-AC1015
-9
-$HANDSEED
-5
-)";
+// Tags as "code value", with "|" between them.
+constexpr const char* beforeHandleSeed = "0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|9 $HANDSEED|";
+constexpr const char* betweenHandleSeedAndEntities =
+    "0 ENDSEC|0 SECTION|2 TABLES|"
+    "0 TABLE|2 LAYER|5 2|330 0|100 AcDbSymbolTable|70 2|"
+    "0 LAYER|5 10|330 2|100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 0|70 0|62 7|6 Continuous|"
+    "0 LAYER|5 11|330 2|100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 LOCKED|70 4|62 7|6 Continuous|"
+    "0 ENDTAB|"
+    "0 TABLE|2 BLOCK_RECORD|5 1|330 0|100 AcDbSymbolTable|70 1|"
+    "0 BLOCK_RECORD|5 1F|330 1|100 AcDbSymbolTableRecord|100 AcDbBlockTableRecord|2 *Model_Space|"
+    "0 ENDTAB|0 ENDSEC|0 SECTION|2 BLOCKS|"
+    "0 BLOCK|5 20|330 1F|100 AcDbEntity|8 0|100 AcDbBlockBegin|2 *Model_Space|70 0|10 0|20 0|30 0|"
+    "3 *Model_Space|1 |"
+    "0 ENDBLK|5 21|330 1F|100 AcDbEntity|8 0|100 AcDbBlockEnd|"
+    "0 ENDSEC|0 SECTION|2 ENTITIES|";
+constexpr const char* betweenEntitiesAndGroups =
+    "0 ENDSEC|0 SECTION|2 OBJECTS|"
+    "0 DICTIONARY|5 C|330 0|100 AcDbDictionary|281 1|3 ACAD_GROUP|350 D|"
+    "0 DICTIONARY|5 D|330 C|100 AcDbDictionary|281 1|";
+constexpr const char* end = "0 ENDSEC|0 EOF|";
 
-constexpr const char* betweenHandleSeedAndEntities = R"(0
-ENDSEC
-0
-SECTION
-2
-TABLES
-0
-TABLE
-2
-LAYER
-5
-2
-330
-0
-100
-AcDbSymbolTable
-70
-2
-0
-LAYER
-5
-10
-330
-2
-100
-AcDbSymbolTableRecord
-100
-AcDbLayerTableRecord
-2
-0
-70
-0
-62
-7
-6
-Continuous
-0
-LAYER
-5
-11
-330
-2
-100
-AcDbSymbolTableRecord
-100
-AcDbLayerTableRecord
-2
-LOCKED
-70
-4
-62
-7
-6
-Continuous
-0
-ENDTAB
-0
-TABLE
-2
-BLOCK_RECORD
-5
-1
-330
-0
-100
-AcDbSymbolTable
-70
-1
-0
-BLOCK_RECORD
-5
-1F
-330
-1
-100
-AcDbSymbolTableRecord
-100
-AcDbBlockTableRecord
-2
-*Model_Space
-0
-ENDTAB
-0
-ENDSEC
-0
-SECTION
-2
-BLOCKS
-0
-BLOCK
-5
-20
-330
-1F
-100
-AcDbEntity
-8
-0
-100
-AcDbBlockBegin
-2
-*Model_Space
-70
-0
-10
-0
-20
-0
-30
-0
-3
-*Model_Space
-1
-
-0
-ENDBLK
-5
-21
-330
-1F
-100
-AcDbEntity
-8
-0
-100
-AcDbBlockEnd
-0
-ENDSEC
-0
-SECTION
-2
-ENTITIES
-)";
-
-constexpr const char* betweenEntitiesAndObjects = R"(0
-ENDSEC
-0
-SECTION
-2
-OBJECTS
-0
-DICTIONARY
-5
-C
-330
-0
-100
-AcDbDictionary
-281
-1
-3
-ACAD_GROUP
-350
-D
-0
-DICTIONARY
-5
-D
-330
-C
-100
-AcDbDictionary
-281
-1
-)";
-
-constexpr const char* tail = "0\nENDSEC\n0\nEOF\n";
+std::string written(std::string tags) {
+    std::replace(tags.begin(), tags.end(), '|', '\n');
+    for (std::size_t line = 0; line < tags.size();) {
+        const std::size_t blank = tags.find(' ', line);
+        tags[blank] = '\n';
+        line = tags.find('\n', blank + 1) + 1;
+    }
+    return tags;
+}
 
 std::string tag(int code, const std::string& value) { return std::to_string(code) + "\n" + value + "\n"; }
 
@@ -245,10 +96,10 @@ Handle SmallDrawing::group(const std::string& name, const std::vector<Handle>& m
 }
 
 std::string SmallDrawing::bytes() const {
-    std::string bytes = beforeHandleSeed + hex(next_) + "\n" + betweenHandleSeedAndEntities + entities_ +
-                        betweenEntitiesAndObjects;
+    std::string bytes = written(beforeHandleSeed) + tag(5, hex(next_)) +
+                        written(betweenHandleSeedAndEntities) + entities_ + written(betweenEntitiesAndGroups);
     for (const Group& each : groups_) bytes += tag(3, each.name) + tag(350, hex(each.handle));
-    return bytes + groupObjects_ + tail;
+    return bytes + groupObjects_ + written(end);
 }
 
 std::unique_ptr<db::Drawing> read(const SmallDrawing& content) {

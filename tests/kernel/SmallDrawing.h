@@ -42,7 +42,8 @@ private:
 /// Throws when it can't be read.
 std::unique_ptr<db::Drawing> read(const SmallDrawing& content);
 
-/// Measured on a copy, so that it works whatever is open or refused. Of a text that draws nothing, its position.
+/// Measured on a copy, so that it works whatever is open or refused. Of a text that draws nothing, its
+/// position.
 AcDbExtents boxOf(const db::Drawing& drawing, Handle handle);
 
 /// The drawing, read, made the working database and locked as for a running command.
