@@ -32,6 +32,8 @@ public:
     /// A set that the running command was given.
     virtual void selected(const RecordSet& set) = 0;
     virtual void message(std::string_view text) = 0;
+    /// An opening or transformation of the object was refused.
+    virtual void refused(const db::Record* record, Acad::ErrorStatus status) = 0;
     virtual void commandEnds(db::Drawing* drawing, CommandEnd end) = 0;
 };
 

@@ -120,7 +120,8 @@ TEST(Prompts, relativePoints) {
     std::string points;
     editor.runBody(
         [&] {
-            points = pointAnswer() + ' ' + pointAnswer();
+            points = pointAnswer() + ' ';
+            points += pointAnswer();
             const ads_point base{100, 100, 0};
             ads_point result{};
             acedGetPoint(base, L"到: ", result);
@@ -238,7 +239,7 @@ TEST(SelectionSets, namesThatNameNothing) {
             EXPECT_EQ(length, -1);
             EXPECT_EQ(acedSSName(name, 0, out), RTERROR);
             EXPECT_EQ(acedSSFree(name), RTERROR);
-            if (name) EXPECT_EQ(acedSSAdd(names.entity, name, out), RTERROR);
+            EXPECT_TRUE(!name || acedSSAdd(names.entity, name, out) == RTERROR);
         }
         AcDbObjectId id;
         for (const Adesk::Int64* name : {+names.set, +freed, +garbage, +nil}) {
