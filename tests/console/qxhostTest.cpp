@@ -13,7 +13,7 @@ const std::string scene = qx::tests::drawingText(
     R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=10 21=5 31=0
 CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=5 20=4 30=0 40=1)");
 
-struct Run {
+struct Outcome {
     int exit;
     std::string output, errors;
 };
@@ -23,7 +23,7 @@ protected:
     void SetUp() override { put(folder / "a.dxf", scene); }
 
     // In the folder, so that sentences have short names in them; without a module, unless one is named.
-    Run run(const std::string& arguments, const std::string& input = {}) {
+    Outcome run(const std::string& arguments, const std::string& input = {}) {
         put(folder / "input", input);
         const std::string command = "cd '" + folder.path().string() + "' && '" QX_BIN_DIR "/qxhost' " +
                                     arguments + " < input > output 2> errors";
@@ -64,7 +64,7 @@ TEST_F(Qxhost, exitStatus) {
     for (const ExitCase& each : exitCases) {
         SCOPED_TRACE(each.name);
         std::filesystem::remove(folder / "b.dxf");
-        const Run result = run(each.arguments, each.script);
+        const Outcome result = run(each.arguments, each.script);
         EXPECT_EQ(result.exit, each.exit) << result.errors;
         EXPECT_NE(result.errors.find(each.errors), std::string::npos) << result.errors;
         const bool wanted = std::string_view{each.arguments}.find("-o b.dxf") != std::string_view::npos;
@@ -91,13 +91,13 @@ TEST_F(Qxhost, showsTheTranscript) {
 
 TEST_F(Qxhost, readsAScriptFile) {
     put(folder / "x.scr", "; a comment\nSAVEAS \"two words.dxf\"\n");
-    const Run result = run("a.dxf -s x.scr");
+    const Outcome result = run("a.dxf -s x.scr");
     EXPECT_EQ(result.exit, 0) << result.errors;
     EXPECT_EQ(contentOf(folder / "two words.dxf"), scene);
 }
 
 TEST_F(Qxhost, talksToWhoeverTypes) {
-    const Run result = run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
+    const Outcome result = run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
     EXPECT_EQ(result.exit, 0) << result.errors;
     EXPECT_NE(result.output.find("未知命令“FOO”。\n命令: SETVAR\n"), std::string::npos) << result.output;
     EXPECT_NE(result.output.find("需要数值。\n输入 PICKBOX 的新值 <3>: 7\n"), std::string::npos)
@@ -107,7 +107,7 @@ TEST_F(Qxhost, talksToWhoeverTypes) {
 }
 
 TEST_F(Qxhost, endOfInputEndsIt) {
-    const Run result = run("a.dxf", "ERASE\nL\n");
+    const Outcome result = run("a.dxf", "ERASE\nL\n");
     EXPECT_EQ(result.exit, 0);
     EXPECT_TRUE(result.output.ends_with("选择对象: *取消*\n命令: \n")) << result.output;
 }
