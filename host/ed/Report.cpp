@@ -64,9 +64,7 @@ void Report::message(std::string_view text) {
 void Report::commandEnds(db::Drawing* drawing, CommandEnd end) {
     running_ = false;
     std::vector<db::Record*> changed;
-    if (drawing && end == CommandEnd::changed)
-        for (const db::History::State* state : drawing->history().lastStates())
-            changed.push_back(state->record);
+    if (drawing && end == CommandEnd::changed) changed = drawing->history().lastChanged();
     std::string text = "{\"command\": " + quoted(name_);
     text += std::string{", \"rolledBack\": "} + (end == CommandEnd::rolledBack ? "true" : "false");
     text += ",\n  \"changed\": " + (drawing ? changes(*drawing, changed) : "[]");

@@ -90,6 +90,11 @@ public:
     /// Selection sets that commands left behind.
     std::size_t reapedSets = 0;
 
+    /// The running command was given this set: tells the observer, and follows the command's progress when
+    /// the set is large and somebody looks.
+    void noteSelection(const RecordSet& set);
+    void endProgress();
+
     CommandObserver* observer = nullptr;
     /// Told how far a long job is; null where nobody looks.
     std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
@@ -103,6 +108,7 @@ private:
     std::unique_ptr<db::Drawing> drawing_;
     std::unique_ptr<AcApDocument> document_;
     InputRules rules_;
+    bool followsProgress_ = false;
 };
 
 } // namespace qx::ed
