@@ -50,7 +50,8 @@ private:
     void finishBlockRecord(std::string_view bytes);
     void finishEntity();
     Record* ownerOfEntity();
-    void makeModelSpace();
+    void makeModelSpace(const char* at);
+    void refuseVersion(std::string_view version);
     void refuse(const char* at, const std::string& what);
     void report(const char* at);
 
@@ -93,7 +94,8 @@ std::string Reader::refusedByContent() const {
 std::string Reader::read() {
     error_ = refusedByContent();
     if (error_.empty()) walk();
-    if (error_.empty() && !drawing_.modelSpace_) makeModelSpace();
+    if (error_.empty() && !drawing_.encoding_) refuseVersion({});
+    if (error_.empty() && !drawing_.modelSpace_) makeModelSpace(drawing_.bytes_.data() + drawing_.bytes_.size());
     return error_;
 }
 
@@ -149,7 +151,7 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 5:
     case 105:
-        if (record_->handle == 0 && !isInGroup_) record_->handle = dxf::toHandle(tag.value).value_or(0);
+        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section) record_->handle = dxf::toHandle(tag.value).value_or(0);
         break;
     case 67: isInPaper_ = dxf::trimmed(tag.value) == "1"; break;
     case 102: isInGroup_ = dxf::trimmed(tag.value).starts_with('{'); break;
@@ -168,11 +170,18 @@ void Reader::enterSection(std::string_view name) {
     section_ = Section::other;
     for (const auto& [known, section] : names)
         if (known == name) section_ = section;
+    if (section_ == Section::header && drawing_.header_) section_ = Section::other;
     if (section_ == Section::header) drawing_.header_ = record_;
     if (section_ == Section::entities) drawing_.entities_ = record_;
     if (section_ == Section::objects) drawing_.objects_ = record_;
     if (section_ == Section::header || section_ == Section::other || drawing_.encoding_) return;
-    refuse(record_->begin, "the drawing does not say its version; only AC1015 (2000) and later are read");
+    refuseVersion({});
+}
+
+void Reader::refuseVersion(std::string_view version) {
+    refuse(record_->begin, (version.empty() ? "the drawing does not say its version"
+                                            : "version " + quoted(version) + " is too old") +
+                               "; only AC1015 (2000) and later are read");
 }
 
 void Reader::finishRecord(const char* end) {
@@ -184,7 +193,10 @@ void Reader::finishRecord(const char* end) {
         break;
     case Section::tables: finishTableRecord(bytes); break;
     case Section::blocks: finishBlockRecord(bytes); break;
-    case Section::entities: finishEntity(); break;
+    case Section::entities:
+        if (!drawing_.modelSpace_) makeModelSpace(end);
+        finishEntity();
+        break;
     default: break;
     }
     if (record_->kind == Kind::endSection) section_ = Section::none;
@@ -192,8 +204,10 @@ void Reader::finishRecord(const char* end) {
 
 void Reader::finishHeader() {
     const std::string_view version = drawing_.headerValue("$ACADVER", 1);
-    if (version < oldestVersion || !version.starts_with("AC"))
-        return refuse(drawing_.header_->begin, "version " + quoted(version) + " is too old; only AC1015 (2000) and later are read");
+    if (version < oldestVersion || !version.starts_with("AC1")) {
+        record_ = drawing_.header_;
+        return refuseVersion(version);
+    }
     drawing_.encoding_ = &dxf::Encoding::of(version, drawing_.headerValue("$DWGCODEPAGE", 3));
     drawing_.layers_ = std::make_unique<Layers>(*drawing_.encoding_);
     drawing_.blocks_ = std::make_unique<Blocks>(drawing_);
@@ -245,15 +259,14 @@ Record* Reader::ownerOfEntity() {
         lastOwnerHandle_ = ownerHandle_;
         return lastOwner_ = definition.record;
     }
-    if (!drawing_.modelSpace_) makeModelSpace();
     return isInPaper_ ? paperSpace_ : drawing_.modelSpace_;
 }
 
-// A drawing without a record for model space still has its entities; the record that stands in is never written.
-void Reader::makeModelSpace() {
+// A drawing without a record for model space still has its entities; the record that stands in has no bytes.
+void Reader::makeModelSpace(const char* at) {
     Record* record = drawing_.records_.append();
+    record->begin = at;
     record->kind = Kind::blockRecord;
-    record->set(Record::isNew);
     drawing_.blocks_->addRecord(record, "  0\nBLOCK_RECORD\n  2\n*Model_Space\n");
     drawing_.modelSpace_ = record;
 }

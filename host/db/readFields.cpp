@@ -76,7 +76,7 @@ bool VertexGroups::holds(int group) const {
 
 bool FieldTags::next(dxf::Tag& tag) {
     while (cursor_.next(tag)) {
-        if (tag.code == 102 && !tag.value.empty()) inGroup_ = dxf::trimmed(tag.value).front() == '{';
+        if (tag.code == 102) inGroup_ = dxf::trimmed(tag.value).starts_with('{');
         if (tag.code >= 1000 || tag.code == 101) return false;
         if (!inGroup_) return true;
     }

@@ -42,12 +42,22 @@ struct Escape {
     std::size_t length;
 };
 
+/// Two escapes that are the halves of a surrogate pair make one character.
+Escape joined(const Escape& first, std::u32string_view text) {
+    const std::u32string_view rest = text.substr(first.length);
+    if (first.character < 0xd800 || first.character > 0xdbff) return first;
+    if (!rest.starts_with(U"\\U+") && !rest.starts_with(U"\\u+")) return first;
+    const auto low = hexAt(rest.substr(3), 4);
+    if (!low || *low < 0xdc00 || *low > 0xdfff) return first;
+    return {0x10000 + ((first.character - 0xd800) << 10) + (*low - 0xdc00), 2 * first.length};
+}
+
 /// \U+XXXX or \M+nXXXX at the start of the text.
 std::optional<Escape> escapeAt(std::u32string_view text) {
     const bool isUnicode = text.starts_with(U"\\U+") || text.starts_with(U"\\u+");
     const bool isDoubleByte = text.starts_with(U"\\M+") || text.starts_with(U"\\m+");
     if (isUnicode)
-        if (const auto value = hexAt(text.substr(3), 4)) return Escape{*value, 7};
+        if (const auto value = hexAt(text.substr(3), 4)) return joined({*value, 7}, text);
     if (isDoubleByte && text.size() > 4)
         if (const auto bytes = hexAt(text.substr(4), 4))
             if (const auto value = doubleByte(text[3], *bytes)) return Escape{*value, 8};
@@ -73,7 +83,9 @@ bool isAscii(std::string_view bytes) {
 
 const Encoding& Encoding::of(std::string_view version, std::string_view codePage) {
     static std::map<std::string, std::unique_ptr<Encoding>> known;
-    const std::string key = version >= firstUtf8Version ? "" : codePage.empty() ? "ANSI_1252" : std::string{codePage};
+    const std::string key = version >= firstUtf8Version ? ""
+                            : codePage.empty()          ? "ANSI_1252"
+                                                        : std::string{codePage};
     std::unique_ptr<Encoding>& encoding = known[key];
     if (!encoding) encoding.reset(new Encoding{key});
     return *encoding;

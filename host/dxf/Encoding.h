@@ -22,8 +22,8 @@ public:
     Encoding(const Encoding&) = delete;
     Encoding& operator=(const Encoding&) = delete;
 
-    /// Bytes that stand for no character become U+FFFD; this never fails. The bytes are decoded before escapes
-    /// are looked for, since a double-byte character may end in a backslash.
+    /// Bytes that stand for no character become U+FFFD; this never fails. The bytes are decoded before
+    /// escapes are looked for, since a double-byte character may end in a backslash.
     std::u32string decode(std::string_view bytes) const;
     std::string toUtf8(std::string_view bytes) const;
 

@@ -1,10 +1,12 @@
 // Tags: the pairs of lines, a group code and its value, that a text DXF file consists of.
 //
-// A cursor walks the tags of a stretch of bytes. It never copies, accepts LF and CRLF line ends and padded codes,
-// and takes a last line without a line end. Bytes that are no tag end the walk with a fault that says where.
+// A cursor walks the tags of a stretch of bytes. It never copies, accepts LF and CRLF line ends and padded
+// codes, and takes a last line without a line end. Bytes that are no tag end the walk with a fault that says
+// where.
 #pragma once
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <optional>
@@ -32,7 +34,8 @@ public:
         const char* p = at_;
         if (!readCode(p, tag.code)) return stop(TagFault::codeIsNoNumber);
         if (p >= end_) return stop(TagFault::valueIsMissing);
-        const char* lineEnd = static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end_ - p)));
+        const char* lineEnd =
+            static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end_ - p)));
         const char* valueEnd = lineEnd ? lineEnd : end_;
         tag.end = lineEnd ? lineEnd + 1 : end_;
         if (valueEnd > p && valueEnd[-1] == '\r') --valueEnd;
@@ -78,14 +81,14 @@ inline std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-/// A number as DXF writes it; nothing for text that is none, or that goes on after the number.
+/// A finite number as DXF writes it; nothing for text that is none, or that goes on after the number.
 inline std::optional<double> toReal(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t' || text.front() == '+'))
-        text.remove_prefix(1);
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc{}) return std::nullopt;
+    if (error != std::errc{} || !std::isfinite(value)) return std::nullopt;
     for (const char* p = stop; p < end; ++p)
         if (*p != ' ' && *p != '\t') return std::nullopt;
     return value;

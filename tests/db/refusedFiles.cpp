@@ -1,0 +1,128 @@
+#include "db/DrawingText.h"
+
+using namespace drawings;
+using namespace std::string_literals;
+using qx::db::Drawing;
+
+namespace {
+
+const std::string header = tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC"); // ten lines
+
+std::string refusal(const std::string& bytes) {
+    const auto drawing = Drawing::fromBytes(bytes, "plan.dxf");
+    return drawing ? "read" : drawing.error();
+}
+
+TEST(RefusedFiles, areRefusedWithFileLineAndReason) {
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* sentence;
+    } cases[] = {
+        {"empty", "", "1: the file is empty"},
+        {"binary", "AutoCAD Binary DXF\r\n\x1A\0\0\0"s,
+         "1: this is a binary DXF file; only text DXF is read"},
+        {"DWG", "AC1032\0\0\0\0"s, "1: this is a DWG file; only text DXF is read"},
+        {"some other text", "Hello\nworld\n", "1: \"Hello\" is no group code"},
+        {"zero bytes", "\0\0\0\0"s, "1: \"????\" is no group code"},
+        {"R12", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 EOF"),
+         "1: version \"AC1009\" is too old; only AC1015 (2000) and later are read"},
+        {"R14", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1014|0 ENDSEC|0 EOF"),
+         "1: version \"AC1014\" is too old; only AC1015 (2000) and later are read"},
+        {"2.10", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC2.10|0 ENDSEC|0 EOF"),
+         "1: version \"AC2.10\" is too old; only AC1015 (2000) and later are read"},
+        {"header without version", tags("0 SECTION|2 HEADER|9 $CLAYER|8 0|0 ENDSEC|0 EOF"),
+         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
+        {"no header", tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF"),
+         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
+        {"tables before the header", tags("0 SECTION|2 FOO|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"),
+         "7: the drawing does not say its version; only AC1015 (2000) and later are read"},
+        {"only an end", tags("0 EOF"),
+         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
+        {"only an unknown section", tags("0 SECTION|2 FOO|0 ENDSEC|0 EOF"),
+         "7: the drawing does not say its version; only AC1015 (2000) and later are read"},
+        {"begins inside a section", tags("9 $ACADVER|1 AC1015|0 EOF"),
+         "1: a drawing begins with group 0, not 9"},
+        {"no end", header, "11: the file is cut off: it ends without EOF"},
+        {"value missing", header + "  0\n", "12: the file is cut off: it ends without EOF"},
+        {"a word for a code", header + "  0\nSECTION\ntwo\nENTITIES\n", "13: \"two\" is no group code"},
+        {"one line too many", header + "  0\nSECTION\n  2\nENTITIES\n\n  0\nENDSEC\n",
+         "15: \"\" is no group code"},
+        {"a long line for a code", header + std::string(60, 'x') + "\n",
+         "11: \"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...\" is no group code"},
+        {"end inside a section", header + tags("0 SECTION|2 ENTITIES|0 EOF"),
+         "15: EOF stands inside a section"},
+        {"section in a section", header + tags("0 SECTION|2 ENTITIES|0 SECTION|2 OBJECTS"),
+         "15: a section begins before the one before it has ended"},
+        {"section without a name", header + tags("0 SECTION|0 ENDSEC|0 EOF"), "11: a section without a name"},
+        {"entity outside", header + tags("0 LINE|10 1|0 EOF"), "11: \"LINE\" stands outside of any section"},
+        {"second section end", header + tags("0 ENDSEC|0 EOF"),
+         "11: \"ENDSEC\" stands outside of any section"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(refusal(each.bytes), "plan.dxf:"s + each.sentence) << each.name;
+}
+
+// Whatever remains of a drawing that was cut off must not pass for a whole one.
+TEST(RefusedFiles, includeEveryBeginningOfADrawing) {
+    const std::string whole = DrawingText{
+        .entities = {"LINE|10 1.0|20 2.0|11 3.0|21 4.0|1001 QX|1011 5.0", "INSERT|66 1|2 B|10 1.0",
+                     "ATTRIB|1 A|2 T", "SEQEND"},
+        .blocks = {{"B", {"CIRCLE|40 1.0"}}},
+        .groups = {
+            {"G", {"100"}}}}.bytes();
+    const std::size_t complete = whole.rfind("EOF") + 3;
+    for (std::size_t length = 0; length < complete; ++length) {
+        const std::string sentence = refusal(whole.substr(0, length));
+        EXPECT_TRUE(sentence.starts_with("plan.dxf:") && sentence.find(": ") != std::string::npos)
+            << length << " bytes: " << sentence;
+    }
+    EXPECT_EQ(refusal(whole.substr(0, complete)), "read");
+}
+
+TEST(RefusedFiles, areMissingOnes) {
+    const auto drawing = Drawing::read("no such folder/plan.dxf");
+    ASSERT_FALSE(drawing);
+    EXPECT_NE(drawing.error().find("no such folder/plan.dxf"), std::string::npos) << drawing.error();
+}
+
+// Sections in odd numbers are no reason to refuse a drawing, nor to stumble over it.
+TEST(OddSections, areKept) {
+    const std::string line = "0 LINE|5 100|8 0|10 1.0|20 1.0|11 2.0|21 2.0";
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {
+        {"nothing but a header", header + tags("0 EOF")},
+        {"two headers", DrawingText{}.bytes().insert(0, header)},
+        {"header after the entities", header + tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC") + header +
+                                          tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC|0 EOF")},
+        {"no tables", header + tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC|0 EOF")},
+        {"an insert without blocks", header + tags("0 SECTION|2 ENTITIES|0 INSERT|5 100|2 B|0 ENDSEC|0 EOF")},
+        {"blocks without records",
+         header + tags("0 SECTION|2 BLOCKS|0 BLOCK|2 B|" + line +
+                       "|0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|0 INSERT|2 B|0 ENDSEC|0 EOF")},
+        {"parts without their header",
+         header + tags("0 SECTION|2 ENTITIES|0 ATTRIB|0 VERTEX|0 SEQEND|0 ENDSEC|0 EOF")},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = Drawing::fromBytes(each.bytes, "plan.dxf");
+        ASSERT_TRUE(drawing) << each.name << ": " << drawing.error();
+        (*drawing)->setLocked(true);
+        EXPECT_EQ((*drawing)->toBytes(), each.bytes) << each.name;
+        (*drawing)->extentsAtOpening();
+        AcDbObjectPointer<AcDbObject> space{AcDbObjectId{(*drawing)->modelSpace()}, AcDb::kForWrite};
+    }
+}
+
+TEST(OddSections, withoutModelSpaceStillHoldEntitiesOfItsOwn) {
+    const auto drawing =
+        read(header + tags("0 SECTION|2 ENTITIES|0 LINE|5 100|8 0|10 1.0|20 1.0|11 2.0|21 2.0"
+                           "|0 LINE|5 101|8 LOCKED|10 5.0|20 5.0|30 9.0|11 8.0|21 8.0|0 ENDSEC|0 EOF"));
+    EXPECT_EQ(extents(*drawing, 0x100), "1..2 1..2 0..0");
+    EXPECT_EQ(extents(*drawing, 0x101), "5..8 5..8 0..9");
+    EXPECT_TRUE(drawing->isSelectable(drawing->find(0x100)));
+    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
+    EXPECT_NE(drawing->toBytes().find("10\n2.0\n"), std::string::npos);
+}
+
+} // namespace
