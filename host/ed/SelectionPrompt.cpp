@@ -196,6 +196,6 @@ void SelectionPrompt::found(const Records& records, std::size_t groups) {
     say(sentence);
 }
 
-void SelectionPrompt::say(const std::string& sentence) { session_.line().transcript.sentence(sentence); }
+void SelectionPrompt::say(const std::string& sentence) { session_.line().transcript.remark(sentence); }
 
 } // namespace qx::ed
