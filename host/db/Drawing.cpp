@@ -1,6 +1,6 @@
 #include "db/Drawing.h"
 
-#include "db/FieldMove.h"
+#include "db/FieldTable.h"
 #include "db/classes.h"
 #include "dbdict.h"
 #include "dbgroup.h"
@@ -137,11 +137,6 @@ UserCoordinateSystem Drawing::ucs() const {
 
 // ---- objects
 
-AcDbEntity* Drawing::liveEntity(Record* record) const {
-    if (!isMainEntity(record->kind) && record->kind != Kind::attribute) return nullptr;
-    return static_cast<AcDbEntity*>(live(record));
-}
-
 std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     const std::string_view bytes = bytesOf(record);
     std::unique_ptr<AcDbObject> object = newObject(record->kind, bytes);
@@ -207,7 +202,7 @@ Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
     ++openCount_;
     entity->setRecord(record);
     entity->setLayerState(currentLayer());
-    history_.recordNew(record);
+    history_.logNew(record);
     definition->made.push_back(record);
     addToIndex(record);
     if (blockRecord != modelSpace_) blocks_->touch();
@@ -223,13 +218,6 @@ const Record* Drawing::endOfEntities() const {
 const LayerState& Drawing::currentLayer() const {
     const std::string_view name = headerValue("$CLAYER", 8);
     return layers_->named(name.empty() ? "0" : name);
-}
-
-void Drawing::moveOwned(Record* owned, AcDbEntity& entity, const AcGeMatrix3d& motion) {
-    const FieldMove move{motion, *entity.fieldTable(), entity.fieldBase(), entity.xdataPoints()};
-    if (!move.isSafe()) return;
-    aboutToChange(owned);
-    move.apply();
 }
 
 } // namespace qx::db

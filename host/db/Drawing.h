@@ -101,7 +101,9 @@ public:
         return record->live || record->has(Record::unusable) ? record->live : read(record);
     }
     /// The same, as an entity; null for anything else.
-    AcDbEntity* liveEntity(Record* record) const;
+    AcDbEntity* liveEntity(Record* record) const {
+        return isEntity(record->kind) ? static_cast<AcDbEntity*>(live(record)) : nullptr;
+    }
     /// A separate copy of the object as the file has it; null for new objects and for what can't be read.
     std::unique_ptr<AcDbObject> asInFile(Record* record) const;
     /// Main entity of model space that is neither erased nor invisible, on a visible layer, of a class that can be
@@ -121,8 +123,6 @@ public:
     std::size_t closeAll();
     /// A new entity into a block; the drawing takes it over, open for writing.
     Record* append(Record* blockRecord, AcDbEntity* entity);
-    /// Moves an attribute with the reference that owns it.
-    void moveOwned(Record* owned, AcDbEntity& entity, const AcGeMatrix3d& motion);
 
     /// Opening for writing is refused with eLockViolation while the drawing is not locked for a command.
     bool isLocked() const { return locked_; }
@@ -133,9 +133,13 @@ public:
     History& history() { return history_; }
     /// Called by every change before it happens.
     void aboutToChange(Record* record) {
-        if (!record->has(Record::recorded)) history_.record(record);
-        record->set(Record::changed);
-        if (record->owner != modelSpace_) blocks_->touch();
+        history_.logChange(record);
+        noteChange(record);
+    }
+    /// The same for a translation; see History::logTranslation().
+    void aboutToTranslate(Record* record, unsigned axes) {
+        history_.logTranslation(record, axes);
+        noteChange(record);
     }
 
     /// Asked before each opening and each transformation, so that tests can make any of them fail; a status other
@@ -159,6 +163,10 @@ private:
     Drawing(os::Bytes bytes, std::string name);
     static Result<std::unique_ptr<Drawing>> fromBytes(os::Bytes bytes, const std::string& name,
                                                       const Progress& progress);
+    void noteChange(Record* record) {
+        record->set(Record::changed);
+        if (record->owner != modelSpace_) blocks_->touch();
+    }
     AcDbObject* read(Record* record) const;
     std::unique_ptr<AcDbObject> decoded(Record* record) const;
     void buildIndex() const;

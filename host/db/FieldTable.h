@@ -68,17 +68,20 @@ struct FieldTable {
     static constexpr std::uint8_t noSlot = 0xff;
     static constexpr int codes = 400;
 
-    explicit FieldTable(std::initializer_list<Field> fields, const VertexGroups* vertexGroups = nullptr);
+    /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if any.
+    FieldTable(std::size_t plainSize, std::initializer_list<Field> fields,
+               const VertexGroups* vertexGroups = nullptr);
 
     std::uint8_t slotOf(int code) const {
         return static_cast<unsigned>(code) < codes ? slotByCode[static_cast<std::size_t>(code)] : noSlot;
     }
 
+    std::size_t plainSize;
     std::vector<Field> fields;
     std::vector<Slot> slots;
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
-    std::vector<Field> points;     ///< those of `fields` that move and turn
+    std::vector<Field> points;     ///< those of `fields` that move and turn, without Role::normal
     std::vector<Field> turning;    ///< those that only turn
     const Field* normal = nullptr; ///< one of the latter
 };
@@ -124,5 +127,17 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
 
 /// Points in the extended data of a record's bytes; null when there are none.
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
+
+/// What a change can reach in a live object (fields, vertices, points in the extended data), as so many bytes, a
+/// multiple of 8: how many, copied out, and exchanged with bytes that were copied out of the same object.
+std::size_t stateSize(AcDbObject& object);
+void saveState(AcDbObject& object, std::byte* to);
+void swapState(AcDbObject& object, std::byte* with);
+
+/// The same for the coordinates of all points that a motion moves, along the axes that have a bit (1: x, 2: y, 4: z)
+/// in the frame of the entity's coordinates.
+std::size_t coordinateCount(AcDbObject& object, unsigned axes);
+void saveCoordinates(AcDbObject& object, unsigned axes, double* to);
+void swapCoordinates(AcDbObject& object, unsigned axes, double* with);
 
 } // namespace qx::db

@@ -1,40 +1,62 @@
 #include "db/History.h"
 
+#include "db/FieldTable.h"
 #include "dbmain.h"
 
+#include <new>
+#include <unordered_set>
 #include <utility>
 
 namespace qx::db {
 
 namespace {
+
 constexpr std::uint8_t stateFlags = Record::erased | Record::changed;
+
+bool isAsInFile(const Record* record) { return !record->has(Record::changed) && !record->has(Record::isNew); }
+
+} // namespace
+
+template <class Visit> void History::forEach(const Step& step, bool backwards, Visit&& visit) {
+    std::vector<Entry*> entries;
+    for (const StepMemory::Block& block : step.memory.blocks())
+        for (std::size_t at = 0; at < block.used;) {
+            auto* entry = reinterpret_cast<Entry*>(block.memory.get() + at);
+            entries.push_back(entry);
+            at += sizeof(Entry) + entry->size;
+        }
+    for (std::size_t i = 0; i < entries.size(); ++i) visit(*entries[backwards ? entries.size() - 1 - i : i]);
+}
+
+History::~History() {
+    drop(done_);
+    drop(undone_);
+    drop(open_);
 }
 
 void History::begin(std::string name) {
-    open_ = {std::move(name), {}};
+    open_.name = std::move(name);
     recording_ = true;
 }
 
 bool History::end() {
     recording_ = false;
-    for (const State& state : open_.states) state.record->set(Record::recorded, false);
-    if (open_.states.empty()) return false;
-    undone_.clear();
-    done_.push_back(std::move(open_));
-    open_ = {};
+    if (open_.count == 0) return false;
+    drop(undone_);
+    done_.push_back(std::exchange(open_, {}));
     return true;
 }
 
 void History::rollBack() {
     recording_ = false;
-    for (const State& state : open_.states) state.record->set(Record::recorded, false);
-    swapAll(open_, true);
+    exchangeAll(open_, true);
+    drop(open_);
     open_ = {};
 }
 
 std::string History::undo() {
     if (done_.empty()) return {};
-    swapAll(done_.back(), true);
+    exchangeAll(done_.back(), true);
     undone_.push_back(std::move(done_.back()));
     done_.pop_back();
     return undone_.back().name;
@@ -42,50 +64,86 @@ std::string History::undo() {
 
 std::string History::redo() {
     if (undone_.empty()) return {};
-    swapAll(undone_.back(), false);
+    exchangeAll(undone_.back(), false);
     done_.push_back(std::move(undone_.back()));
     undone_.pop_back();
     return done_.back().name;
 }
 
-std::vector<const History::State*> History::lastStates() const {
-    std::vector<const State*> states;
-    if (done_.empty()) return states;
-    for (const State& state : done_.back().states) states.push_back(&state);
-    return states;
+std::vector<Record*> History::lastChanged() const {
+    std::vector<Record*> records;
+    if (done_.empty()) return records;
+    std::unordered_set<const Record*> seen;
+    forEach(done_.back(), false, [&](const Entry& entry) {
+        if (seen.insert(entry.record).second) records.push_back(entry.record);
+    });
+    return records;
 }
 
-void History::record(Record* record) {
-    if (!recording_ || record->has(Record::recorded)) return;
-    record->set(Record::recorded);
-    State state{record, nullptr, record->flags};
-    if (record->live && (record->has(Record::changed) || record->has(Record::isNew))) {
-        state.live = record->live->copied();
-        state.live->setRecord(record);
-    }
-    open_.states.push_back(std::move(state));
+// ---- logging
+
+History::Entry& History::add(Record* record, Form form, std::size_t bytes) {
+    ++open_.count;
+    void* memory = open_.memory.take(sizeof(Entry) + bytes);
+    return *new (memory) Entry{record, static_cast<std::uint32_t>(bytes), record->flags, form, 0};
 }
 
-void History::recordNew(Record* record) {
+void History::logLiveObject(Record* record, std::uint8_t flags) {
+    Entry& entry = add(record, Form::liveObject, sizeof(AcDbObject*));
+    entry.flags = flags;
+    entry.live() = nullptr;
+}
+
+void History::logNew(Record* record) {
+    if (recording_) logLiveObject(record, Record::erased);
+}
+
+void History::logChange(Record* record) {
     if (!recording_) return;
-    record->set(Record::recorded);
-    open_.states.push_back({record, nullptr, Record::erased});
+    if (isAsInFile(record) || !record->live) return logLiveObject(record, record->flags);
+    const std::size_t size = stateSize(*record->live);
+    Entry& entry = add(record, Form::allFields, size);
+    saveState(*record->live, entry.bytes());
 }
 
-void History::swap(State& state) {
-    Record& record = *state.record;
-    AcDbObject* present = std::exchange(record.live, state.live.release());
-    state.live.reset(present);
+void History::logTranslation(Record* record, unsigned axes) {
+    if (!recording_) return;
+    if (isAsInFile(record)) return logLiveObject(record, record->flags);
+    Entry& entry = add(record, Form::coordinates, coordinateCount(*record->live, axes) * sizeof(double));
+    entry.axes = static_cast<std::uint8_t>(axes);
+    saveCoordinates(*record->live, axes, reinterpret_cast<double*>(entry.bytes()));
+}
+
+// ---- going back and forth
+
+// A new object that is taken back is erased, and its live object waits in the log.
+void History::exchange(Entry& entry) {
+    Record& record = *entry.record;
+    switch (entry.form) {
+    case Form::liveObject: std::swap(record.live, entry.live()); break;
+    case Form::allFields: swapState(*record.live, entry.bytes()); break;
+    case Form::coordinates:
+        swapCoordinates(*record.live, entry.axes, reinterpret_cast<double*>(entry.bytes()));
+        break;
+    }
     const std::uint8_t flags = record.flags;
-    record.flags = static_cast<std::uint8_t>((flags & ~stateFlags) | (state.flags & stateFlags));
-    state.flags = flags;
+    record.flags = static_cast<std::uint8_t>((flags & ~stateFlags) | (entry.flags & stateFlags));
+    entry.flags = flags;
 }
 
-void History::swapAll(Step& step, bool backwards) {
-    if (backwards)
-        for (auto state = step.states.rbegin(); state != step.states.rend(); ++state) swap(*state);
-    else
-        for (State& state : step.states) swap(state);
+void History::exchangeAll(Step& step, bool backwards) { forEach(step, backwards, exchange); }
+
+void History::drop(Step& step) {
+    forEach(step, false, [](Entry& entry) {
+        if (entry.form != Form::liveObject || !entry.live()) return;
+        entry.live()->setRecord(nullptr);
+        delete entry.live();
+    });
+}
+
+void History::drop(std::vector<Step>& steps) {
+    for (Step& step : steps) drop(step);
+    steps.clear();
 }
 
 } // namespace qx::db

@@ -1,13 +1,15 @@
-// The undo history of a drawing. A step holds, per object that it changed, the state before; undoing and redoing
-// both swap that state with the present one. The state of an object that was as in the file is kept as nothing:
-// bringing it back means dropping the live object, so the file's bytes return by themselves.
+// The undo history of a drawing: a log per step of what each change replaced. Undoing walks a step backwards,
+// redoing walks it forwards, and both exchange what is logged with what is there now.
+//
+// The first change of an object that is as in the file logs nothing but that: undoing it drops the live object, and
+// the file's bytes return by themselves. A translation logs the coordinates that it changes, any other change the
+// bytes of all fields.
 #pragma once
 
 #include "db/Record.h"
-#include "dbmain.h"
+#include "db/StepMemory.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -15,14 +17,8 @@ namespace qx::db {
 
 class QX_HOST_API History {
 public:
-    /// What an object was before a step.
-    struct State {
-        Record* record;
-        std::unique_ptr<AcDbObject> live; ///< null: as in the file, or not yet made
-        std::uint8_t flags;
-    };
-
     History() = default;
+    ~History();
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
@@ -39,23 +35,44 @@ public:
     std::string redo();
     std::size_t stepsDone() const { return done_.size(); }
 
-    /// What the last finished step changed, in the order of the first change of each object.
-    std::vector<const State*> lastStates() const;
-    /// How many objects the open step has changed so far.
-    std::size_t changesSoFar() const { return open_.states.size(); }
+    /// The objects that the last finished step changed, each once, in the order of their first change.
+    std::vector<Record*> lastChanged() const;
+    /// How many changes the open step has logged so far.
+    std::size_t changesSoFar() const { return open_.count; }
 
-    /// Keeps the record's state before its first change of the step. Without an open step nothing is kept.
-    void record(Record* record);
-    /// Notes that the record was made in this step.
-    void recordNew(Record* record);
+    // Each of these is called before the change and does nothing without an open step.
+
+    /// Any change of fields or of being erased.
+    void logChange(Record* record);
+    /// A translation by a vector whose components are 0 except where `axes` has a bit: 1 for x, 2 for y, 4 for z,
+    /// in the frame of the entity's coordinates.
+    void logTranslation(Record* record, unsigned axes);
+    /// The record is being made.
+    void logNew(Record* record);
 
 private:
+    enum class Form : std::uint8_t { liveObject, allFields, coordinates };
+    struct Entry {
+        Record* record;
+        std::uint32_t size; ///< of the bytes that follow
+        std::uint8_t flags; ///< of the record
+        Form form;
+        std::uint8_t axes;
+        std::byte* bytes() { return reinterpret_cast<std::byte*>(this + 1); }
+        AcDbObject*& live() { return *reinterpret_cast<AcDbObject**>(bytes()); }
+    };
     struct Step {
         std::string name;
-        std::vector<State> states;
+        StepMemory memory;
+        std::size_t count = 0;
     };
-    static void swap(State& state);
-    static void swapAll(Step& step, bool backwards);
+    template <class Visit> static void forEach(const Step& step, bool backwards, Visit&& visit);
+    Entry& add(Record* record, Form form, std::size_t bytes);
+    void logLiveObject(Record* record, std::uint8_t flags);
+    static void exchange(Entry& entry);
+    static void exchangeAll(Step& step, bool backwards);
+    static void drop(Step& step);
+    static void drop(std::vector<Step>& steps);
 
     std::vector<Step> done_, undone_;
     Step open_;

@@ -28,22 +28,27 @@ enum class Kind : std::uint8_t {
     layer,
     dictionary,
     group,
-    line,
+    vertex, // parts of entities
+    sequenceEnd,
+    attribute,
+    line, // main entities
     point,
     circle,
     arc,
     lwPolyline,
     text,
-    attribute,
     insert,
     polyline,
-    vertex,
-    sequenceEnd,
     ellipse,
     mtext,
     otherEntity,
     otherObject,
 };
+
+/// Entities of their own: not vertices, attributes or structure.
+constexpr bool isMainEntity(Kind kind) { return kind >= Kind::line && kind <= Kind::otherEntity; }
+/// Kinds whose live object is an AcDbEntity.
+constexpr bool isEntity(Kind kind) { return kind >= Kind::attribute && kind <= Kind::otherEntity; }
 
 /// 40 bytes, since there are millions of them.
 struct Record {
@@ -52,9 +57,8 @@ struct Record {
         openForWrite = 2,
         openForNotify = 4,
         changed = 8,       ///< the live object may differ from the file
-        recorded = 16,     ///< the running undo step knows the state before it
-        isNew = 32,        ///< made in this session; has no span
-        unusable = 64      ///< its fields could not be read; kept as it is
+        isNew = 16,        ///< made in this session; has no span
+        unusable = 32      ///< its fields could not be read; kept as it is
     };
     static constexpr std::uint16_t maxReaders = 256;
 

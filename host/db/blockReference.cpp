@@ -22,7 +22,7 @@ constexpr double degree = std::numbers::pi / 180;
 }
 
 const FieldTable& AcDbBlockReference::fields() {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbBlockReference"},
@@ -90,7 +90,7 @@ Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
     Drawing* drawing = RecordChain::drawingOf(self);
     drawing->forEachOwned(self, [&](Record* attribute) {
         AcDbEntity* entity = drawing->liveEntity(attribute);
-        if (entity && entity->isMeasurable()) drawing->moveOwned(attribute, *entity, matrix);
+        if (entity) entity->moveFields(matrix);
     });
     return status;
 }

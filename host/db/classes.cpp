@@ -25,34 +25,33 @@ struct ClassEntry {
     std::string_view name;
     Kind kind;
     std::unique_ptr<AcDbObject> (*make)();
-    bool isMainEntity = false;
 };
 
 // Sorted by name for the search.
 constexpr std::array classes{
-    ClassEntry{"ARC", Kind::arc, make<AcDbArc>, true},
+    ClassEntry{"ARC", Kind::arc, make<AcDbArc>},
     ClassEntry{"ATTRIB", Kind::attribute, make<AcDbAttribute>},
     ClassEntry{"BLOCK", Kind::block, make<KeptObject>},
     ClassEntry{"BLOCK_RECORD", Kind::blockRecord, make<AcDbBlockTableRecord>},
-    ClassEntry{"CIRCLE", Kind::circle, make<AcDbCircle>, true},
+    ClassEntry{"CIRCLE", Kind::circle, make<AcDbCircle>},
     ClassEntry{"DICTIONARY", Kind::dictionary, make<AcDbDictionary>},
-    ClassEntry{"ELLIPSE", Kind::ellipse, make<AcDbEllipse>, true},
+    ClassEntry{"ELLIPSE", Kind::ellipse, make<AcDbEllipse>},
     ClassEntry{"ENDBLK", Kind::endBlock, make<KeptObject>},
     ClassEntry{"ENDSEC", Kind::endSection, make<KeptObject>},
     ClassEntry{"ENDTAB", Kind::endTable, make<KeptObject>},
     ClassEntry{"EOF", Kind::endOfFile, make<KeptObject>},
     ClassEntry{"GROUP", Kind::group, make<AcDbGroup>},
-    ClassEntry{"INSERT", Kind::insert, make<AcDbBlockReference>, true},
+    ClassEntry{"INSERT", Kind::insert, make<AcDbBlockReference>},
     ClassEntry{"LAYER", Kind::layer, make<AcDbLayerTableRecord>},
-    ClassEntry{"LINE", Kind::line, make<AcDbLine>, true},
-    ClassEntry{"LWPOLYLINE", Kind::lwPolyline, make<AcDbPolyline>, true},
-    ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>, true},
-    ClassEntry{"POINT", Kind::point, make<AcDbPoint>, true},
-    ClassEntry{"POLYLINE", Kind::polyline, make<AcDb2dPolyline>, true},
+    ClassEntry{"LINE", Kind::line, make<AcDbLine>},
+    ClassEntry{"LWPOLYLINE", Kind::lwPolyline, make<AcDbPolyline>},
+    ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>},
+    ClassEntry{"POINT", Kind::point, make<AcDbPoint>},
+    ClassEntry{"POLYLINE", Kind::polyline, make<AcDb2dPolyline>},
     ClassEntry{"SECTION", Kind::section, make<KeptObject>},
     ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
     ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
-    ClassEntry{"TEXT", Kind::text, make<AcDbText>, true},
+    ClassEntry{"TEXT", Kind::text, make<AcDbText>},
     ClassEntry{"VERTEX", Kind::vertex, make<KeptObject>},
 };
 static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
@@ -86,12 +85,6 @@ std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes) {
     if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();
-}
-
-bool isMainEntity(Kind kind) {
-    if (kind == Kind::otherEntity) return true;
-    const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
-    return found != classes.end() && found->isMainEntity;
 }
 
 } // namespace qx::db

@@ -18,7 +18,4 @@ Kind kindOf(std::string_view name, bool amongEntities);
 /// which of several classes they are.
 std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes);
 
-/// Entities of their own: not vertices, attributes or structure.
-bool isMainEntity(Kind kind);
-
 } // namespace qx::db

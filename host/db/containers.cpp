@@ -82,8 +82,6 @@ bool AcDbLayerTableRecord::isLocked() const { return stateOf(*this).locked; }
 
 // ---- dictionaries
 
-std::unique_ptr<AcDbObject> AcDbDictionary::copied() const { return std::make_unique<AcDbDictionary>(*this); }
-
 // Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360). Names of objects that are not
 // there are left out.
 bool AcDbDictionary::afterReading(const Drawing& drawing) {
@@ -143,10 +141,8 @@ Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::O
 
 // ---- groups
 
-std::unique_ptr<AcDbObject> AcDbGroup::copied() const { return std::make_unique<AcDbGroup>(*this); }
-
 const FieldTable* AcDbGroup::fieldTable() const {
-    static const FieldTable table{{{Role::integer, 71, offsetof(Data, selectable), 1}}};
+    static const FieldTable table{sizeof(Data), {{Role::integer, 71, offsetof(Data, selectable), 1}}};
     return &table;
 }
 

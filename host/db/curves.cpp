@@ -38,7 +38,7 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) {
 }
 
 const FieldTable& AcDbLine::fields() {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbLine"},
@@ -52,7 +52,7 @@ const FieldTable& AcDbLine::fields() {
 void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
 
 const FieldTable& AcDbPoint::fields() {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbPoint"},
@@ -74,7 +74,7 @@ AcDbCircle::AcDbCircle(const AcGePoint3d& centre, const AcGeVector3d& normal, do
 }
 
 const FieldTable& AcDbCircle::fields() {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbCircle"},
@@ -105,7 +105,7 @@ AcDbArc::AcDbArc(const AcGePoint3d& centre, const AcGeVector3d& normal, double r
 }
 
 const FieldTable& AcDbArc::fields() {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbCircle"},
@@ -134,7 +134,8 @@ void AcDbArc::shape(qx::shape::Sink& sink) const {
 
 const FieldTable& AcDbPolyline::fields() {
     static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices), offsetof(Data, elevation)};
-    static const FieldTable table{{
+    static const FieldTable table{offsetof(Data, vertices),
+                                  {
                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
                                       {Role::subclass, 100, 0, 0, "AcDbPolyline"},

@@ -14,6 +14,7 @@ using qx::db::EntityProperties;
 using qx::db::Field;
 using qx::db::FieldTable;
 using qx::db::LayerState;
+using qx::db::RecordChain;
 using qx::db::Role;
 
 ACRX_DEFINE_MEMBERS(AcDbEntity, AcDbObject, nullptr)
@@ -29,7 +30,7 @@ const LayerState noLayer{};
 
 Acad::ErrorStatus faultOnTransform(const AcDbEntity& entity) {
     const qx::db::Record* record = entity.objectId().record();
-    return record ? qx::db::RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
+    return record ? RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
 }
 
 bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
@@ -38,16 +39,10 @@ bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite
 
 AcDbEntity::AcDbEntity() : layer_{&noLayer} {}
 
-AcDbEntity::AcDbEntity(const AcDbEntity& other)
-    : AcDbObject{other}, layer_{other.layer_},
-      xdata_{other.xdata_ ? std::make_unique<qx::db::XDataPoints>(*other.xdata_) : nullptr}, kept_{other.kept_} {}
-
 AcDbEntity::~AcDbEntity() = default;
 
-std::unique_ptr<AcDbObject> AcDbEntity::copied() const { return std::make_unique<AcDbEntity>(*this); }
-
 const FieldTable* AcDbEntity::fieldTable() const {
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(EntityProperties), {
         {Role::integer, 60, offsetof(EntityProperties, invisible)},
         {Role::integer, 62, offsetof(EntityProperties, colour), 256},
     }};
@@ -75,21 +70,37 @@ bool AcDbEntity::isVisible() const { return properties().invisible == 0 && layer
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
     if (!isMeasurable()) return Acad::eNotApplicable;
-    if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
+    if (!isWriteEnabled()) assertWriteEnabled();
     if (const Acad::ErrorStatus status = faultOnTransform(*this); status != Acad::eOk) return status;
-    const qx::db::FieldMove move{matrix, *fieldTable(), fieldBase(), xdata_.get()};
-    if (!move.isSafe()) return Acad::eInvalidInput;
-    assertWriteEnabled();
-    move.apply();
+    return moveFields(matrix);
+}
+
+// Nothing is logged or marked as changed before it is sure that the motion will be done.
+Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
+    const qx::db::MovableFields fields{*this};
+    qx::db::Record* record = objectId().record();
+    if (qx::db::isTranslation(matrix)) {
+        const qx::db::Shift shift{matrix.translation(), fields};
+        if (!shift.isSafe()) return Acad::eInvalidInput;
+        if (record) RecordChain::drawingOf(record)->aboutToTranslate(record, shift.axes());
+        shift.apply();
+        return Acad::eOk;
+    }
+    if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
+    const qx::db::Motion motion{matrix, fields};
+    if (!motion.isSafe()) return Acad::eInvalidInput;
+    if (record) RecordChain::drawingOf(record)->aboutToChange(record);
+    motion.apply();
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
-    if (!isMeasurable()) return Acad::eNotApplicable;
-    assertReadEnabled();
+    if (!isReadEnabled()) assertReadEnabled();
     qx::shape::ExtentsSink sink;
     shape(sink);
-    if (sink.box().isEmpty()) return Acad::eNullExtents;
-    if (!isFinite(sink.box().min) || !isFinite(sink.box().max)) return Acad::eInvalidExtents;
-    return extents.set(sink.box().min, sink.box().max);
+    const qx::shape::Box& box = sink.box();
+    if (box.isEmpty()) return isMeasurable() ? Acad::eNullExtents : Acad::eNotApplicable;
+    if (!isFinite(box.min) || !isFinite(box.max)) return Acad::eInvalidExtents;
+    extents = AcDbExtents{box.min, box.max};
+    return Acad::eOk;
 }

@@ -46,8 +46,6 @@ AcDbObject::~AcDbObject() {
     if (Drawing* drawing = RecordChain::drawingOf(record_)) drawing->noteDeletion(record_);
 }
 
-std::unique_ptr<AcDbObject> AcDbObject::copied() const { return nullptr; }
-
 void AcDbObject::setXDataPoints(std::unique_ptr<qx::db::XDataPoints>) {}
 
 AcDbObjectId AcDbObject::ownerId() const { return AcDbObjectId{record_ ? record_->owner : nullptr}; }

@@ -57,8 +57,8 @@ bool readVertexGroup(const VertexGroups& groups, const dxf::Tag& tag, void* base
 
 } // namespace
 
-FieldTable::FieldTable(std::initializer_list<Field> list, const VertexGroups* vertexGroups)
-    : fields{list}, vertices{vertexGroups} {
+FieldTable::FieldTable(std::size_t plain, std::initializer_list<Field> list, const VertexGroups* vertexGroups)
+    : plainSize{plain}, fields{list}, vertices{vertexGroups} {
     slotByCode.fill(noSlot);
     for (const Field& field : fields) {
         addSlots(field, slots);

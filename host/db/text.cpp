@@ -35,7 +35,7 @@ struct AcDbText::Placement {
 const FieldTable& AcDbText::fields() {
     // Left text on its baseline has no alignment point, whatever the file says there.
     static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbText"},
@@ -57,7 +57,7 @@ const FieldTable& AcDbText::fields() {
 const FieldTable& AcDbAttribute::fields() {
     // Left text on its baseline has no alignment point, whatever the file says there.
     static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable table{{
+    static const FieldTable table{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbText"},

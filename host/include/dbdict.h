@@ -35,7 +35,6 @@ private:
 class QX_HOST_API AcDbDictionary : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary)
-    std::unique_ptr<AcDbObject> copied() const override;
     bool afterReading(const qx::db::Drawing& drawing) override;
 
     /// Sorted by name without regard to case; erased objects are left out. kDictCollated gives the file's order.

@@ -9,7 +9,6 @@
 class QX_HOST_API AcDbGroup : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbGroup)
-    std::unique_ptr<AcDbObject> copied() const override;
     const qx::db::FieldTable* fieldTable() const override;
     void* fieldBase() override { return &data_; }
     bool afterReading(const qx::db::Drawing& drawing) override;

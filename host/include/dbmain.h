@@ -37,13 +37,10 @@ struct EntityProperties {
     Adesk::Int32 invisible = 0;
 };
 
-/// What every class with data of its own answers to the store: how to copy it and where its fields are.
+/// What every class with data of its own answers to the store: which fields it has and where they are.
 template <class Self, class Base> class Described : public Base {
 public:
     using Base::Base;
-    std::unique_ptr<AcDbObject> copied() const override {
-        return std::make_unique<Self>(static_cast<const Self&>(*this));
-    }
     const FieldTable* fieldTable() const override { return &Self::fields(); }
     void* fieldBase() override { return &static_cast<Self*>(this)->data_; }
 };
@@ -97,8 +94,6 @@ public:
 
     // Host side: what the store asks of every class.
 
-    /// A copy that no drawing holds, for the undo history.
-    virtual std::unique_ptr<AcDbObject> copied() const;
     /// The groups of the class that are numbers, and where they live; null for a class that is only kept.
     virtual const qx::db::FieldTable* fieldTable() const { return nullptr; }
     /// Where the offsets of the field table count from.
@@ -108,12 +103,13 @@ public:
     /// The layer that the file names; asked of entities before afterReading().
     virtual void setLayerState(const qx::db::LayerState&) {}
     virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
+    /// Points in the extended data, which move along; null for the many objects that have none.
+    virtual qx::db::XDataPoints* xdataPoints() const { return nullptr; }
     void setRecord(qx::db::Record* record) { record_ = record; }
 
 protected:
     AcDbObject() = default;
-    /// The copy is in no drawing.
-    AcDbObject(const AcDbObject& other) : AcRxObject{other} {}
+    AcDbObject(const AcDbObject&) = delete;
     AcDbObject& operator=(const AcDbObject&) = delete;
 
 private:
@@ -124,7 +120,6 @@ class QX_HOST_API AcDbEntity : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbEntity)
     AcDbEntity();
-    AcDbEntity(const AcDbEntity& other);
     ~AcDbEntity() override;
 
     AcDbObjectId layerId() const;
@@ -143,6 +138,8 @@ public:
 
     // Host side.
 
+    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move along.
+    Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
@@ -150,13 +147,11 @@ public:
     bool isVisible() const;
     const qx::db::LayerState& layerState() const { return *layer_; }
 
-    std::unique_ptr<AcDbObject> copied() const override;
     const qx::db::FieldTable* fieldTable() const override;
     void* fieldBase() override { return &kept_; }
     void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
-    /// Points in the extended data, which move along; null for the many entities that have none.
-    qx::db::XDataPoints* xdataPoints() const { return xdata_.get(); }
+    qx::db::XDataPoints* xdataPoints() const override { return xdata_.get(); }
     void setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) override;
 
 protected:

@@ -7,10 +7,13 @@
 class QX_HOST_API AcRxClass : public AcRxObject {
 public:
     /// `parent` is null for the root of the hierarchy only; `dxfName` is null for classes that no drawing names.
-    AcRxClass(const ACHAR* name, AcRxClass* parent, const ACHAR* dxfName = nullptr);
+    constexpr AcRxClass(const ACHAR* name, AcRxClass* parent, const ACHAR* dxfName = nullptr)
+        : name_{name}, parent_{parent}, dxfName_{dxfName} {}
+    constexpr ~AcRxClass() override = default;
 
-    static AcRxClass* desc();
+    static AcRxClass* desc() { return &descriptor_; }
     AcRxClass* isA() const override;
+    static AcRxClass descriptor_;
 
     const ACHAR* name() const { return name_; }
     const ACHAR* dxfName() const { return dxfName_; }

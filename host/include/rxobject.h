@@ -8,25 +8,27 @@ class AcRxClass;
 
 class QX_HOST_API AcRxObject {
 public:
-    virtual ~AcRxObject() = default;
+    virtual constexpr ~AcRxObject() = default;
 
-    static AcRxClass* desc();
+    static AcRxClass* desc() { return &descriptor_; }
     virtual AcRxClass* isA() const;
+    static AcRxClass descriptor_;
     bool isKindOf(const AcRxClass* other) const;
     /// The same object, typed, or null when it is null.
     static AcRxObject* cast(const AcRxObject* object) { return const_cast<AcRxObject*>(object); }
 
 protected:
-    AcRxObject() = default;
+    constexpr AcRxObject() = default;
     AcRxObject(const AcRxObject&) = default;
     AcRxObject& operator=(const AcRxObject&) = default;
 };
 
-/// Declares the members that every class with a descriptor has. `cast` yields null for null and for an object of
+/// Declares the members that every class with a descriptor has. The descriptor exists before any code runs. `cast` yields null for null and for an object of
 /// another branch of the hierarchy.
 #define ACRX_DECLARE_MEMBERS(CLASS)                                                                          \
-    static AcRxClass* desc();                                                                                \
+    static AcRxClass* desc() { return &descriptor_; }                                                        \
     AcRxClass* isA() const override;                                                                         \
+    static AcRxClass descriptor_;                                                                            \
     static CLASS* cast(const AcRxObject* object) {                                                           \
         return object && object->isKindOf(desc())                                                            \
                    ? const_cast<CLASS*>(static_cast<const CLASS*>(object))                                   \
@@ -35,8 +37,5 @@ protected:
 
 /// Defines them; DXF_NAME is the wide string that names the class in a drawing, or nullptr.
 #define ACRX_DEFINE_MEMBERS(CLASS, BASE, DXF_NAME)                                                           \
-    AcRxClass* CLASS::desc() {                                                                               \
-        static AcRxClass descriptor{L## #CLASS, BASE::desc(), DXF_NAME};                                     \
-        return &descriptor;                                                                                  \
-    }                                                                                                        \
-    AcRxClass* CLASS::isA() const { return desc(); }
+    constinit AcRxClass CLASS::descriptor_{L## #CLASS, &BASE::descriptor_, DXF_NAME};                        \
+    AcRxClass* CLASS::isA() const { return &descriptor_; }

@@ -1,0 +1,176 @@
+#include "console/Program.h"
+
+#include "console/ConsoleSource.h"
+#include "console/terminalLine.h"
+#include "draw/Svg.h"
+#include "ed/ScriptSource.h"
+#include "os/files.h"
+#include "os/terminal.h"
+#include "rx/ModuleLoader.h"
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+namespace qx::console {
+namespace {
+
+using os::StandardStream;
+
+void print(std::FILE* stream, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fflush(stream);
+}
+
+void printError(const std::string& sentence) { print(stderr, "qxhost: " + sentence + '\n'); }
+
+Exit failed(Exit exit, const std::string& sentence) {
+    printError(sentence);
+    return exit;
+}
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(std::filesystem::path{std::u8string{path.begin(), path.end()}}, ignored);
+}
+
+std::string standardInput() {
+    std::string text;
+    std::array<char, 4096> buffer{};
+    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), stdin))
+        text.append(buffer.data(), count);
+    return text;
+}
+
+// A person waits for each piece; a script's transcript may be written in large ones.
+void writeTranscript(std::string_view text) {
+    static const bool isPerson = os::isTerminal(StandardStream::output);
+    std::fwrite(text.data(), 1, text.size(), stdout);
+    if (isPerson) std::fflush(stdout);
+}
+
+// The smallest drawing: model space, and layer 0.
+constexpr std::string_view emptyDrawing =
+    "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1024\n9\n$HANDSEED\n5\n100\n0\nENDSEC\n"
+    "0\nSECTION\n2\nTABLES\n"
+    "0\nTABLE\n2\nLAYER\n5\n2\n330\n0\n100\nAcDbSymbolTable\n70\n1\n"
+    "0\nLAYER\n5\n10\n330\n2\n100\nAcDbSymbolTableRecord\n100\nAcDbLayerTableRecord\n2\n0\n70\n0\n62\n7\n6\n"
+    "Continuous\n0\nENDTAB\n"
+    "0\nTABLE\n2\nBLOCK_RECORD\n5\n1\n330\n0\n100\nAcDbSymbolTable\n70\n1\n"
+    "0\nBLOCK_RECORD\n5\n1F\n330\n1\n100\nAcDbSymbolTableRecord\n100\nAcDbBlockTableRecord\n2\n*Model_Space\n"
+    "0\nENDTAB\n0\nENDSEC\n"
+    "0\nSECTION\n2\nBLOCKS\n"
+    "0\nBLOCK\n5\n20\n330\n1F\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockBegin\n2\n*Model_Space\n70\n0\n10\n0."
+    "0\n20\n"
+    "0.0\n30\n0.0\n3\n*Model_Space\n1\n\n"
+    "0\nENDBLK\n5\n21\n330\n1F\n100\nAcDbEntity\n8\n0\n100\nAcDbBlockEnd\n0\nENDSEC\n"
+    "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
+
+} // namespace
+
+Program::Program(Options options) : options_{std::move(options)}, session_{writeTranscript} {
+    if (options_.report) session_.observer = &report_;
+    if (os::isTerminal(StandardStream::error))
+        session_.progress = [this](std::string_view job, std::uint64_t done, std::uint64_t total) {
+            progress_.show(job, done, total);
+        };
+}
+
+Exit Program::run() {
+    if (options_.save && !mayReplace(*options_.save))
+        return failed(Exit::unwritable, *options_.save + ": exists already; --force replaces it");
+    for (const auto step :
+         {&Program::read, &Program::loadModules, &Program::runCommands, &Program::writeResults}) {
+        const Exit exit = (this->*step)();
+        progress_.clear();
+        if (exit != Exit::done) return writeReport(exit);
+    }
+    return writeReport(Exit::done);
+}
+
+bool Program::mayReplace(const std::string& path) const { return options_.force || !exists(path); }
+
+Exit Program::read() {
+    if (options_.script == "-")
+        scriptText_ = standardInput();
+    else if (options_.script) {
+        const auto bytes = os::readFile(*options_.script);
+        if (!bytes) return failed(Exit::unreadable, bytes.error());
+        scriptText_ = std::string{bytes->view()};
+    }
+    db::Progress progress;
+    if (session_.progress)
+        progress = [this](std::uint64_t done, std::uint64_t total) {
+            progress_.show("loading", done, total);
+        };
+    auto drawing = options_.drawing.empty() ? db::Drawing::fromBytes(emptyDrawing, "Drawing1.dxf")
+                                            : db::Drawing::read(options_.drawing, progress);
+    if (!drawing) return failed(Exit::unreadable, drawing.error());
+    session_.setDrawing(std::move(*drawing));
+    return Exit::done;
+}
+
+// Without the default module the host's own commands still work.
+Exit Program::loadModules() {
+    for (const std::string& module : options_.modules)
+        if (const Outcome outcome = rx::moduleLoader().load(module); !outcome)
+            return failed(Exit::wrongUsage, outcome.error());
+    if (!options_.modules.empty()) return Exit::done;
+    const Outcome outcome = rx::moduleLoader().load(os::programFolder() + "/QX_GroupAlignment.arx");
+    if (!outcome) printError(outcome.error());
+    return Exit::done;
+}
+
+Exit Program::runCommands() {
+    ed::CommandRunner runner{session_};
+    if (scriptText_) {
+        ed::ScriptSource script{std::move(*scriptText_),
+                                *options_.script == "-" ? "stdin" : *options_.script};
+        if (runner.run(script) == ed::RunEnd::failed)
+            return failed(Exit::scriptFailed, session_.line().failure());
+        return Exit::done;
+    }
+    catchInterrupts();
+    ConsoleSource console{os::isTerminal(StandardStream::input) && os::isTerminal(StandardStream::output)};
+    runner.run(console);
+    if (!session_.line().transcript.isAtLineStart()) writeTranscript("\n");
+    return Exit::done;
+}
+
+Exit Program::writeResults() {
+    std::fflush(stdout);
+    const db::Drawing* drawing = session_.drawing();
+    if (!drawing) return Exit::done;
+    if (options_.save) {
+        if (!mayReplace(*options_.save))
+            return failed(Exit::unwritable, *options_.save + ": exists already; --force replaces it");
+        db::Progress progress;
+        if (session_.progress)
+            progress = [this](std::uint64_t done, std::uint64_t total) {
+                progress_.show("saving", done, total);
+            };
+        const Outcome outcome = drawing->save(*options_.save, os::Backup::keep, progress);
+        if (!outcome) return failed(Exit::unwritable, outcome.error());
+    }
+    const std::string error = options_.svg ? draw::writeSvg(*drawing, *options_.svg) : std::string{};
+    return error.empty() ? Exit::done : failed(Exit::unwritable, error);
+}
+
+Exit Program::writeReport(Exit otherwise) {
+    if (!options_.report) return otherwise;
+    auto file = os::AtomicFile::create(*options_.report);
+    if (!file) return failed(Exit::unwritable, file.error());
+    file->write(report_.toJson(session_.drawing()));
+    const Outcome outcome = file->commit();
+    return outcome ? otherwise : failed(Exit::unwritable, outcome.error());
+}
+
+void Program::finish() {
+    rx::moduleLoader().setDrawingOpen(false);
+    rx::moduleLoader().unloadAll();
+    std::fflush(stdout);
+    std::fflush(stderr);
+}
+
+} // namespace qx::console

@@ -1,0 +1,99 @@
+#include "ed/CommandLine.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace qx::ed {
+namespace {
+
+// More than any command that takes a cancel for an answer will ask.
+constexpr int patience = 1000;
+
+bool isWaitedFor(const Input& input, Ask what) {
+    return what != Ask::command || input.kind != Input::Kind::enter;
+}
+
+} // namespace
+
+Input CommandLine::ask(Ask what, std::string_view prompt) {
+    if (hasFailed()) return cancelled();
+    const bool waits = queue_.isAtEnd() && isInteractive();
+    if (waits) transcript.prompt(prompt);
+    Input input = read(what);
+    // Blank lines between the commands of a script mean nothing.
+    while (!waits && !isWaitedFor(input, what)) input = read(what);
+    if (input.kind == Input::Kind::end) return what == Ask::command ? input : afterEnd(waits ? "" : prompt);
+    if (!waits) transcript.prompt(prompt);
+    const bool cancels = input.kind == Input::Kind::cancel;
+    transcript.answer(cancels ? "*取消*" : input.text, input.shown && !cancels);
+    if (cancels) return cancelled();
+    cancels_ = 0;
+    return input;
+}
+
+Input CommandLine::afterEnd(std::string_view prompt) {
+    if (!prompt.empty()) transcript.prompt(prompt);
+    transcript.answer("*取消*", false);
+    if (!isInteractive()) fail("the script ends inside the command " + command_);
+    return cancelled();
+}
+
+Input CommandLine::cancelled() {
+    if (!command_.empty() && ++cancels_ > patience)
+        throw std::runtime_error("the command goes on asking although it is cancelled");
+    return {.kind = Input::Kind::cancel, .text = {}, .line = line_};
+}
+
+Input CommandLine::read(Ask what) {
+    Input queued = readQueue();
+    if (queued.kind != Input::Kind::unfinished && queued.kind != Input::Kind::end) return queued;
+    Input input = readSources(what);
+    if (queued.kind == Input::Kind::end) return input;
+    // What was queued without an end stands before what is typed now, as in one line.
+    if (input.kind == Input::Kind::enter) input.kind = Input::Kind::text;
+    if (input.kind == Input::Kind::text) input.text.insert(0, queued.text);
+    return input;
+}
+
+Input CommandLine::readQueue() {
+    Input input = queue_.next();
+    input.shown = !queueEchoes_;
+    input.line = line_;
+    return input;
+}
+
+Input CommandLine::readSources(Ask what) {
+    while (!sources_.empty()) {
+        Input input = sources_.back()->next(what);
+        if (input.kind != Input::Kind::end) {
+            line_ = input.line;
+            return input;
+        }
+        if (sources_.size() == 1) break;
+        sources_.pop_back();
+    }
+    return {};
+}
+
+void CommandLine::refuse(std::string_view sentence, const std::string& reason) {
+    transcript.sentence(sentence);
+    if (!isInteractive()) fail(reason);
+}
+
+void CommandLine::fail(const std::string& reason) {
+    if (hasFailed()) return;
+    const std::string name = sources_.empty() ? "input" : sources_.back()->name();
+    failure_ = name + ':' + std::to_string(line_) + ": " + reason;
+}
+
+void CommandLine::queue(std::string_view text, bool echo) {
+    queueEchoes_ = echo;
+    queue_.append(text);
+}
+
+void CommandLine::beginCommand(std::string name) {
+    command_ = std::move(name);
+    cancels_ = 0;
+}
+
+} // namespace qx::ed

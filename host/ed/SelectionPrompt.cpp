@@ -1,0 +1,201 @@
+#include "ed/SelectionPrompt.h"
+
+#include "dbgroup.h"
+#include "ed/picking.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace qx::ed {
+namespace {
+
+constexpr const char* optionsForThePerson =
+    "需要点或 全部(ALL)/窗口(W)/窗交(C)/上一个(L)/前一个(P)/删除(R)/添加(A)。";
+
+// Kept, but not to be measured, and so not to be selected; though a person sees such an object in the file.
+bool isUnmeasurable(const db::Drawing& drawing, const db::Record* record) {
+    if (record->has(db::Record::erased)) return false;
+    const AcDbEntity* entity = drawing.liveEntity(const_cast<db::Record*>(record));
+    return entity && !entity->isMeasurable() && entity->isVisible();
+}
+
+// Members of the selectable groups that the record belongs to, itself included.
+std::vector<db::Record*> withGroups(const db::Drawing& drawing, db::Record* record, std::size_t& groups) {
+    std::vector<db::Record*> all{record};
+    for (db::Record* each : drawing.groups()) {
+        const auto* group = each->has(db::Record::erased) ? nullptr : AcDbGroup::cast(drawing.live(each));
+        if (!group || !group->isSelectable()) continue;
+        const auto& members = group->members();
+        if (std::ranges::find(members, record) == members.end()) continue;
+        ++groups;
+        std::ranges::copy_if(members, std::back_inserter(all),
+                             [&](db::Record* member) { return member && drawing.isSelectable(member); });
+    }
+    return all;
+}
+
+std::vector<db::Record*> withoutRepeats(const db::Drawing& drawing, const std::vector<db::Record*>& records) {
+    RecordSet set{&drawing};
+    set.add(records);
+    return set.members();
+}
+
+} // namespace
+
+std::optional<std::uint64_t> parseHandent(std::string_view form) {
+    const auto skip = [&](std::string_view expected) {
+        while (form.starts_with(' ')) form.remove_prefix(1);
+        const bool there = upperCase(form.substr(0, expected.size())) == expected;
+        if (there) form.remove_prefix(expected.size());
+        return there;
+    };
+    if (!skip("(") || !skip("HANDENT") || !skip("\"")) return std::nullopt;
+    std::uint64_t handle = 0;
+    const auto [stop, error] = std::from_chars(form.data(), form.data() + form.size(), handle, 16);
+    if (error != std::errc{}) return std::nullopt;
+    form.remove_prefix(static_cast<std::size_t>(stop - form.data()));
+    if (!form.starts_with('"') || !skip("\"") || !skip(")") || !form.empty()) return std::nullopt;
+    return handle;
+}
+
+SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::string removePrompt)
+    : session_{session}, drawing_{*session.drawing()}, addPrompt_{std::move(addPrompt)},
+      removePrompt_{std::move(removePrompt)}, set_{session.drawing()} {}
+
+SelectionPrompt::End SelectionPrompt::run() {
+    for (;;) {
+        const Input input = askInput();
+        if (input.kind == Input::Kind::cancel) return End::cancelled;
+        if (input.kind == Input::Kind::enter) break;
+        take(input);
+    }
+    if (set_.isEmpty()) return End::nothing;
+    session_.previous = set_;
+    return End::selected;
+}
+
+Input SelectionPrompt::askInput() {
+    if (pushedBack_) return *std::exchange(pushedBack_, std::nullopt);
+    return session_.line().ask(Ask::selection, removing_ ? removePrompt_ : addPrompt_);
+}
+
+void SelectionPrompt::take(const Input& input) {
+    if (const auto point = parsePoint(input.text)) {
+        session_.lastPoint = session_.frame().resolved(*point, session_.lastPoint);
+        return takePoint(session_.lastPoint);
+    }
+    if (takeOption(input.text) || takeEntity(input.text)) return;
+    session_.line().refuse(optionsForThePerson, '"' + input.text + "\" selects nothing");
+}
+
+bool SelectionPrompt::takeOption(const std::string& text) {
+    using Action = void (*)(SelectionPrompt&);
+    static const std::pair<std::string_view, Action> actions[] = {
+        {"ALL", [](SelectionPrompt& p) { p.takeAll(); }},
+        {"Window", [](SelectionPrompt& p) { p.takeRectangle(Rectangle::window); }},
+        {"Crossing", [](SelectionPrompt& p) { p.takeRectangle(Rectangle::crossing); }},
+        {"Last", [](SelectionPrompt& p) { p.takeLast(); }},
+        {"Previous", [](SelectionPrompt& p) { p.takePrevious(); }},
+        {"Remove", [](SelectionPrompt& p) { p.removing_ = true; }},
+        {"Add", [](SelectionPrompt& p) { p.removing_ = false; }},
+    };
+    static const Keywords keywords{"ALL Window Crossing Last Previous Remove Add"};
+    const auto option = keywords.match(text);
+    if (!option) return false;
+    std::ranges::find(actions, *option, &std::pair<std::string_view, Action>::first)->second(*this);
+    return true;
+}
+
+void SelectionPrompt::takeAll() {
+    Records records;
+    std::size_t unmeasurable = 0;
+    drawing_.forEachInModelSpace([&](db::Record* record) {
+        if (drawing_.isSelectable(record))
+            records.push_back(record);
+        else if (isUnmeasurable(drawing_, record))
+            ++unmeasurable;
+    });
+    found(records);
+    if (unmeasurable > 0) say(std::to_string(unmeasurable) + " 个对象的类别不能测量，不能选择。");
+}
+
+void SelectionPrompt::takeLast() {
+    Records records;
+    drawing_.forEachInModelSpace([&](db::Record* record) { records.push_back(record); });
+    const auto last = std::find_if(records.rbegin(), records.rend(),
+                                   [&](db::Record* record) { return drawing_.isSelectable(record); });
+    found(last == records.rend() ? Records{} : Records{*last});
+}
+
+void SelectionPrompt::takePrevious() {
+    if (session_.previous.isEmpty()) return say("没有前一个选择集。");
+    Records records = session_.previous.members();
+    std::erase_if(records, [&](db::Record* record) { return !drawing_.isSelectable(record); });
+    found(records);
+}
+
+void SelectionPrompt::takePoint(const AcGePoint3d& user) {
+    const double reach = pixelSize(drawing_) * session_.variables().number("PICKBOX");
+    if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), reach))
+        return takePicked(picked);
+    const auto opposite = askCorner("指定对角点: ");
+    if (opposite) takeWindow(user, *opposite, opposite->x < user.x ? Rectangle::crossing : Rectangle::window);
+}
+
+void SelectionPrompt::takePicked(db::Record* picked) {
+    std::size_t groups = 0;
+    const int style = session_.variables().number("PICKSTYLE");
+    const bool withItsGroups = style == 1 || style == 3;
+    found(withItsGroups ? withoutRepeats(drawing_, withGroups(drawing_, picked, groups)) : Records{picked},
+          groups);
+}
+
+bool SelectionPrompt::takeEntity(const std::string& form) {
+    const auto handle = parseHandent(form);
+    db::Record* record = handle ? drawing_.find(*handle) : nullptr;
+    if (!record) return false;
+    found(drawing_.isSelectable(record) ? Records{record} : Records{});
+    return true;
+}
+
+void SelectionPrompt::takeRectangle(Rectangle rectangle) {
+    const auto first = askCorner("指定第一个角点: ");
+    if (!first) return;
+    const auto second = askCorner("指定对角点: ");
+    if (second) takeWindow(*first, *second, rectangle);
+}
+
+// What is no point is an answer to the selection prompt instead, so that one missed pick does not upset all
+// that follows it.
+std::optional<AcGePoint3d> SelectionPrompt::askCorner(const std::string& prompt) {
+    const Input input = session_.line().ask(Ask::point, prompt);
+    const auto point = input.kind == Input::Kind::text ? parsePoint(input.text) : std::nullopt;
+    if (!point) {
+        pushedBack_ = input;
+        return std::nullopt;
+    }
+    session_.lastPoint = session_.frame().resolved(*point, session_.lastPoint);
+    return session_.lastPoint;
+}
+
+void SelectionPrompt::takeWindow(const AcGePoint3d& first, const AcGePoint3d& second, Rectangle rectangle) {
+    const UserFrame frame = session_.frame();
+    found(foundIn(drawing_, frame.toWorld(first), frame.toWorld(second), rectangle));
+}
+
+void SelectionPrompt::found(const Records& records, std::size_t groups) {
+    const bool isFirst = set_.isEmpty();
+    std::string sentence = "找到 " + std::to_string(records.size()) + " 个";
+    if (groups > 0) sentence += "，" + std::to_string(groups) + " 个编组";
+    if (removing_)
+        sentence += "，删除 " + std::to_string(set_.remove(records)) + " 个";
+    else if (const std::size_t repeats = records.size() - set_.add(records); repeats > 0)
+        sentence += " (" + std::to_string(repeats) + " 个重复)";
+    if (!isFirst) sentence += "，总计 " + std::to_string(set_.size()) + " 个";
+    say(sentence);
+}
+
+void SelectionPrompt::say(const std::string& sentence) { session_.line().transcript.sentence(sentence); }
+
+} // namespace qx::ed

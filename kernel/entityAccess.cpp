@@ -1,0 +1,23 @@
+#include "kernel/entityAccess.h"
+
+#include "dbobjptr.h"
+
+namespace qx::kernel {
+
+Acad::ErrorStatus transformEntity(AcDbObjectId id, const AcGeMatrix3d& matrix) {
+    AcDbObjectPointer<AcDbEntity> entity{id, AcDb::kForWrite};
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+    return entity->transformBy(matrix);
+}
+
+void transformEntities(std::span<const AcDbObjectId> ids, const AcGeMatrix3d& matrix) {
+    for (const AcDbObjectId id : ids) transformEntity(id, matrix);
+}
+
+Acad::ErrorStatus readExtents(AcDbObjectId id, AcDbExtents& extents) {
+    const AcDbObjectPointer<AcDbEntity> entity{id, AcDb::kForRead};
+    if (entity.openStatus() == Acad::eOk) entity->getGeomExtents(extents);
+    return entity.openStatus();
+}
+
+} // namespace qx::kernel

@@ -1,0 +1,123 @@
+#include "app/ModuleResourceSwitch.h"
+#include "os/encoding.h"
+#include "rx/ModuleLoader.h"
+#include "standIns.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <sstream>
+
+using namespace qx::rx;
+
+static char testProgram;
+HINSTANCE _hdllInstance = reinterpret_cast<HINSTANCE>(&testProgram);
+
+namespace {
+
+const std::string modulePath = QX_BIN_DIR "/QX_GroupAlignment.arx";
+
+/// "group/global/local/flags" of each command: a '!' before stale ones, a '+' behind those with resources.
+std::vector<std::string> commands() {
+    std::vector<std::string> lines;
+    for (const auto& command : commandStack().all()) {
+        const auto& e = command->entry();
+        lines.push_back((command->isStale() ? "!" : "") +
+                        qx::os::toUtf8(e.group + L"/" + e.global + L"/" + e.local) + "/" +
+                        std::to_string(e.flags) + (e.resources ? "+" : ""));
+    }
+    return lines;
+}
+
+class ModuleTest : public testing::Test {
+protected:
+    ModuleTest() {
+        const qx::Outcome loaded = loader_.load(modulePath);
+        EXPECT_TRUE(loaded) << loaded.error();
+        calls.clear();
+    }
+    ~ModuleTest() override {
+        loader_.setDrawingOpen(false);
+        loader_.unloadAll();
+        commandStack().removeGroup(L"KV_PositionAlign");
+    }
+
+    ModuleLoader& loader_ = moduleLoader();
+};
+
+const std::vector<std::string> whenLoaded = {
+    "ADSKMyGroup/MyPickFirst/MyPickFirstLocal/2+",
+    "ADSKMyGroup/MySessionCmd/MySessionCmdLocal/2097152",
+    "KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0",
+};
+
+TEST_F(ModuleTest, RegistersSamplesAndAlignmentCommands) {
+    EXPECT_EQ(commands(), whenLoaded);
+    for (const auto& command : commandStack().all()) {
+        EXPECT_EQ(command->entry().functionCode, -1);
+        EXPECT_EQ(command->UIContext(), nullptr);
+    }
+    EXPECT_FALSE(loader_.list().front().locked);
+}
+
+TEST_F(ModuleTest, UnloadingTakesOnlyTheSamples) {
+    ASSERT_TRUE(loader_.unload("QX_GroupAlignment"));
+    EXPECT_EQ(commands(), std::vector<std::string>{"!KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0"});
+    EXPECT_NE(commandStack().find(L"kv_positionalign")->run().error().find("已卸载"), std::string::npos);
+    ASSERT_TRUE(loader_.load(modulePath));
+    auto sorted = commands();
+    std::sort(sorted.begin(), sorted.end());
+    EXPECT_EQ(sorted, whenLoaded);
+}
+
+TEST_F(ModuleTest, KeepsTheResourceHandle) {
+    ASSERT_TRUE(loader_.unload("QX_GroupAlignment"));
+    AfxSetResourceHandle(_hdllInstance);
+    ASSERT_TRUE(loader_.load(modulePath));
+    EXPECT_EQ(AfxGetResourceHandle(), _hdllInstance);
+    AfxSetResourceHandle(nullptr);
+}
+
+TEST_F(ModuleTest, SamplesRun) {
+    EXPECT_TRUE(commandStack().find(L"MyPickFirstLocal")->run());
+    EXPECT_TRUE(commandStack().find(L"_MySessionCmd")->run());
+    EXPECT_EQ(calls, std::vector<std::string>{"acedSSGet _I"});
+
+    EXPECT_FALSE(loader_.invoke(L"MyLispFunction").defined) << "no drawing is open";
+    loader_.setDrawingOpen(true);
+    const LispAnswer answer = loader_.invoke(L"mylispfunction");
+    EXPECT_TRUE(answer.defined && answer.outcome);
+    ASSERT_EQ(lispFunctions().all().size(), 1u);
+    EXPECT_EQ(lispFunctions().all()[0].direct, nullptr) << "called by message";
+    ASSERT_TRUE(loader_.unload("QX_GroupAlignment"));
+    EXPECT_TRUE(lispFunctions().all().empty());
+}
+
+TEST(ModuleFile, ExportsItsTwoFunctionsAndNothingElse) {
+    const std::string listing = "nm -D --defined-only '" + modulePath + "'";
+    FILE* pipe = popen(listing.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string text;
+    for (int c = 0; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+    ASSERT_EQ(pclose(pipe), 0) << "nm is part of the compiler's tools";
+    std::istringstream lines{text};
+    std::vector<std::string> names;
+    for (std::string address, kind, name; lines >> address >> kind >> name;) names.push_back(name);
+    EXPECT_EQ(names, (std::vector<std::string>{"acrxEntryPoint", "acrxGetApiVersion"}));
+}
+
+TEST(ModuleResourceSwitch, GivesTheOldHandleBack) {
+    HINSTANCE other = reinterpret_cast<HINSTANCE>(&calls);
+    {
+        const ModuleResourceSwitch own;
+        EXPECT_EQ(AfxGetResourceHandle(), _hdllInstance);
+        {
+            const ModuleResourceSwitch given{other};
+            EXPECT_EQ(AfxGetResourceHandle(), other);
+        }
+        EXPECT_EQ(AfxGetResourceHandle(), _hdllInstance);
+    }
+    EXPECT_EQ(AfxGetResourceHandle(), nullptr);
+}
+
+} // namespace

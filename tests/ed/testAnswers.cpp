@@ -1,0 +1,99 @@
+#include "ed/Keywords.h"
+#include "ed/Variables.h"
+#include "ed/points.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+using namespace qx::ed;
+using Frame = TypedPoint::Frame;
+
+struct PointCase {
+    const char* text;
+    std::optional<TypedPoint> point;
+};
+const PointCase pointCases[] = {
+    {"1,2", TypedPoint{Frame::user, {1, 2, 0}}},
+    {"-1.5,+2e3,.25", TypedPoint{Frame::user, {-1.5, 2000, 0.25}}},
+    {"@3,-4", TypedPoint{Frame::relative, {3, -4, 0}}},
+    {"@3,-4,5", TypedPoint{Frame::relative, {3, -4, 5}}},
+    {"*1,2", TypedPoint{Frame::world, {1, 2, 0}}},
+    {"", {}},
+    {"1", {}},
+    {"1,", {}},
+    {",1", {}},
+    {"1,2,", {}},
+    {"1,2,3,4", {}},
+    {"1,2x", {}},
+    {"1, 2", {}},
+    {"@*1,2", {}},
+    {"nan,0", {}},
+    {"1e999,0", {}},
+    {"0x10,0", {}},
+    {"+-1,0", {}},
+};
+
+TEST(Points, asTyped) {
+    for (const PointCase& each : pointCases) EXPECT_EQ(parsePoint(each.text), each.point) << each.text;
+}
+
+TEST(Reals, takeTheWholeText) {
+    EXPECT_EQ(parseReal("-0.5"), -0.5);
+    EXPECT_EQ(parseReal("+.5"), 0.5);
+    for (const char* text : {"", "-", "1,5", "5m", "inf", "--1", " 1"})
+        EXPECT_EQ(parseReal(text), std::nullopt) << text;
+}
+
+struct KeywordCase {
+    const char* list;
+    const char* typed;
+    const char* keyword; ///< null: refused
+};
+const KeywordCase keywordCases[] = {
+    {"Yes No", "y", "Yes"},
+    {"Yes No", "YES", "Yes"},
+    {"Yes No", "ye", "Yes"},
+    {"Yes No", "yess", nullptr},
+    {"Yes No", "e", nullptr},
+    {"Yes No", "", nullptr},
+    {"Yes No", "_yes", "Yes"},
+    {"O G", "o", "O"},
+    {"HC T L C HD", "h", nullptr}, // both capitals are the abbreviation
+    {"HC T L C HD", "hd", "HD"},
+    {"LEft LIne", "le", "LEft"},
+    {"LEft LIne", "l", nullptr},
+    {"LEft LIne", "lin", "LIne"},
+    {"eXit End", "x", "eXit"},
+    {"eXit End", "e", "End"},
+    {"eXit End", "ex", "eXit"},
+    {"layer,LA", "la", "layer"},
+    {"layer,LA", "lay", "layer"},
+    {"layer,LA", "l", nullptr},
+    {"对象 组 _Object Group", "组", "Group"},
+    {"对象 组 _Object Group", "_g", "Group"},
+    {"对象 组 _Object Group", "g", nullptr},
+    {"", "y", nullptr},
+};
+
+TEST(Keywords, whatIsTypedFindsOne) {
+    for (const KeywordCase& each : keywordCases) {
+        const auto found = Keywords{each.list}.match(each.typed);
+        const auto expected = each.keyword ? std::optional<std::string>{each.keyword} : std::nullopt;
+        EXPECT_EQ(found, expected) << each.list << " <- " << each.typed;
+    }
+}
+
+TEST(Variables, keepToTheirLimits) {
+    using Status = Variables::Status;
+    Variables variables;
+    EXPECT_EQ(variables.set("cmddia", 1), Status::done);
+    EXPECT_EQ(variables.number("CMDDIA"), 1);
+    EXPECT_EQ(variables.set("PICKSTYLE", 4), Status::outOfRange);
+    EXPECT_EQ(variables.number("PICKSTYLE"), 1);
+    EXPECT_EQ(variables.set("CMDACTIVE", 1), Status::readOnly);
+    EXPECT_EQ(variables.set("NOSUCH", 1), Status::unknown);
+    EXPECT_FALSE(variables.find("NOSUCH"));
+}
+} // namespace

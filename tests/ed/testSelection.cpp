@@ -1,0 +1,261 @@
+#include "aced.h"
+#include "acutads.h"
+#include "dbmain.h"
+#include "ed/Editor.h"
+#include "ed/SelectionPrompt.h"
+#include "ed/TerseDxf.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+using namespace qx;
+using tests::Editor;
+
+// About 1000 x 750 units, so that a pixel is about one unit and a pick reaches about three.
+const std::string scene = tests::drawingText(
+    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=1000 21=0 31=0
+LINE 5=A2 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=750 30=0 11=100 21=750 31=0
+CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=500 20=400 30=0 40=100
+LINE 5=A4 330=1F 100=AcDbEntity 8=LOCKED 100=AcDbLine 10=700 20=100 30=0 11=800 21=100 31=0
+LINE 5=A5 330=1F 100=AcDbEntity 8=OFF 100=AcDbLine 10=700 20=200 30=0 11=800 21=200 31=0
+LINE 5=A6 330=1F 100=AcDbEntity 8=FROZEN 100=AcDbLine 10=700 20=300 30=0 11=800 21=300 31=0
+LINE 5=A7 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=10 30=0 11=100 21=10 31=0
+WIPEOUT 5=A8 330=1F 100=AcDbEntity 8=0 100=AcDbWipeout 10=0 20=0 30=0
+LINE 5=A9 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=10 30=0 11=100 21=10 31=0)",
+    "PAIR B1 LOOSE B2", R"(GROUP 5=B1 330=D 100=AcDbGroup 300= 70=0 71=1 340=A2 340=A3 340=A5
+GROUP 5=B2 330=D 100=AcDbGroup 300= 70=0 71=0 340=A1 340=A3)");
+
+std::string handlesOf(const ads_name set) {
+    std::string text;
+    ads_name name{};
+    AcDbObjectId id;
+    for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i) {
+        EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
+        char hex[20];
+        std::snprintf(hex, sizeof hex, "%s%llX", i ? " " : "", static_cast<unsigned long long>(id.handle().value()));
+        text += hex;
+    }
+    return text;
+}
+
+// The handles, or the result code when there is no set.
+std::string selectionOf(const ACHAR* mode, const void* points) {
+    ads_name set{};
+    const int code = acedSSGet(mode, points, nullptr, nullptr, set);
+    if (code != RTNORM) return std::to_string(code) + (set[0] || set[1] ? " and a set" : "");
+    std::string handles = handlesOf(set);
+    acedSSFree(set);
+    return handles;
+}
+
+struct SelectionCase {
+    const char* name;
+    const char* answers;
+    const char* selected;
+};
+const SelectionCase selectionCases[] = {
+    {"all: locked yes, off and frozen no", "ALL\n\n", "A1 A2 A3 A4 A7 A9"},
+    {"Enter with nothing", "\n", "-5001"},
+    {"cancel", "ALL\n^C", "-5002"},
+    {"repeats are dropped", "ALL\nALL\n(handent \"A3\")\n\n", "A1 A2 A3 A4 A7 A9"},
+    {"by handle, in any case, without groups", "(HANDENT \"a3\")\n\n", "A3"},
+    {"by handle, in the order given", "(handent \"A4\") (handent \"A1\")\n\n", "A4 A1"},
+    {"by handle on a layer that is off", "(handent \"A5\")\n\n", "-5001"},
+    {"a pick brings its selectable groups, not what is hidden", "50,750\n\n", "A2 A3"},
+    {"a pick of a group that is not selectable", "900,0\n\n", "A1"},
+    {"a pick within reach", "900,2.5\n\n", "A1"},
+    {"a pick of a circle on its line", "500,500\n\n", "A3 A2"},
+    {"the newest of those that are equally near", "50,11\n\n", "A9"},
+    {"the nearest", "300,1\n\n", "A1"},
+    {"hidden objects can't be picked", "750,200\n\n\n", "-5001"},
+    {"a missed pick and Enter", "300,300\n\n", "-5001"},
+    {"a missed pick, then another answer", "300,300\nL\n\n", "A9"},
+    {"window to the right takes what is inside", "650,50\n810,500\n\n", "A4"},
+    {"window to the right, not what it cuts", "650,50\n750,500\n\n", "-5001"},
+    {"window to the left takes what it touches", "750,500\n650,50\n\n", "A4"},
+    {"W", "W\n-1,-1\n1001,20\n\n", "A1 A7 A9"},
+    {"W inside a circle", "W\n450,350\n550,450\n\n", "-5001"},
+    {"C", "C\n590,390\n610,410\n\n", "A3"},
+    {"corner relative to the last point", "W\n-1,-1\n@1002,21\n\n", "A1 A7 A9"},
+    {"last", "L\n\n", "A9"},
+    {"remove and add", "ALL\nR\nW\n-1,-1\n1001,20\nA\n(handent \"A7\")\n\n", "A2 A3 A4 A7"},
+    {"removing a group by one pick", "ALL\nR\n500,500\n\n", "A1 A4 A7 A9"},
+    {"nothing is left", "L\nR\nL\n\n", "-5001"},
+    {"options with a prefix", "_all\n\n", "A1 A2 A3 A4 A7 A9"},
+    {"nothing before", "P\n\n", "-5001"},
+};
+
+TEST(SelectionPrompt, answers) {
+    for (const SelectionCase& each : selectionCases) {
+        SCOPED_TRACE(each.name);
+        Editor editor{scene};
+        std::string selected;
+        const auto run = editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, each.answers);
+        EXPECT_EQ(selected, each.selected) << run.transcript;
+        EXPECT_EQ(run.failure, "");
+        expectInOrder(editor);
+    }
+}
+
+TEST(SelectionPrompt, refusesWhatSelectsNothing) {
+    for (const char* answers : {"XYZ\n\n", "(handent \"FF\")\n\n", "(foo)\n\n", "1,2,3,4\n\n"}) {
+        Editor editor{scene};
+        std::string selected;
+        const auto run = editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, answers);
+        EXPECT_EQ(run.end, ed::RunEnd::failed) << answers;
+        EXPECT_EQ(selected, "-5002") << answers;
+        EXPECT_EQ(run.failure.substr(0, 11), "test.scr:2:") << run.failure;
+    }
+}
+
+TEST(SelectionPrompt, previousIsTheLastSelection) {
+    Editor editor{scene};
+    std::string selected;
+    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
+    editor.runBody(body, "(handent \"A1\") (handent \"A7\")\n\n");
+    editor.runBody(body, "ALL\n^C"); // leaves it alone
+    editor.run("ERASE\n(handent \"A7\")\n\nBODY\nP\n\n");
+    EXPECT_EQ(selected, "-5001"); // P is what ERASE was given, and that is gone
+    editor.run("U\nBODY\nP\n\n");
+    EXPECT_EQ(selected, "A7");
+}
+
+TEST(SelectionPrompt, groupsFollowPickstyle) {
+    const std::pair<int, const char*> cases[] = {{0, "A2"}, {1, "A2 A3"}, {2, "A2"}, {3, "A2 A3"}};
+    for (const auto& [style, expected] : cases) {
+        Editor editor{scene};
+        editor.session.variables().force("PICKSTYLE", style);
+        std::string selected;
+        editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, "50,750\n\n");
+        EXPECT_EQ(selected, expected) << style;
+    }
+}
+
+TEST(SelectionPrompt, reachesAsFarAsPickbox) {
+    Editor editor{scene};
+    std::string selected;
+    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
+    editor.runBody(body, "900,9\n\n");
+    EXPECT_EQ(selected, "-5001");
+    editor.run("SETVAR PICKBOX 10\nBODY\n900,9\n\n");
+    EXPECT_EQ(selected, "A1");
+}
+
+// The system lies at (1000, 0) and is turned by a quarter: user (0, 300) is world (700, 0).
+TEST(SelectionPrompt, picksInTheUserSystem) {
+    Editor editor{tests::drawingText("LINE 5=A1 330=1F 8=0 10=0 20=0 30=0 11=1000 21=0 31=0", "", "",
+                                     "9\n$UCSORG\n10\n1000\n20\n0\n30\n0\n9\n$UCSXDIR\n10\n0\n20\n1\n30\n0\n"
+                                     "9\n$UCSYDIR\n10\n-1\n20\n0\n30\n0\n")};
+    std::string selected;
+    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
+    editor.runBody(body, "0,300\n\n");
+    EXPECT_EQ(selected, "A1");
+    editor.runBody(body, "*300,0\n\n");
+    EXPECT_EQ(selected, "A1");
+    editor.runBody(body, "300,0\n\n");
+    EXPECT_EQ(selected, "-5001");
+}
+
+TEST(SelectionPrompt, saysWhatItFound) {
+    Editor editor{scene};
+    const auto run = editor.runBody([] { selectionOf(nullptr, nullptr); }, "50,750\nALL\nR\nL\n\n");
+    EXPECT_EQ(run.transcript, "命令: BODY\n"
+                              "选择对象: 50,750\n找到 2 个，1 个编组\n"
+                              "选择对象: ALL\n找到 6 个 (2 个重复)，总计 6 个\n1 个对象的类别不能测量，不能选择。\n"
+                              "选择对象: R\n"
+                              "删除对象: L\n找到 1 个，删除 1 个，总计 5 个\n"
+                              "删除对象: \n");
+}
+
+TEST(SelectionModes, whatEachGives) {
+    const ACHAR* prompts[] = {L" 选择直线：", L""};
+    const ACHAR* noPrompts[] = {L"a", nullptr};
+    struct Case {
+        const ACHAR* mode;
+        const void* points;
+        const char* answers;
+        const char* selected;
+    };
+    const Case cases[] = {
+        {L"", nullptr, "L\n\n", "A9"},      {L":$", prompts, "L\nR\n^C", "-5002"},
+        {L"_:$", prompts, "L\n\n", "A9"},   {L":$", nullptr, "", "-5003"},
+        {L":$", noPrompts, "", "-5003"},    {L"_I", nullptr, "", "-5001"},
+        {L"A", nullptr, "", "A1 A2 A3 A4 A7 A9"},
+        {L"X", nullptr, "", "A1 A2 A3 A4 A5 A6 A7 A8 A9"},
+        {L"Q", nullptr, "", "-5003"},
+    };
+    for (const Case& each : cases) {
+        Editor editor{scene};
+        std::string selected;
+        const auto run = editor.runBody([&] { selected = selectionOf(each.mode, each.points); }, each.answers);
+        EXPECT_EQ(selected, each.selected) << run.transcript;
+    }
+    Editor editor{scene};
+    const resbuf filter{};
+    ads_name set{};
+    int code = 0;
+    editor.runBody([&] { code = acedSSGet(nullptr, nullptr, nullptr, &filter, set); });
+    EXPECT_EQ(code, RTREJ);
+}
+
+TEST(SelectionModes, showTheirOwnPrompts) {
+    Editor editor{scene};
+    const ACHAR* prompts[] = {L" 选择直线：", L"去掉："};
+    const auto run = editor.runBody([&] { selectionOf(L":$", prompts); }, "R\nA\n\n");
+    EXPECT_EQ(run.transcript, "命令: BODY\n 选择直线：R\n去掉：A\n 选择直线：\n");
+}
+
+// What a command sees of the objects selected before it, and what is left of them.
+TEST(PickFirst, dependsOnTheFlags) {
+    struct Case {
+        int flags;
+        const ACHAR* mode;
+        const char* selected;
+        std::size_t left;
+    };
+    const Case cases[] = {
+        {ACRX_CMD_MODAL, nullptr, "A9", 0}, // cleared when the command begins, so it asks
+        {ACRX_CMD_MODAL, L"_I", "-5001", 0},
+        {ACRX_CMD_USEPICKSET, nullptr, "A1 A3", 0},
+        {ACRX_CMD_USEPICKSET, L"I", "A1 A3", 0},
+        {ACRX_CMD_REDRAW, nullptr, "A1 A3", 2},
+        {ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW, L"_I", "A1 A3", 2},
+    };
+    for (const Case& each : cases) {
+        Editor editor{scene};
+        db::Record* const first[] = {editor.drawing().find(0xA1), editor.drawing().find(0xA3)};
+        editor.session.pickFirst = ed::RecordSet{&editor.drawing()};
+        editor.session.pickFirst.add(first);
+        std::string selected;
+        editor.runBody([&] { selected = selectionOf(each.mode, nullptr); }, "L\n\n", each.flags);
+        EXPECT_EQ(selected, each.selected) << each.flags;
+        EXPECT_EQ(editor.session.pickFirst.size(), each.left) << each.flags;
+    }
+}
+
+TEST(PickFirst, isSetByCommandsThatMay) {
+    for (const bool may : {true, false}) {
+        Editor editor{scene};
+        int code = 0;
+        editor.runBody(
+            [&] {
+                ads_name set{};
+                acedSSGet(L"A", nullptr, nullptr, nullptr, set);
+                code = acedSSSetFirst(set, nullptr);
+            },
+            "", may ? ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW : ACRX_CMD_MODAL);
+        EXPECT_EQ(code, may ? RTNORM : RTERROR);
+        EXPECT_EQ(editor.session.pickFirst.size(), may ? 6u : 0u);
+        editor.run("^C");
+        EXPECT_TRUE(editor.session.pickFirst.isEmpty());
+    }
+}
+
+TEST(Handent, isReadStrictly) {
+    EXPECT_EQ(ed::parseHandent("(handent \"2F\")"), 0x2Fu);
+    EXPECT_EQ(ed::parseHandent("( Handent  \"2f\" )"), 0x2Fu);
+    for (const char* text : {"(handent \"\")", "(handent 2F)", "(handent \"2F\"", "(handent \"2G\")", "handent \"2F\"",
+                             "(handent \"2F\") x", "(handent \"11112222333344445\")"})
+        EXPECT_EQ(ed::parseHandent(text), std::nullopt) << text;
+}
+} // namespace

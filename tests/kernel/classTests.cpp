@@ -1,0 +1,63 @@
+#include "kernel/classTests.h"
+#include "tests/kernel/SmallDrawing.h"
+
+#include <gtest/gtest.h>
+
+namespace qx::tests {
+namespace {
+using namespace kernel;
+
+/// One letter per class test that the entity passes.
+std::string passed(AcDbEntity* entity) {
+    std::string letters;
+    if (asLine(entity)) letters += 'L';
+    if (asPolyline(entity)) letters += 'P';
+    if (asPolyline2d(entity)) letters += '2';
+    if (asPolyline3d(entity)) letters += '3';
+    if (asArc(entity)) letters += 'A';
+    if (asCircle(entity)) letters += 'C';
+    if (asEllipse(entity)) letters += 'E';
+    if (asText(entity)) letters += 'T';
+    if (asMText(entity)) letters += 'M';
+    if (asBlockReference(entity)) letters += 'B';
+    return letters;
+}
+
+struct DerivedCircle : AcDbCircle {
+    AcRxClass* isA() const override {
+        static AcRxClass descriptor{L"DerivedCircle", AcDbCircle::desc()};
+        return &descriptor;
+    }
+};
+
+TEST(ClassTests, EachClassPassesItsOwnTestOnly) {
+    const struct {
+        const char* name;
+        std::unique_ptr<AcDbEntity> entity;
+        const char* passes;
+    } cases[] = {
+        {"null", nullptr, ""},
+        {"line", std::make_unique<AcDbLine>(), "L"},
+        {"lightweight polyline", std::make_unique<AcDbPolyline>(), "P"},
+        {"2d polyline", std::make_unique<AcDb2dPolyline>(), "2"},
+        {"3d polyline", std::make_unique<AcDb3dPolyline>(), "3"},
+        {"arc is no circle", std::make_unique<AcDbArc>(), "A"},
+        {"circle", std::make_unique<AcDbCircle>(), "C"},
+        {"class derived from circle", std::make_unique<DerivedCircle>(), "C"},
+        {"ellipse", std::make_unique<AcDbEllipse>(), "E"},
+        {"text", std::make_unique<AcDbText>(), "T"},
+        {"attribute counts as text", std::make_unique<AcDbAttribute>(), "T"},
+        {"multiline text", std::make_unique<AcDbMText>(), "M"},
+        {"block reference", std::make_unique<AcDbBlockReference>(), "B"},
+        {"point passes none", std::make_unique<AcDbPoint>(), ""},
+    };
+    for (const auto& each : cases) EXPECT_EQ(passed(each.entity.get()), each.passes) << each.name;
+}
+
+TEST(ClassTests, TheEntityComesBackItself) {
+    AcDbArc arc;
+    AcDbEntity* entity = &arc;
+    EXPECT_EQ(asArc(entity), &arc);
+}
+} // namespace
+} // namespace qx::tests

@@ -1,0 +1,103 @@
+#include "kernel/construction.h"
+#include "dbapserv.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "kernel/Opened.h"
+#include "tests/kernel/SmallDrawing.h"
+
+#include <gtest/gtest.h>
+
+namespace qx::tests {
+namespace {
+using namespace kernel;
+
+class Construction : public testing::Test {
+protected:
+    std::size_t savedLines() const {
+        const std::string bytes = drawing_->toBytes();
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = bytes.find("\nLINE\n", at)) != std::string::npos; ++at) ++count;
+        return count;
+    }
+    OpenedDrawing drawing_{SmallDrawing{}};
+};
+
+TEST_F(Construction, ALineKeepsItsHeightsAndTheDefaultColour) {
+    const AcDbObjectId id = makeLine({1, 2, 3}, {4, 5, 6}, 0);
+    const AcDbObjectPointer<AcDbLine> line{id};
+    ASSERT_EQ(line.openStatus(), Acad::eOk);
+    EXPECT_EQ(line->startPoint(), AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(line->endPoint(), AcGePoint3d(4, 5, 6));
+    EXPECT_EQ(line->colorIndex(), 256);
+    EXPECT_EQ(line->ownerId().record(), drawing_->modelSpace());
+}
+
+TEST_F(Construction, ANewEntityIsFoundByItsHandle) {
+    const AcDbObjectId id = makeLine({0, 0, 0}, {1, 0, 0}, 0);
+    EXPECT_EQ(drawing_.id(id.handle().value()), id);
+}
+
+TEST_F(Construction, AColourIndexIsTheLinesOwn) {
+    const AcDbObjectPointer<AcDbLine> line{makeLine({0, 0, 0}, {1, 0, 0}, 1)};
+    ASSERT_EQ(line.openStatus(), Acad::eOk);
+    EXPECT_EQ(line->colorIndex(), 1);
+}
+
+TEST_F(Construction, CirclesAndArcsLieFlat) {
+    const AcDbObjectPointer<AcDbCircle> circle{makeCircle({1, 2, 3}, 4)};
+    const AcDbObjectPointer<AcDbArc> arc{makeArc({5, 6, 7}, 8, 0.5, 2.5)};
+    ASSERT_EQ(circle.openStatus(), Acad::eOk);
+    ASSERT_EQ(arc.openStatus(), Acad::eOk);
+    EXPECT_EQ(circle->center(), AcGePoint3d(1, 2, 3));
+    EXPECT_EQ(circle->radius(), 4);
+    EXPECT_EQ(circle->normal().z, 1);
+    EXPECT_EQ(arc->center(), AcGePoint3d(5, 6, 7));
+    EXPECT_NEAR(arc->startAngle(), 0.5, 1e-12);
+    EXPECT_NEAR(arc->endAngle(), 2.5, 1e-12);
+    EXPECT_EQ(arc->normal().z, 1);
+}
+
+TEST_F(Construction, NothingStaysOpenAndNothingIsLeftWhenAnyOpeningFails) {
+    for (int k = 0;; ++k) {
+        int calls = 0;
+        drawing_->setFault([&](db::Drawing::Action, const db::Record*) {
+            return calls++ == k ? Acad::eWasOpenForWrite : Acad::eOk;
+        });
+        const std::size_t before = savedLines();
+        const AcDbObjectId id = makeLine({0, 0, 0}, {1, 1, 1}, 3);
+        EXPECT_EQ(drawing_->openCount(), 0u) << "opening " << k;
+        EXPECT_EQ(savedLines(), before + (id.isNull() ? 0u : 1u)) << "opening " << k;
+        if (calls <= k) break;
+        EXPECT_TRUE(id.isNull()) << "opening " << k;
+    }
+}
+
+TEST(ConstructionWithoutDrawing, GivesANullId) { EXPECT_TRUE(makeCircle({0, 0, 0}, 1).isNull()); }
+
+TEST_F(Construction, RecordsOpenByNameInTheModeAskedFor) {
+    AcDbBlockTable* table = nullptr;
+    ASSERT_EQ(drawing_->database().getSymbolTable(table, AcDb::kForRead), Acad::eOk);
+    const Opened<AcDbBlockTable> closing{table};
+    const struct {
+        const char* name;
+        const ACHAR* record;
+        AcDb::OpenMode mode;
+        Acad::ErrorStatus status;
+    } cases[] = {
+        {"for reading", L"*Model_Space", AcDb::kForRead, Acad::eOk},
+        {"for writing", L"*Model_Space", AcDb::kForWrite, Acad::eOk},
+        {"in other letters", L"*MODEL_SPACE", AcDb::kForRead, Acad::eOk},
+        {"unknown", L"Nowhere", AcDb::kForRead, Acad::eKeyNotFound},
+    };
+    for (const auto& each : cases) {
+        auto* record = reinterpret_cast<AcDbBlockTableRecord*>(table); // must not survive a failure
+        EXPECT_EQ(openBlockRecord(table, each.record, record, each.mode), each.status) << each.name;
+        EXPECT_EQ(record != nullptr, each.status == Acad::eOk) << each.name;
+        const Opened<AcDbBlockTableRecord> opened{record};
+        if (record) {
+            EXPECT_EQ(record->isWriteEnabled(), each.mode == AcDb::kForWrite) << each.name;
+        }
+    }
+}
+} // namespace
+} // namespace qx::tests

@@ -1,0 +1,165 @@
+#include "dbobjptr.h"
+#include "positionalign/actions.h"
+#include "tests/positionalign/Scene.h"
+
+#include <gtest/gtest.h>
+
+namespace qx::tests {
+namespace {
+using namespace positionalign;
+
+struct AlignmentCase {
+    const char* name;
+    Action action;
+    double offset;
+    const char* shifts; ///< of a, b, c and d of the scene
+};
+
+const AcGePoint3d base{50, 60, 1};
+
+TEST(Alignment, OfObjects) {
+    const AlignmentCase cases[] = {
+        {"top", Action::top, 0, "0,10,-6 0,52,1 0,-50,3 0,59,-4"},
+        {"top, set off downwards", Action::top, 4, "0,6,-6 0,48,1 0,-54,3 0,55,-4"},
+        {"top, negative offset", Action::top, -4, "0,14,-6 0,56,1 0,-46,3 0,63,-4"},
+        {"bottom", Action::bottom, 0, "0,40,-2 0,60,1 0,-40,3 0,60,-4"},
+        {"bottom, set off upwards", Action::bottom, 4, "0,44,-2 0,64,1 0,-36,3 0,64,-4"},
+        {"left, set off to the right", Action::left, 4, "44,0,-2 59,0,1 -46,0,3 54,0,-4"},
+        {"left, negative offset", Action::left, -4, "36,0,-2 51,0,1 -54,0,3 46,0,-4"},
+        {"right, set off to the left", Action::right, 4, "16,0,-6 41,0,1 -94,0,3 45,0,-4"},
+        {"horizontal centre shifts by the base point's z", Action::horizontalCentre, 0,
+         "30,0,1 50,0,1 -70,0,1 49.5,0,1"},
+        {"vertical centre", Action::verticalCentre, 0, "0,25,1 0,56,1 0,-45,1 0,59.5,1"},
+        {"centre shifts twice by the base point's z", Action::centre, 0,
+         "30,25,2 50,56,2 -70,-45,2 49.5,59.5,2"},
+        {"centring makes no use of an offset", Action::centre, 4, "30,25,2 50,56,2 -70,-45,2 49.5,59.5,2"},
+        {"no action", Action::none, 4, "0,0,0 0,0,0 0,0,0 0,0,0"},
+    };
+    for (const auto& each : cases) {
+        const Scene scene;
+        const OpenedDrawing drawing{scene.content};
+        const Positions before{*drawing, scene.items};
+        applyAction({each.action, true, each.offset, SelectionMode::objects},
+                    drawing.ids({scene.d, scene.a, scene.c, scene.b}), base);
+        EXPECT_EQ(before.shifts(), each.shifts) << each.name;
+        EXPECT_EQ(drawing->openCount(), 0u) << each.name;
+    }
+}
+
+TEST(Alignment, OfGroups) {
+    const AlignmentCase cases[] = {
+        {"top", Action::top, 0, "0,10,0 0,10,0 0,-50,0 0,0,0"},
+        {"top, set off downwards", Action::top, 4, "0,6,0 0,6,0 0,-54,0 0,0,0"},
+        {"top, negative offset", Action::top, -4, "0,14,0 0,14,0 0,-46,0 0,0,0"},
+        {"bottom, set off upwards", Action::bottom, 4, "0,64,0 0,64,0 0,-36,0 0,0,0"},
+        {"left, set off to the right", Action::left, 4, "59,0,0 59,0,0 -46,0,0 0,0,0"},
+        {"right, set off to the left", Action::right, 4, "16,0,0 16,0,0 -94,0,0 0,0,0"},
+        {"horizontal centre between the members' centres", Action::horizontalCentre, 0,
+         "40,0,0 40,0,0 -70,0,0 0,0,0"},
+        {"vertical centre", Action::verticalCentre, 0, "0,40.5,0 0,40.5,0 0,-45,0 0,0,0"},
+        {"centre", Action::centre, 0, "40,40.5,0 40,40.5,0 -70,-45,0 0,0,0"},
+        {"centring makes no use of an offset", Action::centre, 4, "40,40.5,0 40,40.5,0 -70,-45,0 0,0,0"},
+        {"no action", Action::none, 4, "0,0,0 0,0,0 0,0,0 0,0,0"},
+    };
+    for (const auto& each : cases) {
+        const Scene scene;
+        const OpenedDrawing drawing{scene.content};
+        const Positions before{*drawing, scene.items};
+        applyAction({each.action, true, each.offset, SelectionMode::groups},
+                    drawing.ids({scene.d, scene.c, scene.b}), base);
+        EXPECT_EQ(before.shifts(), each.shifts) << each.name;
+        EXPECT_EQ(drawing->openCount(), 0u) << each.name;
+    }
+}
+
+TEST(Alignment, AModeThatIsNoneDoesNothing) {
+    const Scene scene;
+    const OpenedDrawing drawing{scene.content};
+    const std::string bytes = drawing->toBytes();
+    applyAction({Action::top, true, 0, SelectionMode{-1}}, drawing.ids({scene.a}), base);
+    EXPECT_EQ(drawing->toBytes(), bytes);
+}
+
+/// Left alignment to x = 0 of a row along x.
+struct OddMemberCase {
+    const char* name;
+    const char* row;
+    const char* asObjects;
+    const char* asGroups;
+};
+
+TEST(Alignment, LockedAndEmptyMembers) {
+    const OddMemberCase cases[] = {
+        {"a locked object stays", "10..20L 30..40", "0 -30", "0 -30"},
+        {"a locked member still counts for the edge", "10..20L+15..30 5..6", "0|-15 -5", "0|-10 -5"},
+        {"an object without extents stays", "void 30..40", "0 -30", "0 -30"},
+        {"a member without extents does not move the edge", "void+30..40 7..8", "0|-30 -7", "-30 -7"},
+    };
+    for (const auto& each : cases)
+        for (const SelectionMode mode : {SelectionMode::objects, SelectionMode::groups}) {
+            SmallDrawing content;
+            const std::vector<Item> items = drawRow(content, each.row, Axis::x);
+            Item all;
+            for (const Item& item : items) {
+                content.group("G" + std::to_string(all.size()), item);
+                all.insert(all.end(), item.begin(), item.end());
+            }
+            const OpenedDrawing drawing{content};
+            const Positions before{*drawing, items};
+            applyAction({Action::left, true, 0, mode}, drawing.ids(all), {0, 0, 0});
+            EXPECT_EQ(before.shiftsAlong(Axis::x),
+                      mode == SelectionMode::objects ? each.asObjects : each.asGroups)
+                << each.name;
+        }
+}
+
+TEST(Alignment, AMemberOfTwoGroupsMovesWithEach) {
+    SmallDrawing content;
+    const std::vector<Item> items = drawRow(content, "10..20 30..40 50..60", Axis::x);
+    content.group("B", {items[2][0], items[1][0]});
+    content.group("A", {items[0][0], items[1][0]});
+    content.group("EMPTY", {});
+    const OpenedDrawing drawing{content};
+    const Positions before{*drawing, items};
+    applyAction({Action::left, true, 0, SelectionMode::groups}, drawing.ids({items[1][0]}), {0, 0, 0});
+    // A goes first, by -10; by then B begins at 20.
+    EXPECT_EQ(before.shiftsAlong(Axis::x), "-10 -30 -20");
+}
+
+TEST(Alignment, EndsAtTheFirstObjectThatCannotBeOpened) {
+    const struct {
+        const char* name;
+        Action action;
+        const char* shifts;
+    } cases[] = {
+        {"left", Action::left, "-10 -30 0 0 0"},
+        {"a distribution does not even begin", Action::horizontalDistribution, "0 0 0 0 0"},
+    };
+    for (const auto& each : cases) {
+        SmallDrawing content;
+        const std::vector<Item> items = drawRow(content, "10..20 30..40 50..60 70..75 190..200", Axis::x);
+        const OpenedDrawing drawing{content};
+        const Positions before{*drawing, items};
+        const db::Record* third = drawing->find(items[2][0]);
+        drawing->setFault([&](db::Drawing::Action, const db::Record* record) {
+            return record == third ? Acad::eWasOpenForWrite : Acad::eOk;
+        });
+        AcDbObjectIdArray ids;
+        for (const Item& item : items) ids.append(drawing.id(item[0]));
+        applyAction({each.action, true, 0, SelectionMode::objects}, ids, {0, 0, 0});
+        EXPECT_EQ(before.shiftsAlong(Axis::x), each.shifts) << each.name;
+    }
+}
+
+TEST(Alignment, ANullIdEndsItToo) {
+    const Scene scene;
+    const OpenedDrawing drawing{scene.content};
+    const Positions before{*drawing, scene.items};
+    AcDbObjectIdArray ids = drawing.ids({scene.a});
+    ids.append(AcDbObjectId::kNull);
+    ids.append(drawing.id(scene.b));
+    applyAction({Action::left, true, 0, SelectionMode::objects}, ids, {0, 0, 3});
+    EXPECT_EQ(before.shifts(), "-10,0,0 0,0,0 0,0,0 0,0,0");
+}
+} // namespace
+} // namespace qx::tests
