@@ -244,6 +244,7 @@ void Reader::finishEntity() {
                         record_->kind == Kind::sequenceEnd;
     if (isPart && header_) {
         record_->owner = header_;
+        if (record_->kind == Kind::sequenceEnd) header_ = nullptr;
         return;
     }
     if (!isMainEntity(record_->kind)) return;

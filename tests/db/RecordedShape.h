@@ -1,0 +1,49 @@
+// What an entity draws, kept as points in the order of its primitives: many on each arc for its box, and
+// those by which a shape can be compared with another point by point. It does not matter where a full circle
+// begins: such a one is compared by its centre and its axis.
+#pragma once
+
+#include "shape/Sink.h"
+
+#include <cmath>
+#include <vector>
+
+class RecordedShape final : public qx::shape::Sink {
+public:
+    static constexpr int samplesPerArc = 720;
+
+    explicit RecordedShape(const AcDbEntity& entity) { entity.shape(*this); }
+
+    void segment(const qx::shape::Segment& segment) override {
+        add(segment.start);
+        add(segment.end);
+    }
+    void arc(const qx::shape::EllipticArc& arc) override {
+        reach += (arc.u.length() + arc.v.length()) * arc.sweep / samplesPerArc;
+        for (int i = 0; i <= samplesPerArc; ++i) {
+            const double t = arc.sweep * i / samplesPerArc;
+            points.push_back(arc.at(std::cos(t), std::sin(t)));
+            if (!isCircle(arc)) compared.push_back(points.back());
+        }
+        if (!isCircle(arc)) return;
+        compared.push_back(arc.centre);
+        compared.push_back(arc.centre + arc.u.crossProduct(arc.v) / arc.u.length());
+    }
+    void text(const qx::shape::TextRun& run) override {
+        for (const AcGePoint3d& corner : run.inkCorners()) add(corner);
+    }
+
+    std::vector<AcGePoint3d> points, compared;
+    double reach = 0; ///< no drawn point is farther than this from one of `points`, segments and text aside
+
+private:
+    static bool isCircle(const qx::shape::EllipticArc& arc) {
+        const double size = arc.u.length();
+        return arc.isClosed() && std::abs(size - arc.v.length()) < 1e-9 * size &&
+               std::abs(arc.u.dotProduct(arc.v)) < 1e-9 * size * size;
+    }
+    void add(const AcGePoint3d& point) {
+        points.push_back(point);
+        compared.push_back(point);
+    }
+};

@@ -1,0 +1,212 @@
+#include "db/DrawingText.h"
+#include "db/RecordedShape.h"
+#include "shape/randomShapes.h"
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+using namespace drawings;
+using namespace std::string_literals;
+using qx::db::Drawing;
+using shapes::Random;
+
+namespace {
+
+constexpr unsigned seed = 20240611;
+
+std::string real(double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    return text;
+}
+
+std::string point(int code, const AcGePoint3d& p) {
+    const auto group = [](int c, double v) { return "|" + std::to_string(c) + " " + real(v); };
+    return group(code, p.x) + group(code + 10, p.y) + group(code + 20, p.z);
+}
+
+std::string group(int code, double value) { return "|" + std::to_string(code) + " " + real(value); }
+
+/// The directions that occur, and any; sometimes none is given, sometimes one that is no unit vector.
+std::string extrusion(Random& random) {
+    if (random.oneIn(4)) return "";
+    if (random.oneIn(3)) return point(210, {0, 0, -1});
+    if (random.oneIn(4)) return point(210, {0.01, -0.01, 3}); // near Z, where the frame is found otherwise
+    return point(210, AcGePoint3d::kOrigin + random.vector(1));
+}
+
+std::string vertices(Random& random) {
+    std::string text = "|90 5" + group(70, random.oneIn(2) ? 1 : 0) + group(38, random.number(-5, 5));
+    for (int i = 0; i < 5; ++i) {
+        text += group(10, random.number(-50, 50)) + group(20, random.number(-50, 50));
+        if (random.oneIn(2)) text += group(42, random.number(-2, 2));
+    }
+    return text;
+}
+
+std::string letters(Random& random) {
+    std::string text = point(10, random.point(50)) + group(40, random.number(0.5, 5)) + "|1 Wall %%c12";
+    text += group(50, random.number(-400, 400)) + group(41, random.number(0.5, 2)) +
+            group(51, random.number(-30, 30));
+    return text + "|71 " + std::to_string(2 * static_cast<int>(random.number(0, 4))) + "|72 " +
+           std::to_string(static_cast<int>(random.number(0, 6))) + point(11, random.point(50));
+}
+
+std::string reference(Random& random) {
+    const auto scale = [&] { return random.number(0.2, 3) * (random.oneIn(3) ? -1 : 1); };
+    return "|2 B" + point(10, random.point(50)) + group(41, scale()) + group(42, scale()) +
+           group(43, scale()) + group(50, random.number(-400, 400));
+}
+
+struct ClassCase {
+    const char* name;
+    std::function<std::string(Random&)> groups;
+};
+
+const ClassCase classes[] = {
+    {"LINE", [](Random& r) { return point(10, r.point(50)) + point(11, r.point(50)); }},
+    {"POINT", [](Random& r) { return point(10, r.point(50)) + group(50, r.number(0, 360)); }},
+    {"CIRCLE", [](Random& r) { return point(10, r.point(50)) + group(40, r.number(0.1, 9)); }},
+    {"ARC",
+     [](Random& r) {
+         return point(10, r.point(50)) + group(40, r.number(0.1, 9)) + group(50, r.number(-400, 400)) +
+                group(51, r.number(-400, 400));
+     }},
+    {"LWPOLYLINE", vertices},
+    {"TEXT",
+     [](Random& r) { return letters(r) + "|73 " + std::to_string(static_cast<int>(r.number(0, 4))); }},
+    {"INSERT", reference},
+};
+
+DrawingText drawingOf(Random& random, const ClassCase& type, int count) {
+    DrawingText text;
+    text.blocks = {
+        {"B",
+         {"LINE|10 1.0|20 2.0|30 3.0|11 4.0|21 6.0", "ARC|10 1.0|20 1.0|40 2.0|50 30.0|51 200.0",
+          "TEXT|10 1.0|20 1.0|40 1.0|1 B", "INSERT|2 C|10 3.0|20 1.0|41 2.0|50 33.0|210 0|220 1|230 1"},
+         "10 1.0|20 2.0|30 0.5"},
+        {"C", {"CIRCLE|10 1.0|20 0.0|40 2.0", "POINT|10 1.0"}}};
+    for (int i = 0; i < count; ++i)
+        text.entities.push_back(type.name + type.groups(random) + extrusion(random));
+    return text;
+}
+
+AcGeMatrix3d motion(Random& random) {
+    if (random.oneIn(5)) return AcGeMatrix3d::translation(random.vector(100));
+    const AcGeVector3d axis = random.oneIn(3) ? AcGeVector3d::kZAxis : random.vector(1);
+    return AcGeMatrix3d::translation(random.vector(100)) *
+           AcGeMatrix3d::rotation(random.number(-7, 7), axis, random.point(30));
+}
+
+double farthest(const std::vector<AcGePoint3d>& actual, const std::vector<AcGePoint3d>& expected) {
+    if (actual.size() != expected.size()) return std::numeric_limits<double>::infinity();
+    double most = 0;
+    for (std::size_t i = 0; i < actual.size(); ++i) most = std::max(most, actual[i].distanceTo(expected[i]));
+    return most;
+}
+
+class EveryClass : public testing::TestWithParam<ClassCase> {
+protected:
+    static constexpr int count = 150;
+    Random random{seed};
+    std::unique_ptr<Drawing> drawing = read(drawingOf(random, GetParam(), count).bytes());
+
+    RecordedShape shapeOf(int i) const {
+        return RecordedShape{
+            *drawing->liveEntity(drawing->find(DrawingText::firstEntity + static_cast<unsigned>(i)))};
+    }
+};
+INSTANTIATE_TEST_SUITE_P(Motions, EveryClass, testing::ValuesIn(classes),
+                         [](const auto& each) { return each.param.name; });
+
+// Also after it was written and read again: the file says the same as the object.
+TEST_P(EveryClass, isDrawnWhereItWasMovedTo) {
+    std::vector<std::vector<AcGePoint3d>> expected;
+    for (int i = 0; i < count; ++i) {
+        const AcGeMatrix3d matrix = motion(random);
+        expected.push_back(shapeOf(i).compared);
+        for (AcGePoint3d& each : expected.back()) each = matrix * each;
+        ASSERT_FALSE(expected.back().empty());
+        ASSERT_EQ(move(*drawing, DrawingText::firstEntity + static_cast<unsigned>(i), matrix), Acad::eOk);
+    }
+    for (const char* state : {"moved", "written and read again"}) {
+        for (int i = 0; i < count; ++i)
+            EXPECT_LE(farthest(shapeOf(i).compared, expected[static_cast<std::size_t>(i)]), 1e-9 * 200)
+                << state << ", entity " << i << ", seed " << seed;
+        drawing = read(drawing->toBytes());
+    }
+}
+
+TEST_P(EveryClass, hasTheBoxOfItsPoints) {
+    for (int i = 0; i < count; ++i) {
+        AcDbObjectPointer<AcDbEntity> entity{
+            idOf(*drawing, DrawingText::firstEntity + static_cast<unsigned>(i))};
+        const RecordedShape shape{*entity};
+        qx::shape::Box sampled;
+        for (const AcGePoint3d& each : shape.points) sampled.add(each);
+        AcDbExtents extents;
+        ASSERT_EQ(entity->getGeomExtents(extents), Acad::eOk);
+        for (const auto axis : {&AcGePoint3d::x, &AcGePoint3d::y, &AcGePoint3d::z}) {
+            EXPECT_NEAR(sampled.min.*axis, extents.minPoint().*axis, shape.reach + 1e-9)
+                << i << " seed " << seed;
+            EXPECT_NEAR(sampled.max.*axis, extents.maxPoint().*axis, shape.reach + 1e-9)
+                << i << " seed " << seed;
+            EXPECT_LE(extents.minPoint().*axis, sampled.min.*axis + 1e-9) << i << " seed " << seed;
+            EXPECT_GE(extents.maxPoint().*axis, sampled.max.*axis - 1e-9) << i << " seed " << seed;
+        }
+    }
+}
+
+TEST_P(EveryClass, refusesWhatIsNoMotionOrLeadsTooFar) {
+    const double nan = std::numeric_limits<double>::quiet_NaN(),
+                 infinity = std::numeric_limits<double>::infinity();
+    const auto axes = [](const AcGeVector3d& x, const AcGeVector3d& y, const AcGeVector3d& z) {
+        return AcGeMatrix3d{}.setCoordSystem(AcGePoint3d::kOrigin, x, y, z);
+    };
+    const struct {
+        const char* name;
+        AcGeMatrix3d matrix;
+        Acad::ErrorStatus status;
+    } refused[] = {
+        {"beyond the largest coordinate", shift(1e16, 0), Acad::eInvalidInput},
+        {"the box of nothing", shift(0, -1e20), Acad::eInvalidInput},
+        {"no number in the shift", shift(nan, 0), Acad::eInvalidInput},
+        {"infinite shift", shift(0, infinity), Acad::eInvalidInput},
+        {"a turn about a far centre", AcGeMatrix3d::rotation(1, AcGeVector3d::kZAxis, {1e17, 0, 0}),
+         Acad::eInvalidInput},
+        {"no number in the axes", axes({nan, 0, 0}, {0, 1, 0}, {0, 0, 1}), Acad::eCannotScaleNonUniformly},
+        {"twice as large", AcGeMatrix3d::scaling(2), Acad::eCannotScaleNonUniformly},
+        {"mirrored", axes({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}), Acad::eCannotScaleNonUniformly},
+        {"stretched", axes({1, 0, 0}, {0, 3, 0}, {0, 0, 1}), Acad::eCannotScaleNonUniformly},
+        {"sheared", axes({1, 0, 0}, {0.1, 1, 0}, {0, 0, 1}), Acad::eCannotScaleNonUniformly},
+        {"flattened", axes({1, 0, 0}, {0, 1, 0}, {0, 0, 0}), Acad::eCannotScaleNonUniformly},
+    };
+    const std::string before = drawing->toBytes();
+    for (const auto& each : refused) {
+        const bool isChanged = step(*drawing, [&] {
+            EXPECT_EQ(move(*drawing, DrawingText::firstEntity, each.matrix), each.status) << each.name;
+        });
+        EXPECT_FALSE(isChanged) << each.name << " left an undo step";
+    }
+    EXPECT_EQ(drawing->toBytes(), before);
+}
+
+// A text that no motion would carry away must not leave by its extended data or its attributes either.
+TEST(Motions, areAllOrNothing) {
+    const DrawingText text{.entities = {"POINT|10 0.0|20 0.0|1001 X|1011 1e15|1021 0.0|1031 0.0",
+                                        "LINE|10 0.0|20 0.0|11 -9e14|21 0.0",
+                                        "LWPOLYLINE|90 2|10 0.0|20 0.0|10 9e14|20 0.0",
+                                        "TEXT|10 0.0|20 0.0|40 1.0|1 a|72 1|11 9e14|21 0.0",
+                                        "MTEXT|10 0.0|20 0.0|1 a", "INSERT|2 B|10 0.0|70 2"}};
+    const auto drawing = read(text.bytes());
+    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eInvalidInput);
+    EXPECT_EQ(move(*drawing, 0x101, shift(-2e14, 0)), Acad::eInvalidInput);
+    EXPECT_EQ(move(*drawing, 0x102, shift(2e14, 0)), Acad::eInvalidInput);
+    EXPECT_EQ(move(*drawing, 0x103, shift(2e14, 0)), Acad::eInvalidInput);
+    EXPECT_EQ(move(*drawing, 0x104, shift(1, 0)), Acad::eNotApplicable);
+    EXPECT_EQ(move(*drawing, 0x105, shift(1, 0)), Acad::eNotApplicable);
+    EXPECT_EQ(drawing->toBytes(), text.bytes());
+}
+
+} // namespace
