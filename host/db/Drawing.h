@@ -63,8 +63,8 @@ public:
     /// The bytes that saving writes.
     std::string toBytes() const;
     /// True when steps were done or taken back since the drawing was read or marked as saved.
-    bool isModified() const { return history_.stepsDone() != savedAtStep_; }
-    void markSaved() { savedAtStep_ = history_.stepsDone(); }
+    bool isModified() const { return history_.position() != savedAt_; }
+    void markSaved() { savedAt_ = history_.position(); }
 
     // Finding objects.
 
@@ -190,7 +190,7 @@ private:
     Record* entities_ = nullptr; ///< the section
     Record* objects_ = nullptr;  ///< the section
     History history_;
-    std::size_t savedAtStep_ = 0;
+    std::size_t savedAt_ = 0;
     std::size_t openCount_ = 0;
     std::size_t deletions_ = 0;
     bool locked_ = false;
