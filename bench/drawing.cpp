@@ -14,12 +14,6 @@ const bench::TemporaryDrawing& file() {
     return made;
 }
 
-void reportBytes(benchmark::State& state) {
-    bench::reportPerObject(state, count);
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
-                            static_cast<std::int64_t>(file().size()));
-}
-
 std::unique_ptr<db::Drawing> readAgain(benchmark::State& state) {
     auto drawing = db::Drawing::read(file().path());
     if (drawing) return std::move(*drawing);
@@ -36,7 +30,7 @@ void open(benchmark::State& state) {
         drawing.reset();
         state.ResumeTiming();
     }
-    reportBytes(state);
+    bench::reportPerObject(state, count);
 }
 
 void decodeAll(benchmark::State& state) {
@@ -52,7 +46,7 @@ void decodeAll(benchmark::State& state) {
         drawing.reset();
         state.ResumeTiming();
     }
-    reportBytes(state);
+    bench::reportPerObject(state, count);
 }
 
 /// To a file beside the first one, until the bytes are on the disk.
@@ -64,7 +58,7 @@ void saveUnchanged(benchmark::State& state) {
         if (const Outcome saved = drawing->save(copy, os::Backup::none); !saved)
             state.SkipWithError(saved.error().c_str());
     std::remove(copy.c_str());
-    reportBytes(state);
+    bench::reportPerObject(state, count);
 }
 
 BENCHMARK(open)->Apply(bench::repeat);
