@@ -61,9 +61,9 @@ public:
     Outcome save(const std::string& path, os::Backup backup, const Progress& progress = {}) const;
     /// The bytes that saving writes.
     std::string toBytes() const;
-    /// True when steps were done or taken back since the drawing was read or marked as saved.
-    bool isModified() const { return history_.stepsDone() != savedAtStep_; }
-    void markSaved() { savedAtStep_ = history_.stepsDone(); }
+    /// False in the state in which the drawing was read or marked as saved.
+    bool isModified() const { return history_.lastStep() != savedAtStep_; }
+    void markSaved() { savedAtStep_ = history_.lastStep(); }
 
     // Finding objects.
 

@@ -43,6 +43,7 @@ bool History::end() {
     recording_ = false;
     if (open_.count == 0) return false;
     drop(undone_);
+    open_.number = ++lastNumber_;
     done_.push_back(std::exchange(open_, {}));
     return true;
 }

@@ -16,8 +16,8 @@ using qx::db::Violation;
 namespace {
 
 const DrawingText text{.entities = {"LINE|10 1.0|20 1.0|11 2.0|21 1.0", "LINE|8 LOCKED|10 1.0|11 2.0",
-                                    "LINE|10 nonsense", "INSERT|66 1|2 B|10 0.0", "ATTRIB|8 LOCKED|10 1.0|1 a",
-                                    "SEQEND"},
+                                    "LINE|10 nonsense", "INSERT|66 1|2 B|10 0.0",
+                                    "ATTRIB|8 LOCKED|10 1.0|1 a", "SEQEND"},
                        .groups = {{"G", {"100"}}}};
 
 std::string nameOf(Acad::ErrorStatus status) {
@@ -203,7 +203,8 @@ TEST(OpenRules, countWhatIsLeftOpen) {
     AcDbObject* object = nullptr;
     for (const std::uint64_t handle : {line, lockedLine, line})
         EXPECT_EQ(acdbOpenAcDbObject(object, idOf(*drawing, handle), AcDb::kForRead), Acad::eOk);
-    EXPECT_EQ(acdbOpenAcDbObject(object, idOf(*drawing, DrawingText::modelSpace), AcDb::kForWrite), Acad::eOk);
+    EXPECT_EQ(acdbOpenAcDbObject(object, idOf(*drawing, DrawingText::modelSpace), AcDb::kForWrite),
+              Acad::eOk);
     EXPECT_EQ(drawing->closeAll(), 4u);
     EXPECT_EQ(drawing->closeAll(), 0u);
 }

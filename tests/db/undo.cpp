@@ -9,8 +9,8 @@ using qx::db::Drawing;
 namespace {
 
 const DrawingText text{.entities = {"LINE|10 1.000|20 1.0|11 2.0|21 1.0", "CIRCLE|10 0.0|20 0.0|40 1.50",
-                                    "INSERT|66 1|2 B|10 5.0|20 5.0", "ATTRIB|10 5.0|20 6.0|40 1.0|1 a|2 T", "SEQEND",
-                                    "TEXT|10 1.0|20 1.0|40 2.0|1 a|72 2|11 4.0|21 1.0",
+                                    "INSERT|66 1|2 B|10 5.0|20 5.0", "ATTRIB|10 5.0|20 6.0|40 1.0|1 a|2 T",
+                                    "SEQEND", "TEXT|10 1.0|20 1.0|40 2.0|1 a|72 2|11 4.0|21 1.0",
                                     "LWPOLYLINE|90 2|70 0|10 1.0|20 1.0|10 2.0|20 1.0", "SOLID|10 1.0",
                                     "POINT|10 0.0|20 0.0|1001 X|1011 1.0|1021 0.0|1031 0.0",
                                     "ARC|10 0.0|20 0.0|40 1.0|50 10.0|51 90.0"},
@@ -112,7 +112,8 @@ TEST(Undo, rollingBackLeavesNoTrace) {
 TEST(Undo, stepsWithoutChangesAreNone) {
     const auto drawing = read(text.bytes());
     EXPECT_FALSE(step(*drawing, [] {}));
-    EXPECT_FALSE(step(*drawing, [&] { move(*drawing, 0x100, shift(1e17, 0)), move(*drawing, 0xABC, shift(1, 0)); }));
+    EXPECT_FALSE(
+        step(*drawing, [&] { move(*drawing, 0x100, shift(1e17, 0)), move(*drawing, 0xABC, shift(1, 0)); }));
     EXPECT_EQ(drawing->history().stepsDone(), 0u);
     EXPECT_EQ(drawing->history().undo(), "");
     EXPECT_TRUE(step(*drawing, [&] { move(*drawing, 0x100, shift(0, 0)); })) << "a zero move is a change";
@@ -153,14 +154,26 @@ TEST(Undo, knowsWhatIsSaved) {
 }
 
 void changeAtRandom(const Drawing& drawing, shapes::Random& random, std::vector<std::uint64_t>& handles) {
-    const std::uint64_t handle = handles[static_cast<std::size_t>(random.number(0, static_cast<double>(handles.size())))];
+    const std::uint64_t handle =
+        handles[static_cast<std::size_t>(random.number(0, static_cast<double>(handles.size())))];
     switch (static_cast<int>(random.number(0, 6))) {
-    case 0: move(drawing, handle, shift(random.number(-9, 9), 0)); break;
-    case 1: move(drawing, handle, AcGeMatrix3d::translation(random.vector(9))); break;
-    case 2: move(drawing, handle, AcGeMatrix3d::rotation(random.number(-3, 3), random.vector(1))); break;
-    case 3: setColour(drawing, handle, static_cast<Adesk::UInt16>(random.number(0, 256))); break;
-    case 4: erase(drawing, handle, random.oneIn(2)); break;
-    default: handles.push_back(append(drawing, random.number(-9, 9)));
+    case 0:
+        move(drawing, handle, shift(random.number(-9, 9), 0));
+        break;
+    case 1:
+        move(drawing, handle, AcGeMatrix3d::translation(random.vector(9)));
+        break;
+    case 2:
+        move(drawing, handle, AcGeMatrix3d::rotation(random.number(-3, 3), random.vector(1)));
+        break;
+    case 3:
+        setColour(drawing, handle, static_cast<Adesk::UInt16>(random.number(0, 256)));
+        break;
+    case 4:
+        erase(drawing, handle, random.oneIn(2));
+        break;
+    default:
+        handles.push_back(append(drawing, random.number(-9, 9)));
     }
 }
 
@@ -172,7 +185,8 @@ TEST(Undo, lawOfRandomSteps) {
         std::vector<std::string> states{drawing->toBytes()};
         for (int i = 0; i < 12; ++i) {
             const bool isStep = step(*drawing, [&] {
-                for (int n = static_cast<int>(random.number(0, 6)); n > 0; --n) changeAtRandom(*drawing, random, handles);
+                for (int n = static_cast<int>(random.number(0, 6)); n > 0; --n)
+                    changeAtRandom(*drawing, random, handles);
             });
             if (isStep) states.push_back(drawing->toBytes());
             if (random.oneIn(4)) drawing->history().undo(), drawing->history().redo();
