@@ -153,8 +153,8 @@ Exit Program::writeResults() {
         const Outcome outcome = drawing->save(*options_.save, os::Backup::keep, progress);
         if (!outcome) return failed(Exit::unwritable, outcome.error());
     }
-    const std::string error = options_.svg ? draw::writeSvg(*drawing, *options_.svg) : std::string{};
-    return error.empty() ? Exit::done : failed(Exit::unwritable, error);
+    const Outcome picture = options_.svg ? draw::writeSvg(*drawing, *options_.svg) : Outcome{};
+    return picture ? Exit::done : failed(Exit::unwritable, picture.error());
 }
 
 Exit Program::writeReport(Exit otherwise) {

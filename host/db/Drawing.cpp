@@ -140,8 +140,8 @@ UserCoordinateSystem Drawing::ucs() const {
 std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     const std::string_view bytes = bytesOf(record);
     std::unique_ptr<AcDbObject> object = newObject(record->kind, bytes);
-    if (const FieldTable* table = object->fieldTable()) {
-        const ReadFields read = readFields(bytes, *table, object->fieldBase());
+    if (const Fields fields = object->fields(); fields.table) {
+        const ReadFields read = readFields(bytes, *fields.table, fields.base);
         if (read.fault) {
             const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
             addFinding(record, "the value " + std::to_string(line) + " lines further on is no number; the object " +

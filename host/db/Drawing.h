@@ -6,6 +6,7 @@
 #pragma once
 
 #include "db/Blocks.h"
+#include "db/FieldMove.h"
 #include "db/Finding.h"
 #include "db/History.h"
 #include "db/Layers.h"
@@ -136,10 +137,11 @@ public:
         history_.logChange(record);
         noteChange(record);
     }
-    /// The same for a translation; see History::logTranslation().
-    void aboutToTranslate(Record* record, unsigned axes) {
-        history_.logTranslation(record, axes);
+    /// The same for a translation: where Shift::apply() stores what it replaces, or null.
+    double* aboutToTranslate(Record* record, const Shift& shift) {
+        double* replaced = history_.logTranslation(record, shift.axes(), shift.coordinateCount());
         noteChange(record);
+        return replaced;
     }
 
     /// Asked before each opening and each transformation, so that tests can make any of them fail; a status other

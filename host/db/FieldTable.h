@@ -64,6 +64,13 @@ struct VertexGroups {
     bool holds(int group) const;
 };
 
+/// A point among the fields, as motions see it.
+struct PointField {
+    std::uint16_t offset;
+    bool isWorld; ///< else in object coordinates
+    const Guard* guard;
+};
+
 struct FieldTable {
     static constexpr std::uint8_t noSlot = 0xff;
     static constexpr int codes = 400;
@@ -81,9 +88,9 @@ struct FieldTable {
     std::vector<Slot> slots;
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
-    std::vector<Field> points;     ///< those of `fields` that move and turn, without Role::normal
-    std::vector<Field> turning;    ///< those that only turn
-    const Field* normal = nullptr; ///< one of the latter
+    std::vector<PointField> points; ///< those of `fields` that move and turn
+    std::vector<Field> turning;     ///< those that only turn
+    const Field* normal = nullptr;  ///< one of the latter
 };
 
 /// The member of type T at that offset.
@@ -133,11 +140,5 @@ std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
 std::size_t stateSize(AcDbObject& object);
 void saveState(AcDbObject& object, std::byte* to);
 void swapState(AcDbObject& object, std::byte* with);
-
-/// The same for the coordinates of all points that a motion moves, along the axes that have a bit (1: x, 2: y, 4: z)
-/// in the frame of the entity's coordinates.
-std::size_t coordinateCount(AcDbObject& object, unsigned axes);
-void saveCoordinates(AcDbObject& object, unsigned axes, double* to);
-void swapCoordinates(AcDbObject& object, unsigned axes, double* with);
 
 } // namespace qx::db

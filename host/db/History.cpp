@@ -1,6 +1,6 @@
 #include "db/History.h"
 
-#include "db/FieldTable.h"
+#include "db/FieldMove.h"
 #include "dbmain.h"
 
 #include <new>
@@ -107,12 +107,15 @@ void History::logChange(Record* record) {
     saveState(*record->live, entry.bytes());
 }
 
-void History::logTranslation(Record* record, unsigned axes) {
-    if (!recording_) return;
-    if (isAsInFile(record)) return logLiveObject(record, record->flags);
-    Entry& entry = add(record, Form::coordinates, coordinateCount(*record->live, axes) * sizeof(double));
+double* History::logTranslation(Record* record, unsigned axes, std::size_t count) {
+    if (!recording_) return nullptr;
+    if (isAsInFile(record)) {
+        logLiveObject(record, record->flags);
+        return nullptr;
+    }
+    Entry& entry = add(record, Form::coordinates, count * sizeof(double));
     entry.axes = static_cast<std::uint8_t>(axes);
-    saveCoordinates(*record->live, axes, reinterpret_cast<double*>(entry.bytes()));
+    return reinterpret_cast<double*>(entry.bytes());
 }
 
 // ---- going back and forth
@@ -124,7 +127,7 @@ void History::exchange(Entry& entry) {
     case Form::liveObject: std::swap(record.live, entry.live()); break;
     case Form::allFields: swapState(*record.live, entry.bytes()); break;
     case Form::coordinates:
-        swapCoordinates(*record.live, entry.axes, reinterpret_cast<double*>(entry.bytes()));
+        swapCoordinates(record.live->fields(), entry.axes, reinterpret_cast<double*>(entry.bytes()));
         break;
     }
     const std::uint8_t flags = record.flags;

@@ -46,9 +46,9 @@ public:
 
     /// Any change of fields or of being erased.
     void logChange(Record* record);
-    /// A translation by a vector whose components are 0 except where `axes` has a bit: 1 for x, 2 for y, 4 for z,
-    /// in the frame of the entity's coordinates.
-    void logTranslation(Record* record, unsigned axes);
+    /// A translation. Returns room for the `count` coordinates along the axes (bits as in Shift::axes()) as they are
+    /// now; null when nothing has to be stored.
+    double* logTranslation(Record* record, unsigned axes, std::size_t count);
     /// The record is being made.
     void logNew(Record* record);
 

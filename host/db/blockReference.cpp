@@ -21,8 +21,8 @@ namespace {
 constexpr double degree = std::numbers::pi / 180;
 }
 
-const FieldTable& AcDbBlockReference::fields() {
-    static const FieldTable table{sizeof(Data), {
+const FieldTable& AcDbBlockReference::table() {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbBlockReference"},
@@ -36,7 +36,7 @@ const FieldTable& AcDbBlockReference::fields() {
         {Role::integer, 71, offsetof(Data, rows), 1},
         {Role::normal, 210, offsetof(Data, normal)},
     }};
-    return table;
+    return fields;
 }
 
 bool AcDbBlockReference::afterReading(const Drawing& drawing) {

@@ -141,9 +141,9 @@ Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::O
 
 // ---- groups
 
-const FieldTable* AcDbGroup::fieldTable() const {
+qx::db::Fields AcDbGroup::fields() {
     static const FieldTable table{sizeof(Data), {{Role::integer, 71, offsetof(Data, selectable), 1}}};
-    return &table;
+    return {&table, &data_, nullptr};
 }
 
 bool AcDbGroup::afterReading(const Drawing& drawing) {

@@ -37,8 +37,8 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) {
     data_.end = end;
 }
 
-const FieldTable& AcDbLine::fields() {
-    static const FieldTable table{sizeof(Data), {
+const FieldTable& AcDbLine::table() {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbLine"},
@@ -46,13 +46,13 @@ const FieldTable& AcDbLine::fields() {
         {Role::worldPoint, 11, offsetof(Data, end)},
         {Role::normal, 210, offsetof(Data, normal)},
     }};
-    return table;
+    return fields;
 }
 
 void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
 
-const FieldTable& AcDbPoint::fields() {
-    static const FieldTable table{sizeof(Data), {
+const FieldTable& AcDbPoint::table() {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbPoint"},
@@ -60,7 +60,7 @@ const FieldTable& AcDbPoint::fields() {
         {Role::normal, 210, offsetof(Data, normal)},
         {Role::angleDegrees, 50, offsetof(Data, angleDegrees)},
     }};
-    return table;
+    return fields;
 }
 
 void AcDbPoint::shape(qx::shape::Sink& sink) const { sink.segment({data_.position, data_.position}); }
@@ -73,8 +73,8 @@ AcDbCircle::AcDbCircle(const AcGePoint3d& centre, const AcGeVector3d& normal, do
     data_.radius = radius;
 }
 
-const FieldTable& AcDbCircle::fields() {
-    static const FieldTable table{sizeof(Data), {
+const FieldTable& AcDbCircle::table() {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbCircle"},
@@ -82,7 +82,7 @@ const FieldTable& AcDbCircle::fields() {
         {Role::plain, 40, offsetof(Data, radius)},
         {Role::normal, 210, offsetof(Data, normal)},
     }};
-    return table;
+    return fields;
 }
 
 AcGePoint3d AcDbCircle::center() const { return OcsFrame{data_.normal}.toWorld(data_.centre); }
@@ -104,8 +104,8 @@ AcDbArc::AcDbArc(const AcGePoint3d& centre, const AcGeVector3d& normal, double r
     data_.endDegrees = inOneTurn(endAngle) / degree;
 }
 
-const FieldTable& AcDbArc::fields() {
-    static const FieldTable table{sizeof(Data), {
+const FieldTable& AcDbArc::table() {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbCircle"},
@@ -116,7 +116,7 @@ const FieldTable& AcDbArc::fields() {
         {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
         {Role::angleDegrees, 51, offsetof(Data, endDegrees)},
     }};
-    return table;
+    return fields;
 }
 
 AcGePoint3d AcDbArc::center() const { return OcsFrame{data_.normal}.toWorld(data_.centre); }
@@ -132,9 +132,9 @@ void AcDbArc::shape(qx::shape::Sink& sink) const {
 
 // ---- lightweight polyline
 
-const FieldTable& AcDbPolyline::fields() {
+const FieldTable& AcDbPolyline::table() {
     static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices), offsetof(Data, elevation)};
-    static const FieldTable table{offsetof(Data, vertices),
+    static const FieldTable fields{offsetof(Data, vertices),
                                   {
                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
@@ -144,7 +144,7 @@ const FieldTable& AcDbPolyline::fields() {
                                       {Role::normal, 210, offsetof(Data, normal)},
                                   },
                                   &vertexGroups};
-    return table;
+    return fields;
 }
 
 bool AcDbPolyline::isClosed() const { return data_.flags & 1; }

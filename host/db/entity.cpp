@@ -41,18 +41,19 @@ AcDbEntity::AcDbEntity() : layer_{&noLayer} {}
 
 AcDbEntity::~AcDbEntity() = default;
 
-const FieldTable* AcDbEntity::fieldTable() const {
-    static const FieldTable table{sizeof(EntityProperties), {
-        {Role::integer, 60, offsetof(EntityProperties, invisible)},
-        {Role::integer, 62, offsetof(EntityProperties, colour), 256},
-    }};
-    return &table;
+qx::db::Fields AcDbEntity::fields() {
+    static const FieldTable table{sizeof(EntityProperties),
+                                  {
+                                      {Role::integer, 60, offsetof(EntityProperties, invisible)},
+                                      {Role::integer, 62, offsetof(EntityProperties, colour), 256},
+                                  }};
+    return {&table, &kept_, xdata_.get()};
 }
 
 void AcDbEntity::setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) { xdata_ = std::move(points); }
 
 const EntityProperties& AcDbEntity::properties() const {
-    return *static_cast<const EntityProperties*>(const_cast<AcDbEntity*>(this)->fieldBase());
+    return *static_cast<const EntityProperties*>(const_cast<AcDbEntity*>(this)->fields().base);
 }
 
 AcDbObjectId AcDbEntity::layerId() const { return AcDbObjectId{layer_->record}; }
@@ -62,7 +63,7 @@ Adesk::UInt16 AcDbEntity::colorIndex() const { return static_cast<Adesk::UInt16>
 Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
     if (index > 256) return Acad::eBadColorIndex;
     assertWriteEnabled();
-    static_cast<EntityProperties*>(fieldBase())->colour = index;
+    static_cast<EntityProperties*>(fields().base)->colour = index;
     return Acad::eOk;
 }
 
@@ -77,17 +78,16 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.
 Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
-    const qx::db::MovableFields fields{*this};
+    const qx::db::Fields all = fields();
     qx::db::Record* record = objectId().record();
     if (qx::db::isTranslation(matrix)) {
-        const qx::db::Shift shift{matrix.translation(), fields};
+        const qx::db::Shift shift{matrix.translation(), all};
         if (!shift.isSafe()) return Acad::eInvalidInput;
-        if (record) RecordChain::drawingOf(record)->aboutToTranslate(record, shift.axes());
-        shift.apply();
+        shift.apply(record ? RecordChain::drawingOf(record)->aboutToTranslate(record, shift) : nullptr);
         return Acad::eOk;
     }
     if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
-    const qx::db::Motion motion{matrix, fields};
+    const qx::db::Motion motion{matrix, all};
     if (!motion.isSafe()) return Acad::eInvalidInput;
     if (record) RecordChain::drawingOf(record)->aboutToChange(record);
     motion.apply();

@@ -54,9 +54,10 @@ std::string realText(double value) {
 
 const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject& object) {
     patches_.clear();
-    object_ = &object;
-    table_ = object.fieldTable();
-    base_ = object.fieldBase();
+    const Fields fields = object.fields();
+    table_ = fields.table;
+    base_ = fields.base;
+    xdata_ = fields.xdata;
     if (!table_) return patches_;
     std::fill_n(seenAt_.begin(), table_->slots.size(), nullptr);
     std::fill_n(patchOf_.begin(), table_->slots.size(), -1);
@@ -116,16 +117,14 @@ void Patcher::compareVertex(int code, std::string_view text) {
 
 // The points come in the order in which they were read.
 void Patcher::compareXData(const char* begin, const char* end) {
-    const auto* entity = dynamic_cast<const AcDbEntity*>(object_);
-    const XDataPoints* xdata = entity ? entity->xdataPoints() : nullptr;
-    if (!xdata) return;
+    if (!xdata_) return;
     std::size_t point = 0; // 1-based
     dxf::TagCursor cursor{begin, end};
     for (dxf::Tag tag; cursor.next(tag);) {
         if (tag.code < 1011 || tag.code > 1033 || !dxf::toReal(tag.value)) continue;
         if (tag.code <= 1013) ++point;
-        if (point == 0 || point > xdata->points.size()) continue;
-        const XDataPoint& each = xdata->points[point - 1];
+        if (point == 0 || point > xdata_->points.size()) continue;
+        const XDataPoint& each = xdata_->points[point - 1];
         if (tag.code == each.code) compareReal(tag.value, each.value.x);
         if (tag.code == each.code + 10) compareReal(tag.value, each.value.y);
         if (tag.code == each.code + 20) compareReal(tag.value, each.value.z);
@@ -170,8 +169,8 @@ std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::s
     }
     bytes += tagText(100, "AcDbEntity", lineEnd) + tagText(8, entity.layerState().bytes, lineEnd);
 
-    const FieldTable& table = *entity.fieldTable();
-    void* base = entity.fieldBase();
+    const FieldTable& table = *entity.fields().table;
+    void* base = entity.fields().base;
     std::size_t slot = 0;
     for (const Field& field : table.fields) {
         if (field.role == Role::subclass) bytes += tagText(100, field.marker, lineEnd);

@@ -46,9 +46,9 @@ private:
 
     std::string lineEnd_;
     std::vector<Patch> patches_;
-    AcDbObject* object_ = nullptr;
     const FieldTable* table_ = nullptr;
     void* base_ = nullptr;
+    const XDataPoints* xdata_ = nullptr;
     std::array<const char*, 64> seenAt_; ///< per slot, one past its tag; null: not in the file
     std::array<int, 64> patchOf_;        ///< per slot, the patch that replaces its value; -1: none
     std::size_t vertex_ = 0;             ///< 1-based, of the vertex being compared

@@ -62,7 +62,8 @@ FieldTable::FieldTable(std::size_t plain, std::initializer_list<Field> list, con
     slotByCode.fill(noSlot);
     for (const Field& field : fields) {
         addSlots(field, slots);
-        if (field.role == Role::worldPoint || field.role == Role::ocsPoint) points.push_back(field);
+        if (field.role == Role::worldPoint || field.role == Role::ocsPoint)
+            points.push_back({field.offset, field.role == Role::worldPoint, field.guard});
         if (field.role == Role::angleDegrees || field.role == Role::normal) turning.push_back(field);
         if (field.role == Role::normal) normal = &field;
     }

@@ -32,10 +32,10 @@ struct AcDbText::Placement {
     AcGeVector3d along, up;
 };
 
-const FieldTable& AcDbText::fields() {
+const FieldTable& AcDbText::table() {
     // Left text on its baseline has no alignment point, whatever the file says there.
     static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable table{sizeof(Data), {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbText"},
@@ -51,13 +51,13 @@ const FieldTable& AcDbText::fields() {
         {Role::normal, 210, offsetof(Data, normal)},
         {Role::integer, 73, offsetof(Data, verticalMode)},
     }};
-    return table;
+    return fields;
 }
 
-const FieldTable& AcDbAttribute::fields() {
+const FieldTable& AcDbAttribute::table() {
     // Left text on its baseline has no alignment point, whatever the file says there.
     static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable table{sizeof(Data), {
+    static const FieldTable fields{sizeof(Data), {
         {Role::integer, 60, offsetof(Data, entity.invisible)},
         {Role::integer, 62, offsetof(Data, entity.colour), 256},
         {Role::subclass, 100, 0, 0, "AcDbText"},
@@ -75,7 +75,7 @@ const FieldTable& AcDbAttribute::fields() {
         {Role::normal, 210, offsetof(Data, normal)},
         {Role::integer, 74, offsetof(Data, verticalMode)},
     }};
-    return table;
+    return fields;
 }
 
 bool AcDbText::afterReading(const qx::db::Drawing& drawing) {

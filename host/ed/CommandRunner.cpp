@@ -23,6 +23,7 @@ public:
         if (!seesPickFirst) session.pickFirst.clear();
     }
     ~Running() {
+        session_.endProgress();
         session_.commandFlags = -1;
         session_.variables().force("CMDNAMES", std::string{});
         session_.variables().force("CMDACTIVE", 0);

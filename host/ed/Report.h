@@ -21,8 +21,7 @@ public:
     void selected(const RecordSet& set) override;
     void message(std::string_view text) override;
     void commandEnds(db::Drawing* drawing, CommandEnd end) override;
-    /// An opening or transformation of the object was refused.
-    void refused(const db::Record* record, Acad::ErrorStatus status) { refusals_[record] = status; }
+    void refused(const db::Record* record, Acad::ErrorStatus status) override { refusals_[record] = status; }
 
     /// The whole account; the findings are those of `drawing`, which may be null.
     std::string toJson(const db::Drawing* drawing) const;

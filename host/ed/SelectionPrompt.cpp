@@ -135,7 +135,7 @@ void SelectionPrompt::takePrevious() {
     found(records);
 }
 
-void SelectionPrompt::takePoint(const AcGePoint3d& user) {
+void SelectionPrompt::takePoint(AcGePoint3d user) {
     const double reach = pixelSize(drawing_) * session_.variables().number("PICKBOX");
     if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), reach))
         return takePicked(picked);
@@ -144,11 +144,11 @@ void SelectionPrompt::takePoint(const AcGePoint3d& user) {
 }
 
 void SelectionPrompt::takePicked(db::Record* picked) {
-    std::size_t groups = 0;
     const int style = session_.variables().number("PICKSTYLE");
-    const bool withItsGroups = style == 1 || style == 3;
-    found(withItsGroups ? withoutRepeats(drawing_, withGroups(drawing_, picked, groups)) : Records{picked},
-          groups);
+    if (style != 1 && style != 3) return found({picked});
+    std::size_t groups = 0;
+    const Records records = withGroups(drawing_, picked, groups);
+    found(withoutRepeats(drawing_, records), groups);
 }
 
 bool SelectionPrompt::takeEntity(const std::string& form) {
@@ -196,6 +196,6 @@ void SelectionPrompt::found(const Records& records, std::size_t groups) {
     say(sentence);
 }
 
-void SelectionPrompt::say(const std::string& sentence) { session_.line().transcript.sentence(sentence); }
+void SelectionPrompt::say(const std::string& sentence) { session_.line().transcript.remark(sentence); }
 
 } // namespace qx::ed

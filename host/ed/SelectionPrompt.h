@@ -37,7 +37,7 @@ private:
     void takeRectangle(Rectangle rectangle);
     void takeLast();
     void takePrevious();
-    void takePoint(const AcGePoint3d& user);
+    void takePoint(AcGePoint3d user);
     bool takeEntity(const std::string& form);
     void takePicked(db::Record* picked);
 

@@ -43,4 +43,23 @@ void Session::setDrawing(std::unique_ptr<db::Drawing> drawing) {
     if (drawing_) tell(true);
 }
 
+// A command opens what it changes one object after the other, which is all that the host sees of its
+// progress.
+void Session::noteSelection(const RecordSet& set) {
+    constexpr std::size_t many = 20000;
+    if (observer) observer->selected(set);
+    if (!progress || set.size() < many) return;
+    followsProgress_ = true;
+    const std::string name = variables_.find("CMDNAMES")->text;
+    drawing_->setFault(
+        [this, name, total = set.size(), done = std::size_t{}](auto action, const auto*) mutable {
+            if (action == db::Drawing::Action::openForWrite) progress(name, ++done, total);
+            return Acad::eOk;
+        });
+}
+
+void Session::endProgress() {
+    if (std::exchange(followsProgress_, false) && drawing_) drawing_->setFault({});
+}
+
 } // namespace qx::ed

@@ -32,6 +32,8 @@ public:
     /// A set that the running command was given.
     virtual void selected(const RecordSet& set) = 0;
     virtual void message(std::string_view text) = 0;
+    /// An opening or transformation of the object was refused.
+    virtual void refused(const db::Record* record, Acad::ErrorStatus status) = 0;
     virtual void commandEnds(db::Drawing* drawing, CommandEnd end) = 0;
 };
 
@@ -88,6 +90,11 @@ public:
     /// Selection sets that commands left behind.
     std::size_t reapedSets = 0;
 
+    /// The running command was given this set: tells the observer, and follows the command's progress when
+    /// the set is large and somebody looks.
+    void noteSelection(const RecordSet& set);
+    void endProgress();
+
     CommandObserver* observer = nullptr;
     /// Told how far a long job is; null where nobody looks.
     std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
@@ -101,6 +108,7 @@ private:
     std::unique_ptr<db::Drawing> drawing_;
     std::unique_ptr<AcApDocument> document_;
     InputRules rules_;
+    bool followsProgress_ = false;
 };
 
 } // namespace qx::ed

@@ -16,6 +16,10 @@ void Transcript::message(std::string_view text) {
 
 void Transcript::sentence(std::string_view text) {
     if (onMessage) onMessage(text);
+    remark(text);
+}
+
+void Transcript::remark(std::string_view text) {
     if (!atLineStart_) write("\n");
     write(std::string{text} + '\n');
 }

@@ -21,6 +21,8 @@ public:
     void message(std::string_view text);
     /// A sentence on a line of its own.
     void sentence(std::string_view text);
+    /// The same for what belongs to the dialogue itself, such as how many objects an answer has found.
+    void remark(std::string_view text);
     /// Begins a line with the prompt and leaves the cursor behind it.
     void prompt(std::string_view text);
     /// The answer behind the prompt, and the line end that finished it; `shown` when the terminal has them
@@ -28,7 +30,7 @@ public:
     void answer(std::string_view text, bool shown);
 
     bool isAtLineStart() const { return atLineStart_; }
-    /// Also told of every message and sentence.
+    /// Also told of every message and sentence, not of remarks.
     std::function<void(std::string_view)> onMessage;
 
 private:

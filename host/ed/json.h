@@ -1,16 +1,18 @@
 // Pieces of JSON text. Numbers are the shortest that read back the same.
 #pragma once
 
+#include "qxexport.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace qx::ed::json {
 
-std::string quoted(std::string_view utf8);
+QX_HOST_API std::string quoted(std::string_view utf8);
 /// null for a number that is not finite.
-std::string number(double value);
+QX_HOST_API std::string number(double value);
 /// The parts are JSON already.
-std::string list(const std::vector<std::string>& parts);
+QX_HOST_API std::string list(const std::vector<std::string>& parts);
 
 } // namespace qx::ed::json

@@ -29,7 +29,7 @@ int handOut(Session& session, RecordSet set, ads_name name) {
 }
 
 int handOutSelection(Session& session, RecordSet set, ads_name name) {
-    if (session.observer) session.observer->selected(set);
+    session.noteSelection(set);
     return handOut(session, std::move(set), name);
 }
 

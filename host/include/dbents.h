@@ -14,7 +14,7 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbLine)
     AcDbLine() = default;
     AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end);
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
@@ -35,7 +35,7 @@ private:
 class QX_HOST_API AcDbPoint : public qx::db::Described<AcDbPoint, AcDbEntity> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbPoint)
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
@@ -58,7 +58,7 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbCircle)
     AcDbCircle() = default;
     AcDbCircle(const AcGePoint3d& centre, const AcGeVector3d& normal, double radius);
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
@@ -86,7 +86,7 @@ public:
     AcDbArc(const AcGePoint3d& centre, double radius, double startAngle, double endAngle);
     AcDbArc(const AcGePoint3d& centre, const AcGeVector3d& normal, double radius, double startAngle,
             double endAngle);
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
@@ -119,7 +119,7 @@ enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop =
 class QX_HOST_API AcDbText : public qx::db::Described<AcDbText, AcDbEntity> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbText)
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
     bool afterReading(const qx::db::Drawing& drawing) override;
@@ -160,14 +160,14 @@ protected:
 class QX_HOST_API AcDbAttribute : public qx::db::Described<AcDbAttribute, AcDbText> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbAttribute)
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
 };
 
 class QX_HOST_API AcDbBlockReference : public qx::db::Described<AcDbBlockReference, AcDbEntity> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference)
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     /// Not for arrays of insertions.
     bool isMeasurable() const override;

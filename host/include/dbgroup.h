@@ -9,8 +9,7 @@
 class QX_HOST_API AcDbGroup : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbGroup)
-    const qx::db::FieldTable* fieldTable() const override;
-    void* fieldBase() override { return &data_; }
+    qx::db::Fields fields() override;
     bool afterReading(const qx::db::Drawing& drawing) override;
 
     /// Appends the members in the group's order, erased and missing ones left out; returns how many those are.

@@ -37,12 +37,18 @@ struct EntityProperties {
     Adesk::Int32 invisible = 0;
 };
 
-/// What every class with data of its own answers to the store: which fields it has and where they are.
+/// The part of an object that can change, as the store sees it.
+struct Fields {
+    const FieldTable* table = nullptr; ///< null for a class that is only kept
+    void* base = nullptr;              ///< where the table's offsets count from
+    XDataPoints* xdata = nullptr;      ///< points in the extended data; null for the many objects that have none
+};
+
+/// What every class with data of its own answers to the store.
 template <class Self, class Base> class Described : public Base {
 public:
     using Base::Base;
-    const FieldTable* fieldTable() const override { return &Self::fields(); }
-    void* fieldBase() override { return &static_cast<Self*>(this)->data_; }
+    Fields fields() override { return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()}; }
 };
 } // namespace qx::db
 
@@ -94,17 +100,12 @@ public:
 
     // Host side: what the store asks of every class.
 
-    /// The groups of the class that are numbers, and where they live; null for a class that is only kept.
-    virtual const qx::db::FieldTable* fieldTable() const { return nullptr; }
-    /// Where the offsets of the field table count from.
-    virtual void* fieldBase() { return nullptr; }
+    virtual qx::db::Fields fields() { return {}; }
     /// Called once after the fields were read; `false` means that the object can't be used, only kept.
     virtual bool afterReading(const qx::db::Drawing&) { return true; }
     /// The layer that the file names; asked of entities before afterReading().
     virtual void setLayerState(const qx::db::LayerState&) {}
     virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
-    /// Points in the extended data, which move along; null for the many objects that have none.
-    virtual qx::db::XDataPoints* xdataPoints() const { return nullptr; }
     void setRecord(qx::db::Record* record) { record_ = record; }
 
 protected:
@@ -147,11 +148,9 @@ public:
     bool isVisible() const;
     const qx::db::LayerState& layerState() const { return *layer_; }
 
-    const qx::db::FieldTable* fieldTable() const override;
-    void* fieldBase() override { return &kept_; }
+    qx::db::Fields fields() override;
     void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
-    qx::db::XDataPoints* xdataPoints() const override { return xdata_.get(); }
     void setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) override;
 
 protected:
@@ -199,7 +198,7 @@ Acad::ErrorStatus acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mod
     AcDbObject* any = nullptr;
     const Acad::ErrorStatus status = acdbOpenAcDbObject(any, id, mode, openErased);
     if (status != Acad::eOk) return status;
-    if (!any->isKindOf(T::desc())) {
+    if (!any->isA()->isDerivedFrom(T::desc())) {
         any->close();
         return Acad::eNotThatKindOfClass;
     }

@@ -9,7 +9,7 @@
 class QX_HOST_API AcDbPolyline : public qx::db::Described<AcDbPolyline, AcDbCurve> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbPolyline)
-    static const qx::db::FieldTable& fields();
+    static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 

@@ -48,7 +48,8 @@ ScriptRun Editor::runBody(std::function<void()> body, std::string_view answers, 
 
 void expectInOrder(Editor& editor) {
     EXPECT_EQ(editor.session.violations, 0u) << editor.transcript;
-    if (editor.session.drawing()) EXPECT_EQ(editor.drawing().openCount(), 0u);
+    if (!editor.session.drawing()) return;
+    EXPECT_EQ(editor.drawing().openCount(), 0u);
 }
 
 } // namespace qx::tests

@@ -1,5 +1,5 @@
-// A session over a drawing in memory, for tests that run whole scripts: what the command line shows, what saving would
-// write, and how it ended.
+// A session over a drawing in memory, for tests that run whole scripts: what the command line shows, what
+// saving would write, and how it ended.
 #pragma once
 
 #include "accmd.h"

@@ -32,7 +32,8 @@ std::string handlesOf(const ads_name set) {
     for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i) {
         EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
         char hex[20];
-        std::snprintf(hex, sizeof hex, "%s%llX", i ? " " : "", static_cast<unsigned long long>(id.handle().value()));
+        std::snprintf(hex, sizeof hex, "%s%llX", i ? " " : "",
+                      static_cast<unsigned long long>(id.handle().value()));
         text += hex;
     }
     return text;
@@ -159,12 +160,13 @@ TEST(SelectionPrompt, picksInTheUserSystem) {
 TEST(SelectionPrompt, saysWhatItFound) {
     Editor editor{scene};
     const auto run = editor.runBody([] { selectionOf(nullptr, nullptr); }, "50,750\nALL\nR\nL\n\n");
-    EXPECT_EQ(run.transcript, "命令: BODY\n"
-                              "选择对象: 50,750\n找到 2 个，1 个编组\n"
-                              "选择对象: ALL\n找到 6 个 (2 个重复)，总计 6 个\n1 个对象的类别不能测量，不能选择。\n"
-                              "选择对象: R\n"
-                              "删除对象: L\n找到 1 个，删除 1 个，总计 5 个\n"
-                              "删除对象: \n");
+    EXPECT_EQ(run.transcript,
+              "命令: BODY\n"
+              "选择对象: 50,750\n找到 2 个，1 个编组\n"
+              "选择对象: ALL\n找到 6 个 (2 个重复)，总计 6 个\n1 个对象的类别不能测量，不能选择。\n"
+              "选择对象: R\n"
+              "删除对象: L\n找到 1 个，删除 1 个，总计 5 个\n"
+              "删除对象: \n");
 }
 
 TEST(SelectionModes, whatEachGives) {
@@ -177,9 +179,12 @@ TEST(SelectionModes, whatEachGives) {
         const char* selected;
     };
     const Case cases[] = {
-        {L"", nullptr, "L\n\n", "A9"},      {L":$", prompts, "L\nR\n^C", "-5002"},
-        {L"_:$", prompts, "L\n\n", "A9"},   {L":$", nullptr, "", "-5003"},
-        {L":$", noPrompts, "", "-5003"},    {L"_I", nullptr, "", "-5001"},
+        {L"", nullptr, "L\n\n", "A9"},
+        {L":$", prompts, "L\nR\n^C", "-5002"},
+        {L"_:$", prompts, "L\n\n", "A9"},
+        {L":$", nullptr, "", "-5003"},
+        {L":$", noPrompts, "", "-5003"},
+        {L"_I", nullptr, "", "-5001"},
         {L"A", nullptr, "", "A1 A2 A3 A4 A7 A9"},
         {L"X", nullptr, "", "A1 A2 A3 A4 A5 A6 A7 A8 A9"},
         {L"Q", nullptr, "", "-5003"},
@@ -187,7 +192,8 @@ TEST(SelectionModes, whatEachGives) {
     for (const Case& each : cases) {
         Editor editor{scene};
         std::string selected;
-        const auto run = editor.runBody([&] { selected = selectionOf(each.mode, each.points); }, each.answers);
+        const auto run =
+            editor.runBody([&] { selected = selectionOf(each.mode, each.points); }, each.answers);
         EXPECT_EQ(selected, each.selected) << run.transcript;
     }
     Editor editor{scene};
@@ -254,8 +260,8 @@ TEST(PickFirst, isSetByCommandsThatMay) {
 TEST(Handent, isReadStrictly) {
     EXPECT_EQ(ed::parseHandent("(handent \"2F\")"), 0x2Fu);
     EXPECT_EQ(ed::parseHandent("( Handent  \"2f\" )"), 0x2Fu);
-    for (const char* text : {"(handent \"\")", "(handent 2F)", "(handent \"2F\"", "(handent \"2G\")", "handent \"2F\"",
-                             "(handent \"2F\") x", "(handent \"11112222333344445\")"})
+    for (const char* text : {"(handent \"\")", "(handent 2F)", "(handent \"2F\"", "(handent \"2G\")",
+                             "handent \"2F\"", "(handent \"2F\") x", "(handent \"11112222333344445\")"})
         EXPECT_EQ(ed::parseHandent(text), std::nullopt) << text;
 }
 } // namespace

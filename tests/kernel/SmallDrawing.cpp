@@ -2,6 +2,7 @@
 
 #include "dbapserv.h"
 #include "dbents.h"
+#include "shape/ExtentsSink.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -109,11 +110,11 @@ std::unique_ptr<db::Drawing> read(const SmallDrawing& content) {
 }
 
 AcDbExtents boxOf(const db::Drawing& drawing, Handle handle) {
-    const std::unique_ptr<AcDbObject> copy = drawing.live(drawing.find(handle))->copied();
-    const auto& entity = dynamic_cast<const AcDbEntity&>(*copy);
-    AcDbExtents box;
-    if (entity.getGeomExtents(box) == Acad::eOk) return box;
-    const AcGePoint3d position = dynamic_cast<const AcDbText&>(entity).position();
+    const AcDbEntity* entity = drawing.liveEntity(drawing.find(handle));
+    shape::ExtentsSink sink;
+    entity->shape(sink);
+    if (!sink.box().isEmpty()) return {sink.box().min, sink.box().max};
+    const AcGePoint3d position = dynamic_cast<const AcDbText&>(*entity).position();
     return {position, position};
 }
 

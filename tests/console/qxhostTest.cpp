@@ -1,0 +1,126 @@
+// Runs the program itself, as a person or another program would.
+#include "ed/TerseDxf.h"
+#include "os/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <sys/wait.h>
+
+namespace {
+
+const std::string scene = qx::tests::drawingText(
+    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=10 21=5 31=0
+CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=5 20=4 30=0 40=1)");
+
+struct Outcome {
+    int exit;
+    std::string output, errors;
+};
+
+class Qxhost : public testing::Test {
+protected:
+    void SetUp() override { put(folder / "a.dxf", scene); }
+
+    // In the folder, so that sentences have short names in them; without a module, unless one is named.
+    Outcome run(const std::string& arguments, const std::string& input = {}) {
+        put(folder / "input", input);
+        const std::string command = "cd '" + folder.path().string() + "' && '" QX_BIN_DIR "/qxhost' " +
+                                    arguments + " < input > output 2> errors";
+        const int status = std::system(command.c_str());
+        return {WEXITSTATUS(status), contentOf(folder / "output"), contentOf(folder / "errors")};
+    }
+    bool has(const std::string& name) { return std::filesystem::exists(folder / name); }
+
+    TemporaryFolder folder;
+};
+
+struct ExitCase {
+    const char* name;
+    const char* arguments;
+    const char* script;
+    int exit;
+    const char* errors; ///< a part of what is printed there
+};
+const ExitCase exitCases[] = {
+    {"script ends well", "a.dxf -s - -o b.dxf", "ERASE\nL\n\n", 0, ""},
+    {"report", "a.dxf -s - --report r.json", "ERASE\nL\n\n", 0, ""},
+    {"no drawing: an empty one", "-s - -o b.dxf", "LIST\nALL\n\n", 0, ""},
+    {"wrong option", "--frobnicate", "", 1, "unknown option --frobnicate"},
+    {"module that is not there", "a.dxf --module no.arx -s -", "", 1, "no.arx"},
+    {"drawing that is not there", "no.dxf -s -", "", 2, "no.dxf"},
+    {"drawing that is none", "input -s -", "no DXF at all\n", 2, "input"},
+    {"script that is not there", "a.dxf -s no.scr", "", 2, "no.scr"},
+    {"unknown command", "a.dxf -s - -o b.dxf", "ERASE\nL\n\nFOO\n", 3, "stdin:4: unknown command \"FOO\""},
+    {"refused answer", "a.dxf -s - -o b.dxf", "SETVAR PICKBOX x\n", 3, "stdin:1: \"x\" is not a number"},
+    {"end inside a command", "a.dxf -s - -o b.dxf", "ERASE\nL\n", 3,
+     "stdin:2: the script ends inside the command ERASE"},
+    {"target folder that is not there", "a.dxf -s - -o no/b.dxf", "", 4, "no/b.dxf"},
+    {"target exists", "a.dxf -s - -o a.dxf", "ERASE\nL\n\n", 4, "a.dxf: exists already"},
+    {"report that can't be written", "a.dxf -s - --report no/r.json", "", 4, "no/r.json"},
+};
+
+TEST_F(Qxhost, exitStatus) {
+    for (const ExitCase& each : exitCases) {
+        SCOPED_TRACE(each.name);
+        std::filesystem::remove(folder / "b.dxf");
+        const Outcome result = run(each.arguments, each.script);
+        EXPECT_EQ(result.exit, each.exit) << result.errors;
+        EXPECT_NE(result.errors.find(each.errors), std::string::npos) << result.errors;
+        const bool wanted = std::string_view{each.arguments}.find("-o b.dxf") != std::string_view::npos;
+        EXPECT_EQ(has("b.dxf"), wanted && each.exit == 0);
+        EXPECT_EQ(contentOf(folder / "a.dxf"), scene);
+    }
+}
+
+TEST_F(Qxhost, withoutAChangeTheBytesStay) {
+    EXPECT_EQ(run("a.dxf -s - -o b.dxf").exit, 0);
+    EXPECT_EQ(contentOf(folder / "b.dxf"), scene);
+}
+
+TEST_F(Qxhost, forceKeepsTheOldFile) {
+    EXPECT_EQ(run("a.dxf -s - -o a.dxf --force", "ERASE\nL\n\n").exit, 0);
+    EXPECT_EQ(contentOf(folder / "a.dxf").find("CIRCLE"), std::string::npos);
+    EXPECT_EQ(contentOf(folder / "a.dxf.bak"), scene);
+}
+
+TEST_F(Qxhost, showsTheTranscript) {
+    EXPECT_EQ(run("a.dxf -s -", "ERASE\nL\n\nU\n").output,
+              "命令: ERASE\n选择对象: L\n找到 1 个\n选择对象: \n命令: U\n已放弃 ERASE\n");
+}
+
+TEST_F(Qxhost, readsAScriptFile) {
+    put(folder / "x.scr", "; a comment\nSAVEAS \"two words.dxf\"\n");
+    const Outcome result = run("a.dxf -s x.scr");
+    EXPECT_EQ(result.exit, 0) << result.errors;
+    EXPECT_EQ(contentOf(folder / "two words.dxf"), scene);
+}
+
+TEST_F(Qxhost, talksToWhoeverTypes) {
+    const Outcome result = run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
+    EXPECT_EQ(result.exit, 0) << result.errors;
+    EXPECT_NE(result.output.find("未知命令“FOO”。\n命令: SETVAR\n"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("需要数值。\n输入 PICKBOX 的新值 <3>: 7\n"), std::string::npos)
+        << result.output;
+    EXPECT_TRUE(result.output.ends_with("[是(Y)/否(N)] <N>: Y\n")) << result.output;
+    EXPECT_EQ(contentOf(folder / "b.dxf").find("CIRCLE"), std::string::npos);
+}
+
+TEST_F(Qxhost, endOfInputEndsIt) {
+    const Outcome result = run("a.dxf", "ERASE\nL\n");
+    EXPECT_EQ(result.exit, 0);
+    EXPECT_TRUE(result.output.ends_with("选择对象: *取消*\n命令: \n")) << result.output;
+}
+
+TEST_F(Qxhost, reportsAlsoWhenTheScriptFails) {
+    EXPECT_EQ(run("a.dxf -s - --report r.json", "ERASE\nL\n\nFOO\n").exit, 3);
+    const std::string report = contentOf(folder / "r.json");
+    EXPECT_NE(report.find("\"handle\": \"A3\""), std::string::npos) << report;
+    EXPECT_NE(report.find("\"findings\""), std::string::npos) << report;
+}
+
+TEST_F(Qxhost, namesItself) {
+    EXPECT_EQ(run("--version").output.substr(0, 7), "qxhost ");
+    EXPECT_EQ(run("--help").exit, 0);
+}
+} // namespace

@@ -1,0 +1,42 @@
+#include "draw/palette.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Palette, GivesTheColoursOfTheIndices) {
+    const struct {
+        const char* name;
+        int index;
+        std::uint32_t colour;
+    } cases[] = {
+        {"red", 1, 0xFF0000},
+        {"yellow, darkened", 2, 0xC0C000},
+        {"blue", 5, 0x0000FF},
+        {"magenta", 6, 0xFF00FF},
+        {"contrast", 7, 0x000000},
+        {"grey", 8, 0x808080},
+        {"first hue", 10, 0xFF0000},
+        {"first hue, pale", 11, 0xFF7F7F},
+        {"first hue, second shade", 12, 0xA50000},
+        {"first hue, second shade, pale", 13, 0xA55252},
+        {"darkest", 18, 0x260000},
+        {"darkest, pale", 19, 0x261313},
+        {"orange", 30, 0xFF7F00},
+        {"green in half shade", 94, 0x007F00},
+        {"between green and cyan", 114, 0x007F3F},
+        {"azure", 150, 0x007FFF},
+        {"violet", 190, 0x7F00FF},
+        {"last hue", 240, 0xFF003F},
+        {"last hue, darkest, pale", 249, 0x261317},
+        {"darkest grey", 250, 0x333333},
+        {"light grey, darkened", 254, 0xB2B2B2},
+        {"white", 255, 0x000000},
+        {"by block", 0, 0x000000},
+        {"no index", 256, 0x000000},
+        {"negative", -3, 0x000000},
+    };
+    for (const auto& c : cases) EXPECT_EQ(qx::draw::colourOnWhite(c.index), c.colour) << c.name;
+}
+
+} // namespace

@@ -1,0 +1,257 @@
+#include "aced.h"
+#include "acutads.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "ed/Editor.h"
+#include "ed/TerseDxf.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+using namespace qx;
+using ed::RunEnd;
+using tests::Editor;
+
+const std::string scene = tests::drawingText(
+    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=1000 21=0 31=0
+LINE 5=A2 330=1F 100=AcDbEntity 8=LOCKED 100=AcDbLine 10=0 20=100 30=0 11=100 21=100 31=0
+CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=500 20=400 30=0 40=100)");
+
+AcDbObjectId idOf(Editor& editor, std::uint64_t handle) {
+    return AcDbObjectId{editor.drawing().find(handle)};
+}
+
+void move(Editor& editor, std::uint64_t handle, double dx) {
+    const AcDbObjectPointer<AcDbEntity> entity{idOf(editor, handle), AcDb::kForWrite};
+    ASSERT_EQ(entity.openStatus(), Acad::eOk);
+    EXPECT_EQ(entity->transformBy(AcGeMatrix3d::translation({dx, 0, 0})), Acad::eOk);
+}
+
+struct ScriptCase {
+    const char* name;
+    const char* script;
+    RunEnd end;
+    const char* failure;    ///< with its line; empty: none; null: any
+    const char* transcript; ///< a part of it
+};
+const ScriptCase scriptCases[] = {
+    {"nothing", "", RunEnd::sourceEnded, "", ""},
+    {"blank lines and comments", "\n\n; nothing\n\n", RunEnd::sourceEnded, "", ""},
+    {"unknown command", "\nFOO\n", RunEnd::failed, "test.scr:2: unknown command \"FOO\"", "未知命令“FOO”。"},
+    {"nothing after a failure", "FOO\nSETVAR PICKBOX 9\n", RunEnd::failed,
+     "test.scr:1: unknown command \"FOO\"", ""},
+    {"any case, any prefix", "_.setvar cmddia 1\n'SETVAR\n?\n", RunEnd::sourceEnded, "", "CMDDIA  1"},
+    {"the end of the script ends an answer", "SETVAR PICKBOX 7", RunEnd::sourceEnded, "", "<3>: 7\n"},
+    {"the script ends inside a command", "SETVAR PICKBOX", RunEnd::failed,
+     "test.scr:1: the script ends inside the command SETVAR", "输入 PICKBOX 的新值 <3>: *取消*"},
+    {"Enter keeps a value", "SETVAR PICKBOX\n\nU\n", RunEnd::sourceEnded, "", "没有可放弃的操作。"},
+    {"value beyond the limits", "SETVAR PICKSTYLE 4\n", RunEnd::failed,
+     "test.scr:1: PICKSTYLE does not take this value", "变量值超出范围。"},
+    {"refused number", "SETVAR PICKSTYLE\nx\n", RunEnd::failed, "test.scr:2: \"x\" is not a number",
+     "需要数值。"},
+    {"refused keyword", "ARX\nfoo\n", RunEnd::failed, "test.scr:2: \"foo\" is not one of the keywords",
+     "选项关键字无效。"},
+    {"unknown variable", "SETVAR FOO\n", RunEnd::failed, "test.scr:1: there is no variable FOO", ""},
+    {"cancel goes on", "SETVAR\n^CSETVAR PICKBOX 5 SETVAR PICKBOX\n\n", RunEnd::sourceEnded, "", "<5>"},
+    {"quit ends it", "QUIT\nFOO\n", RunEnd::quit, "", ""},
+    {"function that is not defined", "(Foo)\n", RunEnd::failed, "test.scr:1: undefined function \"Foo\"",
+     "; 错误: 函数未定义: Foo"},
+    {"list", "LIST\n(handent \"A3\")\n\n", RunEnd::sourceEnded, "",
+     "AcDbCircle  句柄 A3  图层 0  范围 400,300,0 至 600,500,0"},
+    {"erase says what it leaves", "ERASE\nALL\n\n", RunEnd::sourceEnded, "",
+     "1 个对象在锁定的图层上，没有删除。"},
+    {"undo more than there is", "ERASE\n(handent \"A1\")\n\nUNDO 5\n", RunEnd::sourceEnded, "",
+     "已放弃 ERASE\n没有可放弃的操作。\n"},
+    {"undo a part", "UNDO\n1.5\n", RunEnd::failed, "test.scr:2: the number is not a whole one", "需要整数。"},
+    {"redo", "ERASE\n(handent \"A1\")\n\nU\nREDO\nREDO\n", RunEnd::sourceEnded, "",
+     "已重做 ERASE\n命令: REDO\n没有可重做的操作。"},
+    {"opening what is not there", "OPEN \"no such.dxf\"\n", RunEnd::failed, nullptr, "no such.dxf"},
+    {"loading what is not there", "ARX L \"no such.arx\"\n", RunEnd::failed, nullptr, "no such.arx"},
+};
+
+TEST(Scripts, runToTheirEnd) {
+    for (const ScriptCase& each : scriptCases) {
+        SCOPED_TRACE(each.name);
+        Editor editor{scene};
+        const auto run = editor.run(each.script);
+        EXPECT_EQ(run.end, each.end) << run.transcript;
+        if (each.failure) {
+            EXPECT_EQ(run.failure, each.failure);
+        }
+        EXPECT_NE(run.transcript.find(each.transcript), std::string::npos) << run.transcript;
+        expectInOrder(editor);
+    }
+}
+
+TEST(Scripts, undoGivesTheBytesBack) {
+    Editor editor{scene};
+    EXPECT_EQ(editor.drawing().toBytes(), scene);
+    const std::string erased = editor.run("ERASE\nALL\n\n").bytes;
+    EXPECT_EQ(erased.find("CIRCLE"), std::string::npos);
+    EXPECT_NE(erased.find("LINE"), std::string::npos); // the locked one
+    EXPECT_EQ(editor.run("U\n").bytes, scene);
+    EXPECT_EQ(editor.run("REDO\n").bytes, erased);
+}
+
+TEST(Scripts, oneStepPerCommand) {
+    Editor editor{scene};
+    editor.define([&] {
+        move(editor, 0xA1, 1);
+        move(editor, 0xA3, 1);
+        move(editor, 0xA1, 1);
+    });
+    const std::string once = editor.run("BODY\n").bytes;
+    EXPECT_NE(once, scene);
+    EXPECT_NE(editor.run("BODY\n").bytes, once);
+    EXPECT_EQ(editor.run("U\n").bytes, once);
+    EXPECT_EQ(editor.run("U\n").bytes, scene);
+    expectInOrder(editor);
+}
+
+// What a command does against the host's rules, after it has moved an object.
+struct ViolationCase {
+    const char* name;
+    void (*body)(Editor&);
+    const char* sentence;
+};
+const ViolationCase violationCases[] = {
+    {"left open for reading",
+     [](Editor& editor) {
+         AcDbObject* object = nullptr;
+         acdbOpenAcDbObject(object, idOf(editor, 0xA3), AcDb::kForRead);
+     },
+     "有 1 个对象没有关闭"},
+    {"left open for writing",
+     [](Editor& editor) {
+         AcDbObject* object = nullptr;
+         acdbOpenAcDbObject(object, idOf(editor, 0xA3), AcDb::kForWrite);
+     },
+     "有 1 个对象没有关闭"},
+    {"changed without write access",
+     [](Editor& editor) {
+         const AcDbObjectPointer<AcDbEntity> entity{idOf(editor, 0xA3), AcDb::kForRead};
+         entity->setColorIndex(1);
+     },
+     ""},
+    {"exception", [](Editor&) { throw std::runtime_error{"trouble"}; }, "trouble"},
+    {"something else thrown", [](Editor&) { throw 1; }, ""},
+};
+
+TEST(Violations, areRolledBackAndSaid) {
+    for (const ViolationCase& each : violationCases) {
+        SCOPED_TRACE(each.name);
+        Editor editor{scene};
+        const auto run = editor.runBody([&] {
+            move(editor, 0xA1, 5);
+            each.body(editor);
+        });
+        EXPECT_EQ(run.end, RunEnd::failed);
+        EXPECT_NE(run.transcript.find(each.sentence), std::string::npos) << run.transcript;
+        EXPECT_EQ(run.bytes, scene);
+        EXPECT_EQ(editor.drawing().openCount(), 0u);
+        EXPECT_EQ(editor.session.violations, 1u);
+        EXPECT_FALSE(editor.drawing().isLocked());
+        EXPECT_EQ(editor.drawing().history().stepsDone(), 0u);
+    }
+}
+
+TEST(Violations, endOfTheScriptInsideACommandTakesItBack) {
+    Editor editor{scene};
+    const auto run = editor.runBody(
+        [&] {
+            move(editor, 0xA1, 5);
+            ads_point point{};
+            while (acedGetPoint(nullptr, L"点: ", point) == RTNORM) continue;
+        },
+        "1,2\n");
+    EXPECT_EQ(run.failure, "test.scr:2: the script ends inside the command BODY");
+    EXPECT_EQ(run.bytes, scene);
+    EXPECT_EQ(editor.session.violations, 0u);
+}
+
+TEST(Violations, cancelKeepsWhatWasDone) {
+    Editor editor{scene};
+    const auto run = editor.runBody(
+        [&] {
+            move(editor, 0xA1, 5);
+            ads_point point{};
+            acedGetPoint(nullptr, L"点: ", point);
+        },
+        "^C");
+    EXPECT_EQ(run.end, RunEnd::sourceEnded);
+    EXPECT_NE(run.bytes, scene);
+}
+
+TEST(Violations, aCommandThatTakesNoCancelIsStopped) {
+    Editor editor{scene};
+    const auto run = editor.runBody([&] {
+        ads_point point{};
+        for (;;) acedGetPoint(nullptr, L"点: ", point);
+    });
+    EXPECT_EQ(run.end, RunEnd::failed);
+    EXPECT_EQ(run.bytes, scene);
+}
+
+TEST(Commands, areLockedUnlessTheyRunInTheSession) {
+    for (const int flags : {ACRX_CMD_MODAL, ACRX_CMD_SESSION}) {
+        Editor editor{scene};
+        Acad::ErrorStatus status = Acad::eOk;
+        bool application = false;
+        editor.runBody(
+            [&] {
+                AcDbObject* object = nullptr;
+                status = acdbOpenAcDbObject(object, idOf(editor, 0xA1), AcDb::kForWrite);
+                if (object) object->close();
+                application = acDocManager->isApplicationContext();
+            },
+            "", flags);
+        EXPECT_EQ(status, flags == ACRX_CMD_SESSION ? Acad::eLockViolation : Acad::eOk);
+        EXPECT_EQ(application, flags == ACRX_CMD_SESSION);
+        expectInOrder(editor);
+    }
+}
+
+TEST(Queue, runsBeforeTheNextLine) {
+    Editor editor{scene};
+    editor.define([] {
+        acDocManager->sendStringToExecute(acDocManager->curDocument(), L"SETVAR PICKBOX ");
+        acDocManager->sendStringToExecute(acDocManager->curDocument(), L"9\nSETVAR PICKSTYLE 2 ");
+        acutPrintf(L"\nfirst");
+    });
+    const auto run = editor.run("BODY\nSETVAR PICKBOX 5\n");
+    EXPECT_EQ(run.transcript, "命令: BODY\nfirst\n"
+                              "命令: SETVAR\n输入变量名或 [?]: PICKBOX\n输入 PICKBOX 的新值 <3>: 9\n"
+                              "命令: SETVAR\n输入变量名或 [?]: PICKSTYLE\n输入 PICKSTYLE 的新值 <1>: 2\n"
+                              "命令: SETVAR\n输入变量名或 [?]: PICKBOX\n输入 PICKBOX 的新值 <9>: 5\n");
+}
+
+TEST(Queue, textWithoutAnEndWaitsForMore) {
+    Editor editor{scene};
+    editor.define([] { acDocManager->sendStringToExecute(acDocManager->curDocument(), L"SETVAR PICK"); });
+    EXPECT_EQ(editor.run("BODY\nBOX 8\n").end, RunEnd::sourceEnded);
+    EXPECT_EQ(editor.session.variables().number("PICKBOX"), 8);
+}
+
+TEST(Queue, cancelCharacterNeitherEndsNorFailsTheScript) {
+    Editor editor{scene};
+    editor.define(
+        [] { acDocManager->sendStringToExecute(acDocManager->curDocument(), L"\3", true, false, true); });
+    const auto run = editor.run("BODY\nSETVAR PICKBOX 8\n");
+    EXPECT_EQ(run.end, RunEnd::sourceEnded);
+    EXPECT_EQ(run.transcript.substr(0, 40),
+              std::string{"命令: BODY\n命令: *取消*\n命令: SETVAR\n"}.substr(0, 40));
+    EXPECT_EQ(editor.session.variables().number("PICKBOX"), 8);
+}
+
+TEST(Queue, refusesWhatItCantRun) {
+    Editor editor{scene};
+    AcApDocument* open = acDocManager->curDocument();
+    EXPECT_EQ(acDocManager->sendStringToExecute(nullptr, L"U "), Acad::eInvalidInput);
+    EXPECT_EQ(acDocManager->sendStringToExecute(open, nullptr), Acad::eInvalidInput);
+    editor.session.setDrawing(nullptr);
+    EXPECT_EQ(acDocManager->sendStringToExecute(open, L"U "), Acad::eNoDocument);
+    EXPECT_EQ(editor.run("ERASE\n").failure, "test.scr:1: no drawing is open");
+}
+} // namespace

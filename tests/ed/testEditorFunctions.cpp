@@ -1,0 +1,317 @@
+#include "aced.h"
+#include "acutads.h"
+#include "dbmain.h"
+#include "ed/Editor.h"
+#include "ed/TerseDxf.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+using namespace qx;
+using tests::Editor;
+
+const std::string scene = tests::drawingText(
+    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=1000 21=0 31=0
+CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=500 20=400 30=0 40=100
+LINE 5=A4 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=10 21=0 31=0)");
+
+std::string text(double value) {
+    char buffer[40];
+    std::snprintf(buffer, sizeof buffer, "%g", value);
+    return buffer;
+}
+
+std::string keyword() {
+    ACHAR buffer[133] = L"";
+    acedGetInput(buffer);
+    const std::wstring wide = buffer;
+    return {wide.begin(), wide.end()};
+}
+
+// Result code, then the point, number or keyword that came with it.
+std::string pointAnswer() {
+    ads_point point{-1, -1, -1};
+    const int code = acedGetPoint(nullptr, L"点: ", point);
+    std::string result =
+        std::to_string(code) + ' ' + text(point[0]) + ',' + text(point[1]) + ',' + text(point[2]);
+    return code == RTKWORD ? result + ' ' + keyword() : result;
+}
+
+std::string realAnswer() {
+    ads_real value = -99;
+    const int code = acedGetReal(L"数: ", &value);
+    return std::to_string(code) + ' ' + (code == RTKWORD ? keyword() : text(value));
+}
+
+std::string keywordAnswer() {
+    ACHAR buffer[133] = L"?";
+    const int code = acedGetKword(L"词: ", buffer);
+    const std::wstring wide = buffer;
+    return std::to_string(code) + ' ' + std::string{wide.begin(), wide.end()};
+}
+
+struct PromptCase {
+    const char* name;
+    std::string (*ask)();
+    int bits;
+    const ACHAR* keywords;
+    const char* answers;
+    const char* result;
+    const char* failure; ///< after the line; empty: none
+};
+const PromptCase promptCases[] = {
+    {"point", pointAnswer, 0, nullptr, "1,2,3\n", "5100 1,2,3", ""},
+    {"point without z", pointAnswer, 0, nullptr, "1,2\n", "5100 1,2,0", ""},
+    {"point, Enter", pointAnswer, 0, nullptr, "\n", "5000 -1,-1,-1", ""},
+    {"point, cancel", pointAnswer, 0, nullptr, "^C", "-5002 -1,-1,-1", ""},
+    {"point, keyword", pointAnswer, 0, L"Exit Undo", "u\n", "-5005 -1,-1,-1 Undo", ""},
+    {"point, Enter not allowed", pointAnswer, 1, nullptr, "\n", "-5002 -1,-1,-1", "an answer is needed here"},
+    {"point, no point", pointAnswer, 0, L"Exit", "foo\n", "-5002 -1,-1,-1", "\"foo\" is not a point"},
+    {"real", realAnswer, 0, nullptr, "-2.5\n", "5100 -2.5", ""},
+    {"real, Enter", realAnswer, 0, nullptr, "\n", "5000 -99", ""},
+    {"real, keyword", realAnswer, 6, L"None", "n\n", "-5005 None", ""},
+    {"real, zero allowed", realAnswer, 4, nullptr, "0\n", "5100 0", ""},
+    {"real, zero not allowed", realAnswer, 2, nullptr, "0\n", "-5002 -99", "the number is not allowed here"},
+    {"real, negative allowed", realAnswer, 2, nullptr, "-1\n", "5100 -1", ""},
+    {"real, negative not allowed", realAnswer, 4, nullptr, "-1\n", "-5002 -99",
+     "the number is not allowed here"},
+    {"real, no number", realAnswer, 0, nullptr, "1x\n", "-5002 -99", "\"1x\" is not a number"},
+    {"keyword", keywordAnswer, 0, L"O G", "g\n", "5100 G", ""},
+    {"keyword, program's name", keywordAnswer, 0, L"A B _Object Group", "b\n", "5100 Group", ""},
+    {"keyword, Enter", keywordAnswer, 0, L"O G", "\n", "5000 ?", ""},
+    {"keyword, none of them", keywordAnswer, 0, L"O G", "p\n", "-5002 ?", "\"p\" is not one of the keywords"},
+};
+
+TEST(Prompts, resultsAndOutputs) {
+    for (const PromptCase& each : promptCases) {
+        SCOPED_TRACE(each.name);
+        Editor editor{scene};
+        std::string result;
+        const auto run = editor.runBody(
+            [&] {
+                acedInitGet(each.bits, each.keywords);
+                result = each.ask();
+            },
+            each.answers);
+        EXPECT_EQ(result, each.result);
+        EXPECT_EQ(run.failure, *each.failure ? std::string{"test.scr:2: "} + each.failure : "");
+        expectInOrder(editor);
+    }
+}
+
+TEST(Prompts, rulesCountOnce) {
+    Editor editor{scene};
+    std::string first, second;
+    editor.runBody(
+        [&] {
+            acedInitGet(1, L"Exit");
+            first = pointAnswer();
+            second = pointAnswer();
+        },
+        "e\n\n");
+    EXPECT_EQ(first, "-5005 -1,-1,-1 Exit");
+    EXPECT_EQ(second, "5000 -1,-1,-1");
+}
+
+TEST(Prompts, relativePoints) {
+    Editor editor{scene};
+    std::string points;
+    editor.runBody(
+        [&] {
+            points = pointAnswer() + ' ';
+            points += pointAnswer();
+            const ads_point base{100, 100, 0};
+            ads_point result{};
+            acedGetPoint(base, L"到: ", result);
+            points += ' ' + text(result[0]) + ',' + text(result[1]);
+        },
+        "10,20,1\n@1,2\n@5,-5\n");
+    EXPECT_EQ(points, "5100 10,20,1 5100 11,22,1 105,95");
+}
+
+TEST(Prompts, pointsStayInTheUserSystem) {
+    Editor editor{tests::drawingText("", "", "", "9\n$UCSORG\n10\n100\n20\n0\n30\n0\n")};
+    std::string user, world;
+    editor.runBody([&] { user = pointAnswer(), world = pointAnswer(); }, "1,2\n*1,2\n");
+    EXPECT_EQ(user, "5100 1,2,0");
+    EXPECT_EQ(world, "5100 -99,2,0");
+}
+
+// A person is asked again; here the answers come from a source that says so.
+class Person : public ed::ScriptSource {
+public:
+    using ScriptSource::ScriptSource;
+    bool isInteractive() const override { return true; }
+};
+
+TEST(Prompts, aPersonIsAskedAgain) {
+    Editor editor{scene};
+    std::string result;
+    editor.define([&] {
+        acedInitGet(7, nullptr);
+        result = realAnswer();
+    });
+    Person person{"FOO\nBODY\n\nx\n0\n-1\n2\n", "input"};
+    EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), ed::RunEnd::sourceEnded);
+    EXPECT_EQ(result, "5100 2");
+    EXPECT_EQ(editor.transcript,
+              "命令: FOO\n未知命令“FOO”。\n命令: BODY\n数: \n需要数值。\n数: x\n需要数值。\n"
+              "数: 0\n值必须为正且非零。\n数: -1\n值必须为正且非零。\n数: 2\n命令: ");
+}
+
+TEST(Prompts, aPersonIsAskedBeforeChangesAreLost) {
+    Editor editor{scene};
+    Person stays{"ERASE\nL\n\nQUIT\nN\n", "input"};
+    EXPECT_EQ(ed::CommandRunner{editor.session}.run(stays), ed::RunEnd::sourceEnded);
+    Person goes{"QUIT\nY\n", "input"};
+    EXPECT_EQ(ed::CommandRunner{editor.session}.run(goes), ed::RunEnd::quit);
+}
+
+struct Names {
+    ads_name entity{}, other{}, set{};
+    explicit Names(Editor& editor) {
+        acdbGetAdsName(entity, AcDbObjectId{editor.drawing().find(0xA1)});
+        acdbGetAdsName(other, AcDbObjectId{editor.drawing().find(0xA3)});
+        acedSSAdd(nullptr, nullptr, set);
+    }
+};
+
+TEST(SelectionSets, changeByOneEntity) {
+    Editor editor{scene};
+    editor.runBody([&] {
+        Names names{editor};
+        Adesk::Int32 length = -1;
+        ads_name result{};
+        EXPECT_EQ(acedSSLength(names.set, &length), RTNORM);
+        EXPECT_EQ(length, 0);
+        EXPECT_EQ(acedSSAdd(names.entity, names.set, result), RTNORM);
+        EXPECT_TRUE(result[0] == names.set[0] && result[1] == names.set[1]);
+        EXPECT_EQ(acedSSAdd(names.entity, names.set, result), RTNORM); // twice is once
+        EXPECT_EQ(acedSSAdd(names.other, names.set, result), RTNORM);
+        acedSSLength(names.set, &length);
+        EXPECT_EQ(length, 2);
+        EXPECT_EQ(acedSSMemb(names.other, names.set), RTNORM);
+        EXPECT_EQ(acedSSDel(names.entity, names.set), RTNORM);
+        EXPECT_EQ(acedSSDel(names.entity, names.set), RTERROR);
+        EXPECT_EQ(acedSSMemb(names.entity, names.set), RTERROR);
+        ads_name member{};
+        EXPECT_EQ(acedSSName(names.set, 0, member), RTNORM);
+        EXPECT_EQ(member[0], names.other[0]);
+        EXPECT_EQ(acedSSName(names.set, 1, member), RTERROR);
+        EXPECT_EQ(acedSSName(names.set, -1, member), RTERROR);
+    });
+    EXPECT_EQ(editor.session.reapedSets, 1u);
+}
+
+// Sets share the marks in the records; each must keep its own members apart.
+TEST(SelectionSets, doNotDisturbEachOther) {
+    Editor editor{scene};
+    editor.runBody([&] {
+        Names names{editor};
+        ads_name second{};
+        acedSSAdd(names.entity, nullptr, second);
+        acedSSAdd(names.entity, names.set, names.set);
+        acedSSAdd(names.other, second, second);
+        acedSSAdd(names.entity, names.set, names.set);
+        acedSSAdd(names.entity, second, second);
+        EXPECT_EQ(acedSSMemb(names.other, names.set), RTERROR);
+        Adesk::Int32 first = 0, other = 0;
+        acedSSLength(names.set, &first);
+        acedSSLength(second, &other);
+        EXPECT_EQ(first, 1);
+        EXPECT_EQ(other, 2);
+    });
+}
+
+TEST(SelectionSets, namesThatNameNothing) {
+    Editor editor{scene};
+    editor.runBody([&] {
+        Names names{editor};
+        ads_name freed{}, garbage{0x1234, 0x5678}, nil{}, out{7, 7};
+        acedSSAdd(nullptr, nullptr, freed);
+        EXPECT_EQ(acedSSFree(freed), RTNORM);
+        const Adesk::Int64* const bad[] = {freed, garbage, nil, names.entity, nullptr};
+        for (const Adesk::Int64* name : bad) {
+            Adesk::Int32 length = -1;
+            EXPECT_EQ(acedSSLength(name, &length), RTERROR);
+            EXPECT_EQ(length, -1);
+            EXPECT_EQ(acedSSName(name, 0, out), RTERROR);
+            EXPECT_EQ(acedSSFree(name), RTERROR);
+            EXPECT_TRUE(!name || acedSSAdd(names.entity, name, out) == RTERROR);
+        }
+        AcDbObjectId id;
+        for (const Adesk::Int64* name : {+names.set, +freed, +garbage, +nil}) {
+            EXPECT_EQ(acdbGetObjectId(id, name), Acad::eInvalidAdsName);
+            EXPECT_EQ(acedSSAdd(name, nullptr, out), RTERROR);
+        }
+        EXPECT_TRUE(id.isNull());
+        EXPECT_EQ(out[0], 7);
+        EXPECT_EQ(acdbGetAdsName(out, AcDbObjectId::kNull), Acad::eNullObjectId);
+        EXPECT_EQ(acdbGetObjectId(id, names.entity), Acad::eOk);
+        EXPECT_EQ(id.handle().value(), 0xA1u);
+    });
+}
+
+TEST(SelectionSets, entityNamesOfAClosedDrawingAreStale) {
+    Editor editor{scene};
+    const Names names{editor};
+    auto other = db::Drawing::fromBytes(scene, "other.dxf");
+    editor.session.setDrawing(std::move(*other));
+    AcDbObjectId id;
+    EXPECT_EQ(acdbGetObjectId(id, names.entity), Acad::eInvalidAdsName);
+    EXPECT_EQ(acedSSFree(names.set), RTERROR);
+}
+
+TEST(SelectionSets, areLimited) {
+    Editor editor{scene};
+    int made = 0, code = RTNORM, fromPrompt = RTNORM, errorNumber = 0;
+    ads_name last{};
+    editor.runBody(
+        [&] {
+            for (; (code = acedSSAdd(nullptr, nullptr, last)) == RTNORM; ++made) continue;
+            resbuf value{};
+            acedGetVar(L"errno", &value);
+            errorNumber = value.resval.rint;
+            ads_name more{};
+            fromPrompt = acedSSGet(nullptr, nullptr, nullptr, nullptr, more);
+            acedSSFree(last);
+            EXPECT_EQ(acedSSAdd(nullptr, nullptr, more), RTNORM);
+        },
+        "ALL\n\n");
+    EXPECT_EQ(made, 128);
+    EXPECT_EQ(code, RTERROR);
+    EXPECT_EQ(errorNumber, 3);
+    EXPECT_EQ(fromPrompt, RTERROR);
+    EXPECT_EQ(editor.session.reapedSets, 128u);
+    EXPECT_EQ(editor.session.sets().count(), 0u);
+}
+
+TEST(VariableFunctions, readAndWrite) {
+    Editor editor{scene};
+    resbuf value{};
+    EXPECT_EQ(acedGetVar(L"PickBox", &value), RTNORM);
+    EXPECT_EQ(value.restype, RTSHORT);
+    EXPECT_EQ(value.resval.rint, 3);
+    value.resval.rint = 12;
+    EXPECT_EQ(acedSetVar(L"PICKBOX", &value), RTNORM);
+    EXPECT_EQ(editor.session.variables().number("PICKBOX"), 12);
+    value.resval.rint = -1;
+    EXPECT_EQ(acedSetVar(L"PICKBOX", &value), RTERROR);
+    EXPECT_EQ(acedGetVar(L"FOO", &value), RTERROR);
+    std::wstring names;
+    int active = 0;
+    editor.runBody([&] {
+        resbuf now{};
+        acedGetVar(L"CMDNAMES", &now);
+        names = now.resval.rstring;
+        acutDelString(now.resval.rstring);
+        acedGetVar(L"CMDACTIVE", &now);
+        active = now.resval.rint;
+    });
+    EXPECT_EQ(names, L"BODY");
+    EXPECT_EQ(active, 1);
+    EXPECT_EQ(editor.session.variables().number("CMDACTIVE"), 0);
+}
+} // namespace

@@ -1,0 +1,109 @@
+#include "aced.h"
+#include "acutads.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dbsymtb.h"
+#include "ed/Editor.h"
+#include "ed/Report.h"
+#include "ed/TerseDxf.h"
+#include "ed/json.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+using namespace qx;
+using tests::Editor;
+
+const std::string scene = tests::drawingText(
+    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=10 21=5 31=0
+LINE 5=A2 330=1F 100=AcDbEntity 8=LOCKED 100=AcDbLine 10=0 20=100 30=0 11=100 21=100 31=0
+LINE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=0.1 21=0 31=0)");
+
+// The report of a session, without its blanks, so that a test can look for parts of it.
+std::string reportOf(Editor& editor, ed::Report& report) {
+    std::string text = report.toJson(&editor.drawing());
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+    return text;
+}
+
+void moveSelected(double dx) {
+    ads_name set{}, name{};
+    acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
+    AcDbObjectId id;
+    for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i) {
+        acdbGetObjectId(id, name);
+        if (id.handle().value() == 0xA3) continue;
+        const AcDbObjectPointer<AcDbEntity> entity{id, AcDb::kForWrite};
+        if (entity.openStatus() == Acad::eOk) entity->transformBy(AcGeMatrix3d::translation({dx, 0, 0}));
+    }
+    acutPrintf(L"\n移动了 %g\n", dx);
+}
+
+TEST(Report, tellsWhatACommandDid) {
+    Editor editor{scene};
+    ed::Report report;
+    editor.session.observer = &report;
+    editor.define([] { moveSelected(2.5); });
+    const auto run = editor.run("BODY\nALL\n\n");
+    const std::string text = reportOf(editor, report);
+    EXPECT_NE(
+        text.find(R"({"handle":"A1","class":"AcDbLine","change":"modified",)"
+                  R"("before":{"min":[0,0,0],"max":[10,5,0]},"after":{"min":[2.5,0,0],"max":[12.5,5,0]}})"),
+        std::string::npos)
+        << text;
+    EXPECT_NE(text.find(R"({"handle":"A2","class":"AcDbLine","reason":)"), std::string::npos) << text;
+    EXPECT_NE(text.find(R"({"handle":"A3","class":"AcDbLine","reason":"nothandled"})"), std::string::npos)
+        << text;
+    EXPECT_NE(text.find(R"("messages":["移动了2.5"])"), std::string::npos) << text;
+    // Looking back and forth for it has left the drawing as the command made it.
+    EXPECT_EQ(editor.drawing().toBytes(), run.bytes);
+    EXPECT_NE(run.bytes, scene);
+    EXPECT_EQ(editor.run("U\n").bytes, scene);
+}
+
+TEST(Report, knowsNewAndErasedObjects) {
+    Editor editor{scene};
+    ed::Report report;
+    editor.session.observer = &report;
+    editor.define([&] {
+        AcDbObjectPointer<AcDbBlockTableRecord> space{AcDbObjectId{editor.drawing().modelSpace()},
+                                                      AcDb::kForWrite};
+        auto* line = new AcDbLine{{1, 2, 0}, {3, 4, 0}};
+        AcDbObjectId id;
+        ASSERT_EQ(space->appendAcDbEntity(id, line), Acad::eOk);
+        line->close();
+    });
+    editor.run("BODY\nERASE\n(handent \"A1\")\n\n");
+    const std::string text = reportOf(editor, report);
+    EXPECT_NE(text.find(R"("change":"created","before":null,"after":{"min":[1,2,0],"max":[3,4,0]}})"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find(R"("change":"erased","before":{"min":[0,0,0],"max":[10,5,0]},"after":null})"),
+              std::string::npos)
+        << text;
+}
+
+TEST(Report, saysThatACommandWasTakenBack) {
+    Editor editor{scene};
+    ed::Report report;
+    editor.session.observer = &report;
+    editor.runBody(
+        [] {
+            moveSelected(1);
+            throw 1;
+        },
+        "ALL\n\n");
+    const std::string text = reportOf(editor, report);
+    EXPECT_NE(text.find(R"("rolledBack":true,"changed":[],)"), std::string::npos) << text;
+}
+
+TEST(Json, writesAnyText) {
+    EXPECT_EQ(ed::json::quoted("a\"b\\c\n\t\x01 中"), "\"a\\\"b\\\\c\\n\\u0009\\u0001 中\"");
+    EXPECT_EQ(ed::json::number(0.1), "0.1");
+    EXPECT_EQ(ed::json::number(std::numeric_limits<double>::infinity()), "null");
+    EXPECT_EQ(ed::json::list({}), "[]");
+    EXPECT_EQ(ed::json::list({"1", "2"}), "[1, 2]");
+}
+} // namespace
