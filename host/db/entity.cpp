@@ -99,7 +99,8 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     qx::shape::ExtentsSink sink;
     shape(sink);
     const qx::shape::Box& box = sink.box();
-    if (box.isEmpty()) return isMeasurable() ? Acad::eNullExtents : Acad::eNotApplicable;
+    if (!isMeasurable()) return Acad::eNotApplicable;
+    if (box.isEmpty()) return Acad::eNullExtents;
     if (!isFinite(box.min) || !isFinite(box.max)) return Acad::eInvalidExtents;
     extents = AcDbExtents{box.min, box.max};
     return Acad::eOk;
