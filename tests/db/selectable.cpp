@@ -52,11 +52,12 @@ TEST(Selectable, isNothingErasedOrInsideABlock) {
 }
 
 TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
-    const DrawingText text{.entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",
-                                        "POINT|67 1|10 99.0|20 0.0", "MTEXT|10 99.0|1 a",
-                                        "POINT|8 LOCKED|10 4.0|20 2.0", "INSERT|66 1|2 B|10 3.0|20 3.0",
-                                        "ATTRIB|10 3.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
-                           .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};
+    const DrawingText text{
+        .entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",
+                     "POINT|67 1|10 99.0|20 0.0", "MTEXT|10 99.0|1 a", "POINT|8 LOCKED|10 4.0|20 2.0",
+                     "INSERT|66 1|2 B|10 3.0|20 3.0", "ATTRIB|10 3.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND",
+                     "INSERT|66 1|8 OFF|2 B|10 9.0", "ATTRIB|10 99.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
+        .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};
     const auto drawing = read(text.bytes());
     const std::string atFirst = drawings::text(drawing->extentsAtOpening());
     EXPECT_EQ(atFirst, "1..8 1..5 0..0");
