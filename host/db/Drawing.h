@@ -62,9 +62,9 @@ public:
     Outcome save(const std::string& path, os::Backup backup, const Progress& progress = {}) const;
     /// The bytes that saving writes.
     std::string toBytes() const;
-    /// False in the state in which the drawing was read or marked as saved.
-    bool isModified() const { return history_.lastStep() != savedAtStep_; }
-    void markSaved() { savedAtStep_ = history_.lastStep(); }
+    /// True when steps were done or taken back since the drawing was read or marked as saved.
+    bool isModified() const { return history_.position() != savedAt_; }
+    void markSaved() { savedAt_ = history_.position(); }
 
     // Finding objects.
 
@@ -149,6 +149,14 @@ public:
     enum class Action { openForRead, openForWrite, transform };
     using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
     void setFault(Fault fault) { fault_ = std::move(fault); }
+    /// Told of every opening and every transformation that is refused, and why.
+    using RefusalListener = std::function<void(const Record*, Acad::ErrorStatus)>;
+    void setRefusalListener(RefusalListener listener) { refusalListener_ = std::move(listener); }
+    /// Passes the status on, and tells the listener unless it is eOk.
+    Acad::ErrorStatus noted(const Record* record, Acad::ErrorStatus status) const {
+        if (status != Acad::eOk && refusalListener_) refusalListener_(record, status);
+        return status;
+    }
     Acad::ErrorStatus faultAt(Action action, const Record* record) const {
         return fault_ ? fault_(action, record) : Acad::eOk;
     }
@@ -173,6 +181,8 @@ private:
     std::unique_ptr<AcDbObject> decoded(Record* record) const;
     void buildIndex() const;
     void addToIndex(Record* record) const;
+    Acad::ErrorStatus tryOpen(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object);
+    Acad::ErrorStatus tryUpgrade(Record* record);
     Acad::ErrorStatus refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const;
     bool isOnLockedLayer(Record* record) const;
     const LayerState& currentLayer() const;
@@ -190,11 +200,12 @@ private:
     Record* entities_ = nullptr; ///< the section
     Record* objects_ = nullptr;  ///< the section
     History history_;
-    std::size_t savedAtStep_ = 0;
+    std::size_t savedAt_ = 0;
     std::size_t openCount_ = 0;
     std::size_t deletions_ = 0;
     bool locked_ = false;
     Fault fault_;
+    RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
     mutable std::size_t indexed_ = 0;

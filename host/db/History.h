@@ -34,8 +34,8 @@ public:
     std::string undo();
     std::string redo();
     std::size_t stepsDone() const { return done_.size(); }
-    /// Tells the present state from all others: a number that the last step done has to itself; 0 without one.
-    std::size_t lastStep() const { return done_.empty() ? 0 : done_.back().number; }
+    /// Tells one state of the drawing from any other: the number of the last step done, 0 before the first.
+    std::size_t position() const { return done_.empty() ? 0 : done_.back().number; }
 
     /// The objects that the last finished step changed, each once, in the order of their first change.
     std::vector<Record*> lastChanged() const;
@@ -67,7 +67,7 @@ private:
         std::string name;
         StepMemory memory;
         std::size_t count = 0;
-        std::size_t number = 0;
+        std::size_t number = 0; ///< never used twice
     };
     template <class Visit> static void forEach(const Step& step, bool backwards, Visit&& visit);
     Entry& add(Record* record, Form form, std::size_t bytes);
