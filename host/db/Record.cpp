@@ -4,8 +4,13 @@
 
 namespace qx::db {
 
+// Chunks of closed drawings stay within reach, one behind the other.
 RecordChain::~RecordChain() {
+    static Chunk* closed = nullptr;
+    if (!head_) return;
     for (Chunk* chunk = head_; chunk; chunk = chunk->next) chunk->drawing = nullptr;
+    tail_->next = closed;
+    closed = head_;
 }
 
 Record* RecordChain::append() {
