@@ -16,7 +16,7 @@ const DrawingText text{.entities = {"LINE|10 1.000|20 1.0|11 2.0|21 1.0", "CIRCL
                                     "ARC|10 0.0|20 0.0|40 1.0|50 10.0|51 90.0"},
                        .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 1.0|21 0.0"}}},
                        .groups = {{"G", {"100", "101", "102"}}}};
-constexpr std::uint64_t movable[] = {0x100, 0x101, 0x102, 0x105, 0x106, 0x108, 0x109};
+constexpr std::uint64_t movable[] = {0x103, 0x400, 0x100, 0x101, 0x102, 0x105, 0x106, 0x108, 0x109};
 
 /// A new line in model space; its handle.
 std::uint64_t append(const Drawing& drawing, double x) {
@@ -153,6 +153,13 @@ TEST(Undo, knowsWhatIsSaved) {
     EXPECT_TRUE(drawing->isModified()) << "as many steps, but another one";
 }
 
+/// Every object's box is that of a drawing read afresh from the same bytes.
+void expectTrueBoxes(const Drawing& drawing, const std::vector<std::uint64_t>& handles, const std::string& when) {
+    const auto afresh = read(drawing.toBytes());
+    for (const std::uint64_t handle : handles)
+        if (afresh->find(handle)) ASSERT_EQ(extents(drawing, handle), extents(*afresh, handle)) << hex(handle) << when;
+}
+
 void changeAtRandom(const Drawing& drawing, shapes::Random& random, std::vector<std::uint64_t>& handles) {
     const std::uint64_t handle =
         handles[static_cast<std::size_t>(random.number(0, static_cast<double>(handles.size())))];
@@ -189,11 +196,13 @@ TEST(Undo, lawOfRandomSteps) {
                     changeAtRandom(*drawing, random, handles);
             });
             if (isStep) states.push_back(drawing->toBytes());
+            expectTrueBoxes(*drawing, handles, " after a step, seed " + std::to_string(seed));
             if (random.oneIn(4)) drawing->history().undo(), drawing->history().redo();
         }
         for (std::size_t i = states.size() - 1; i > 0; --i) {
             ASSERT_EQ(drawing->toBytes(), states[i]) << "undoing to step " << i << ", seed " << seed;
             drawing->history().undo();
+            if (i % 3 == 0) expectTrueBoxes(*drawing, handles, " after undo, seed " + std::to_string(seed));
         }
         ASSERT_EQ(drawing->toBytes(), text.bytes()) << "seed " << seed;
         for (std::size_t i = 1; i < states.size(); ++i) {
