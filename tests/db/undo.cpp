@@ -66,12 +66,27 @@ const struct {
     {"a new object erased", [](const Drawing& d) { erase(d, append(d, 1)); }},
 };
 
+/// Every object's box is that of a drawing read afresh from the same bytes.
+void expectTrueBoxes(const Drawing& drawing, const std::vector<std::uint64_t>& handles,
+                     const std::string& when) {
+    const auto afresh = read(drawing.toBytes());
+    for (const std::uint64_t handle : handles) {
+        if (!afresh->find(handle)) continue;
+        ASSERT_EQ(extents(drawing, handle), extents(*afresh, handle)) << hex(handle) << when;
+    }
+}
+
 // Each change alone, then each behind every other one.
 TEST(Undo, bringsBackTheBytesOfEachStep) {
     const std::string original = text.bytes();
     for (const auto& first : changes)
         for (const auto& second : changes) {
             const auto drawing = read(original);
+            const auto expectState = [&](const std::string& bytes, const std::string& when) {
+                EXPECT_EQ(drawing->toBytes(), bytes) << when;
+                expectTrueBoxes(*drawing, {std::begin(movable), std::end(movable)}, " " + when);
+            };
+            expectState(original, "at first");
             EXPECT_TRUE(step(*drawing, [&] { first.change(*drawing); })) << first.name;
             const std::string between = drawing->toBytes();
             const bool hasSecond = step(*drawing, [&] { second.change(*drawing); });
@@ -79,14 +94,14 @@ TEST(Undo, bringsBackTheBytesOfEachStep) {
             const std::string name = std::string{first.name} + ", then " + second.name;
 
             EXPECT_EQ(hasSecond ? drawing->history().undo() : "step", "step") << name;
-            EXPECT_EQ(drawing->toBytes(), between) << name << ", one undone";
+            expectState(between, name + ", one undone");
             EXPECT_EQ(drawing->history().undo(), "step") << name;
-            EXPECT_EQ(drawing->toBytes(), original) << name << ", both undone";
+            expectState(original, name + ", both undone");
             EXPECT_EQ(drawing->history().undo(), "") << name << ", nothing left to undo";
             EXPECT_EQ(drawing->history().redo(), "step") << name;
-            EXPECT_EQ(drawing->toBytes(), between) << name << ", one done again";
+            expectState(between, name + ", one done again");
             EXPECT_EQ(hasSecond ? drawing->history().redo() : "step", "step") << name;
-            EXPECT_EQ(drawing->toBytes(), last) << name << ", both done again";
+            expectState(last, name + ", both done again");
             EXPECT_EQ(drawing->history().redo(), "") << name << ", nothing left to redo";
         }
 }
@@ -151,13 +166,6 @@ TEST(Undo, knowsWhatIsSaved) {
     drawing->history().undo();
     change();
     EXPECT_TRUE(drawing->isModified()) << "as many steps, but another one";
-}
-
-/// Every object's box is that of a drawing read afresh from the same bytes.
-void expectTrueBoxes(const Drawing& drawing, const std::vector<std::uint64_t>& handles, const std::string& when) {
-    const auto afresh = read(drawing.toBytes());
-    for (const std::uint64_t handle : handles)
-        if (afresh->find(handle)) ASSERT_EQ(extents(drawing, handle), extents(*afresh, handle)) << hex(handle) << when;
 }
 
 void changeAtRandom(const Drawing& drawing, shapes::Random& random, std::vector<std::uint64_t>& handles) {
