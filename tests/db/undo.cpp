@@ -124,6 +124,34 @@ TEST(Undo, rollingBackLeavesNoTrace) {
         }
 }
 
+TEST(Erasing, leavesOutTheObjectWithItsParts) {
+    const std::string all = text.bytes();
+    const auto without = [&](std::uint64_t first, std::uint64_t next) {
+        const auto begin = [&](std::uint64_t handle) {
+            return all.rfind("  0\n", all.find("  5\n" + hex(handle) + "\n"));
+        };
+        return all.substr(0, begin(first)) + all.substr(begin(next));
+    };
+    const struct {
+        const char* name;
+        std::uint64_t erased, next;
+    } cases[] = {
+        {"text", 0x105, 0x106},
+        {"a reference with its attribute and their end", 0x102, 0x105},
+        {"an attribute", 0x103, 0x104},
+        {"a class that is only kept", 0x107, 0x108},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(all);
+        EXPECT_EQ(erase(*drawing, each.erased), Acad::eOk);
+        std::string expected = without(each.erased, each.next);
+        const std::string member = "340\n" + hex(each.erased) + "\n";
+        if (const std::size_t at = expected.find(member); at != expected.npos)
+            expected.erase(at, member.size());
+        EXPECT_EQ(drawing->toBytes(), expected) << each.name;
+    }
+}
+
 TEST(Undo, stepsWithoutChangesAreNone) {
     const auto drawing = read(text.bytes());
     EXPECT_FALSE(step(*drawing, [] {}));
