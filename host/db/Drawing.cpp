@@ -106,8 +106,8 @@ std::vector<Record*> Drawing::groups() const {
     Record* record = groupDictionary();
     const auto* dictionary = record ? static_cast<const AcDbDictionary*>(live(record)) : nullptr;
     if (!dictionary) return found;
-    for (const auto& entry : dictionary->entries(AcRx::kDictSorted))
-        if (entry.id.record()->kind == Kind::group) found.push_back(entry.id.record());
+    for (const auto& entry : dictionary->entries())
+        if (entry.id.record()->kind == Kind::group && !entry.id.isErased()) found.push_back(entry.id.record());
     return found;
 }
 

@@ -52,6 +52,7 @@ struct Slot {
     std::int16_t code;
     std::uint16_t offset;
     Form form;
+    std::uint8_t axes; ///< which changes can reach it, as in AcDbObject::touched()
     double fallback;
 };
 

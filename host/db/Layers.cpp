@@ -46,13 +46,14 @@ void Layers::add(Record* record, std::string_view bytes) {
     state.locked = flags & locked;
 }
 
-// Neighbours in a file mostly share a layer, and every entity asks: hence two short cuts before the real search.
+// Every entity asks, and neighbours in a file mostly use the same few layers.
 const LayerState& Layers::named(std::string_view bytes) const {
-    if (last_ && bytes == lastBytes_) return *last_;
-    lastBytes_ = bytes;
-    const LayerState*& known = byBytes_[lastBytes_];
+    for (const auto& [name, state] : recent_)
+        if (state && name == bytes) return *state;
+    const LayerState*& known = byBytes_[std::string{bytes}];
     if (!known) known = &stateFor(bytes);
-    return *(last_ = known);
+    recent_[nextRecent_++ % recent_.size()] = {std::string{bytes}, known};
+    return *known;
 }
 
 const LayerState* Layers::of(const Record* record) const {

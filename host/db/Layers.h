@@ -4,10 +4,12 @@
 
 #include "db/Record.h"
 
+#include <array>
 #include <deque>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace qx::dxf {
 class Encoding;
@@ -44,8 +46,8 @@ private:
     mutable std::deque<LayerState> states_;
     mutable std::unordered_map<std::string, LayerState*> byFoldedName_;
     mutable std::unordered_map<std::string, const LayerState*> byBytes_; ///< as entities spell it
-    mutable std::string lastBytes_;
-    mutable const LayerState* last_ = nullptr;
+    mutable std::array<std::pair<std::string, const LayerState*>, 8> recent_; ///< the layers asked for last
+    mutable std::size_t nextRecent_ = 0;
 };
 
 /// ASCII letters in lower case; other characters stay.

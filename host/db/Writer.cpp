@@ -101,7 +101,7 @@ void Writer::writePatched(Record* record) {
     const char* at = bytes.data();
     for (const Patch& patch : patcher_.patchesFor(bytes, *record->live)) {
         put(at, patch.at);
-        put(patch.text);
+        put(patch.text.view());
         at = patch.at + patch.replaced;
     }
     put(at, bytes.data() + bytes.size());

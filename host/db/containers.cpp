@@ -83,40 +83,33 @@ bool AcDbLayerTableRecord::isLocked() const { return stateOf(*this).locked; }
 // ---- dictionaries
 
 // Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360). Names of objects that are not
-// there are left out.
+// there are left out; of two with the same name the first one counts.
 bool AcDbDictionary::afterReading(const Drawing& drawing) {
     const std::string_view bytes = drawing.bytesOf(objectId().record());
+    AcDbDictionaryEntries entries;
     qx::db::FieldTags tags{bytes};
     std::string_view name;
     for (qx::dxf::Tag tag; tags.next(tag);) {
         if (tag.code == 3) name = tag.value;
         if ((tag.code != 350 && tag.code != 360) || name.empty()) continue;
-        Record* record = drawing.find(qx::dxf::toHandle(tag.value).value_or(0));
-        if (record)
-            entries_.push_back({qx::os::toWide(drawing.encoding().toUtf8(name)), AcDbObjectId{record}});
+        const std::string utf8 = drawing.encoding().toUtf8(name);
+        if (Record* record = drawing.find(qx::dxf::toHandle(tag.value).value_or(0)))
+            entries.push_back({foldedName(utf8), qx::os::toWide(utf8), AcDbObjectId{record}});
         name = {};
     }
+    std::ranges::stable_sort(entries, {}, &AcDbDictionaryEntry::key);
+    entries_ = std::make_shared<const AcDbDictionaryEntries>(std::move(entries));
     return true;
 }
 
-std::vector<AcDbDictionaryEntry> AcDbDictionary::entries(AcRx::DictIterType type) const {
-    std::vector<AcDbDictionaryEntry> present;
-    std::ranges::copy_if(entries_, std::back_inserter(present),
-                         [](const auto& entry) { return !entry.id.isErased(); });
-    if (type == AcRx::kDictSorted)
-        std::ranges::stable_sort(present, {}, [](const auto& entry) { return foldedKey(entry.name.c_str()); });
-    return present;
-}
-
-AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType type) const {
+AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType) const {
     assertReadEnabled();
-    return new AcDbDictionaryIterator{entries(type)};
+    return new AcDbDictionaryIterator{entries_};
 }
 
 Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* name, AcDbObjectId& id) const {
-    const std::string key = foldedKey(name);
-    for (const auto& entry : entries_) {
-        if (entry.id.isErased() || foldedKey(entry.name.c_str()) != key) continue;
+    for (const auto& entry : std::ranges::equal_range(*entries_, foldedKey(name), {}, &AcDbDictionaryEntry::key)) {
+        if (entry.id.isErased()) continue;
         id = entry.id;
         return Acad::eOk;
     }
@@ -130,11 +123,24 @@ bool AcDbDictionary::has(const ACHAR* name) const {
 
 Adesk::UInt32 AcDbDictionary::numEntries() const {
     return static_cast<Adesk::UInt32>(
-        std::ranges::count_if(entries_, [](const auto& entry) { return !entry.id.isErased(); }));
+        std::ranges::count_if(*entries_, [](const auto& entry) { return !entry.id.isErased(); }));
 }
 
-const ACHAR* AcDbDictionaryIterator::name() const { return entries_[index_].name.c_str(); }
-AcDbObjectId AcDbDictionaryIterator::objectId() const { return entries_[index_].id; }
+AcDbDictionaryIterator::AcDbDictionaryIterator(std::shared_ptr<const AcDbDictionaryEntries> entries)
+    : entries_{std::move(entries)} {
+    skipErased();
+}
+
+void AcDbDictionaryIterator::skipErased() {
+    while (!done() && objectId().isErased()) ++index_;
+}
+
+bool AcDbDictionaryIterator::next() {
+    ++index_;
+    skipErased();
+    return !done();
+}
+
 Acad::ErrorStatus AcDbDictionaryIterator::getObject(AcDbObject*& object, AcDb::OpenMode mode) const {
     return acdbOpenAcDbObject(object, objectId(), mode);
 }

@@ -62,6 +62,7 @@ Adesk::UInt16 AcDbEntity::colorIndex() const { return static_cast<Adesk::UInt16>
 Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
     if (index > 256) return Acad::eBadColorIndex;
     assertWriteEnabled();
+    touch(8);
     static_cast<EntityProperties*>(fields().base)->colour = index;
     return Acad::eOk;
 }
@@ -85,6 +86,7 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
     if (qx::db::isTranslation(matrix)) {
         const qx::db::Shift shift{matrix.translation(), all};
         if (!shift.isSafe()) return Acad::eInvalidInput;
+        touch(shift.axes());
         shift.apply(record ? RecordChain::drawingOf(record)->aboutToTranslate(record, shift) : nullptr);
         box_.shift(matrix.translation());
         return Acad::eOk;
@@ -93,6 +95,7 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
     const qx::db::Motion motion{matrix, all};
     if (!motion.isSafe()) return Acad::eInvalidInput;
     if (record) RecordChain::drawingOf(record)->aboutToChange(record);
+    touch(15);
     motion.apply();
     forgetBox();
     return Acad::eOk;

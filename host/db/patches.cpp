@@ -7,21 +7,25 @@
 #include "os/encoding.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cstdio>
+#include <cstring>
 
 namespace qx::db {
 
 namespace {
 
-std::string codeLine(int code, std::string_view lineEnd) {
+ShortText tagText(int code, std::string_view value, std::string_view lineEnd) {
     char text[16];
     std::snprintf(text, sizeof text, "%3d", code);
-    return text + std::string{lineEnd};
+    return ShortText{text}.add(lineEnd).add(value).add(lineEnd);
 }
 
-std::string tagText(int code, std::string_view value, std::string_view lineEnd) {
-    return codeLine(code, lineEnd).append(value).append(lineEnd);
+std::string tagString(int code, std::string_view value, std::string_view lineEnd) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%3d", code);
+    return std::string{text}.append(lineEnd).append(value).append(lineEnd);
 }
 
 int slotsOf(const Field& field) {
@@ -35,25 +39,40 @@ bool differsFromFallback(const Slot& slot, void* base) {
     return memberAt<double>(base, slot.offset) != slot.fallback;
 }
 
-std::string valueText(const Slot& slot, void* base) {
+ShortText valueText(const Slot& slot, void* base) {
     if (slot.form == Slot::Form::real) return realText(memberAt<double>(base, slot.offset));
     char text[16];
     std::snprintf(text, sizeof text, "%6d", memberAt<Adesk::Int32>(base, slot.offset));
-    return text;
+    return ShortText{text};
 }
 
 } // namespace
 
-std::string realText(double value) {
+ShortText& ShortText::add(std::string_view text) {
+    assert(size_ + text.size() <= sizeof bytes_);
+    std::memcpy(bytes_ + size_, text.data(), text.size());
+    size_ = static_cast<std::uint8_t>(size_ + text.size());
+    return *this;
+}
+
+ShortText realText(double value) {
     char text[40];
     const auto [end, error] = std::to_chars(text, text + sizeof text, value);
-    std::string shortest{text, end};
-    if (shortest.find_first_of(".en") == std::string::npos) shortest += ".0";
-    return shortest;
+    const std::string_view shortest{text, end};
+    ShortText result{shortest};
+    if (shortest.find_first_of(".en") == std::string_view::npos) result.add(".0");
+    return result;
+}
+
+void Patcher::patch(const char* at, std::size_t replaced, const ShortText& text) {
+    isInOrder_ = isInOrder_ && (patches_.empty() || patches_.back().at <= at);
+    patches_.push_back({at, replaced, text});
 }
 
 const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject& object) {
     patches_.clear();
+    isInOrder_ = true;
+    touched_ = object.touched();
     const Fields fields = object.fields();
     table_ = fields.table;
     base_ = fields.base;
@@ -64,7 +83,7 @@ const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject
     vertex_ = 0;
     compareFields(bytes);
     insertMissing();
-    std::ranges::stable_sort(patches_, {}, &Patch::at);
+    if (!isInOrder_) std::ranges::stable_sort(patches_, {}, &Patch::at);
     return patches_;
 }
 
@@ -93,17 +112,17 @@ void Patcher::compareSlot(std::size_t index, std::string_view text, const char* 
         patchOf_[index] = -1;
     }
     seenAt_[index] = end;
-    if (slot.form == Slot::Form::text) return;
+    if (slot.form == Slot::Form::text || !(touched_ & slot.axes)) return;
     const std::size_t before = patches_.size();
     if (slot.form == Slot::Form::real)
         compareReal(text, memberAt<double>(base_, slot.offset));
     else if (dxf::toReal(text) != static_cast<double>(memberAt<Adesk::Int32>(base_, slot.offset)))
-        patches_.push_back({text.data(), text.size(), valueText(slot, base_)});
+        patch(text.data(), text.size(), valueText(slot, base_));
     if (patches_.size() > before) patchOf_[index] = static_cast<int>(before);
 }
 
 void Patcher::compareReal(std::string_view text, double value) {
-    if (dxf::toReal(text) != value) patches_.push_back({text.data(), text.size(), realText(value)});
+    if (dxf::toReal(text) != value) patch(text.data(), text.size(), realText(value));
 }
 
 void Patcher::compareVertex(int code, std::string_view text) {
@@ -112,7 +131,8 @@ void Patcher::compareVertex(int code, std::string_view text) {
     if (code == groups.code) ++vertex_;
     if (vertex_ == 0 || vertex_ > vertices.size()) return;
     const AcDbPolyline::Vertex& vertex = vertices[vertex_ - 1];
-    compareReal(text, code == groups.code ? vertex.x : code == groups.bulgeCode ? vertex.bulge : vertex.y);
+    if (code == groups.code && touched_ & 1) compareReal(text, vertex.x);
+    if (code == groups.code + 10 && touched_ & 2) compareReal(text, vertex.y);
 }
 
 // The points come in the order in which they were read.
@@ -153,34 +173,34 @@ void Patcher::insertMissing(const Field& field, std::size_t firstSlot, const cha
     if (!isNeeded) return;
     for (std::size_t i = firstSlot; i < firstSlot + count; ++i) {
         const Slot& slot = table_->slots[i];
-        if (!seenAt_[i]) patches_.push_back({anchor, 0, tagText(slot.code, valueText(slot, base_), lineEnd_)});
+        if (!seenAt_[i]) patch(anchor, 0, tagText(slot.code, valueText(slot, base_).view(), lineEnd_));
     }
 }
 
 std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::string_view lineEnd) {
     char handle[20];
-    std::string bytes = tagText(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
+    std::string bytes = tagString(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
     std::snprintf(handle, sizeof handle, "%llX",
                   static_cast<unsigned long long>(entity.objectId().record()->handle));
-    bytes += tagText(5, handle, lineEnd);
+    bytes += tagString(5, handle, lineEnd);
     if (ownerHandle) {
         std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(ownerHandle));
-        bytes += tagText(330, handle, lineEnd);
+        bytes += tagString(330, handle, lineEnd);
     }
-    bytes += tagText(100, "AcDbEntity", lineEnd) + tagText(8, entity.layerState().bytes, lineEnd);
+    bytes += tagString(100, "AcDbEntity", lineEnd) + tagString(8, entity.layerState().bytes, lineEnd);
 
     const FieldTable& table = *entity.fields().table;
     void* base = entity.fields().base;
     std::size_t slot = 0;
     for (const Field& field : table.fields) {
-        if (field.role == Role::subclass) bytes += tagText(100, field.marker, lineEnd);
+        if (field.role == Role::subclass) bytes += tagString(100, field.marker, lineEnd);
         const auto count = static_cast<std::size_t>(slotsOf(field));
         const bool isOptional = field.role == Role::integer || field.role == Role::normal;
         bool isWritten = !isOptional;
         for (std::size_t i = slot; i < slot + count; ++i)
             isWritten = isWritten || differsFromFallback(table.slots[i], base);
         for (std::size_t i = slot; isWritten && i < slot + count; ++i)
-            bytes += tagText(table.slots[i].code, valueText(table.slots[i], base), lineEnd);
+            bytes += tagString(table.slots[i].code, valueText(table.slots[i], base).view(), lineEnd);
         slot += count;
     }
     return bytes;

@@ -17,13 +17,27 @@ struct Field;
 struct FieldTable;
 struct Slot;
 
+/// Room for one tag or value, without an allocation: a save writes millions of them.
+class ShortText {
+public:
+    ShortText() = default;
+    explicit ShortText(std::string_view text) { add(text); }
+    /// What does not fit is a mistake of the caller.
+    ShortText& add(std::string_view text);
+    std::string_view view() const { return {bytes_, size_}; }
+
+private:
+    char bytes_[55];
+    std::uint8_t size_ = 0;
+};
+
 /// The shortest text that reads back as the same number, with a point or an exponent.
-std::string realText(double value);
+ShortText realText(double value);
 
 struct Patch {
     const char* at;       ///< in the record's bytes
     std::size_t replaced; ///< how many bytes go
-    std::string text;     ///< what comes
+    ShortText text;       ///< what comes
 };
 
 /// Patches one record after the other; keeps its room between them.
@@ -43,9 +57,12 @@ private:
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
     void compareXData(const char* begin, const char* end);
     void compareReal(std::string_view text, double value);
+    void patch(const char* at, std::size_t replaced, const ShortText& text);
 
     std::string lineEnd_;
     std::vector<Patch> patches_;
+    bool isInOrder_ = true;
+    unsigned touched_ = 0; ///< see AcDbObject::touched()
     const FieldTable* table_ = nullptr;
     void* base_ = nullptr;
     const XDataPoints* xdata_ = nullptr;

@@ -9,17 +9,19 @@ namespace {
 
 void addSlots(const Field& field, std::vector<Slot>& slots) {
     using Form = Slot::Form;
-    const auto add = [&](int code, std::size_t offset, Form form) {
-        slots.push_back({static_cast<std::int16_t>(code), static_cast<std::uint16_t>(offset), form, field.fallback});
+    const auto add = [&](int code, std::size_t offset, Form form, int axes) {
+        slots.push_back({static_cast<std::int16_t>(code), static_cast<std::uint16_t>(offset), form,
+                         static_cast<std::uint8_t>(axes), field.fallback});
     };
     if (field.role == Role::subclass) return;
-    if (field.role == Role::text) return add(field.code, field.offset, Form::text);
-    if (field.role == Role::integer) return add(field.code, field.offset, Form::integer);
-    add(field.code, field.offset, Form::real);
-    if (!field.isPoint()) return;
-    add(field.code + 10, field.offset + sizeof(double), Form::real);
-    add(field.code + 20, field.offset + 2 * sizeof(double), Form::real);
-    if (field.role == Role::normal) slots.back().fallback = 1;
+    if (field.role == Role::text) return add(field.code, field.offset, Form::text, 8);
+    if (field.role == Role::integer) return add(field.code, field.offset, Form::integer, 8);
+    if (!field.isPoint()) return add(field.code, field.offset, Form::real, 8);
+    const bool isDirection = field.role == Role::normal;
+    for (int i = 0; i < 3; ++i)
+        add(field.code + 10 * i, field.offset + static_cast<std::size_t>(i) * sizeof(double), Form::real,
+            isDirection ? 8 : 1 << i);
+    if (isDirection) slots.back().fallback = 1;
 }
 
 /// Reads one group into its slot; false when it should be a number and is none.
@@ -67,6 +69,8 @@ FieldTable::FieldTable(std::size_t plain, std::initializer_list<Field> list, con
         if (field.role == Role::angleDegrees || field.role == Role::normal) turning.push_back(field);
         if (field.role == Role::normal) normal = &field;
     }
+    for (Slot& slot : slots)
+        if (vertices && slot.offset == vertices->elevationOffset) slot.axes = 4;
     for (std::size_t i = 0; i < slots.size(); ++i)
         slotByCode[static_cast<std::size_t>(slots[i].code)] = static_cast<std::uint8_t>(i);
 }

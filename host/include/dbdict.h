@@ -9,44 +9,47 @@
 
 /// Host side: a named object.
 struct AcDbDictionaryEntry {
+    std::string key; ///< the name in UTF-8, its ASCII letters in lower case
     std::wstring name;
     AcDbObjectId id;
 };
+using AcDbDictionaryEntries = std::vector<AcDbDictionaryEntry>;
 
-/// Walks the entries that a dictionary had when the iterator was made. The caller deletes it.
+/// Walks the entries in the order of their names; objects that are erased by then are passed over. The caller
+/// deletes it.
 class QX_HOST_API AcDbDictionaryIterator {
 public:
-    explicit AcDbDictionaryIterator(std::vector<AcDbDictionaryEntry> entries) : entries_{std::move(entries)} {}
+    explicit AcDbDictionaryIterator(std::shared_ptr<const AcDbDictionaryEntries> entries);
 
-    const ACHAR* name() const;
-    AcDbObjectId objectId() const;
+    const ACHAR* name() const { return (*entries_)[index_].name.c_str(); }
+    AcDbObjectId objectId() const { return (*entries_)[index_].id; }
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead) const;
-    bool done() const { return index_ >= entries_.size(); }
-    bool next() {
-        ++index_;
-        return !done();
-    }
+    bool done() const { return index_ >= entries_->size(); }
+    bool next();
 
 private:
-    std::vector<AcDbDictionaryEntry> entries_;
+    void skipErased();
+
+    std::shared_ptr<const AcDbDictionaryEntries> entries_;
     std::size_t index_ = 0;
 };
 
+/// Names compare without regard to the case of ASCII letters, and sort by that. Sorting is the only order that an
+/// iterator offers here.
 class QX_HOST_API AcDbDictionary : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary)
     bool afterReading(const qx::db::Drawing& drawing) override;
 
-    /// Sorted by name without regard to case; erased objects are left out. kDictCollated gives the file's order.
     AcDbDictionaryIterator* newIterator(AcRx::DictIterType type = AcRx::kDictSorted) const;
-    /// eKeyNotFound when there is no such entry.
+    /// eKeyNotFound when there is no such entry, or its object is erased.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const;
     bool has(const ACHAR* name) const;
     Adesk::UInt32 numEntries() const;
 
-    /// Host side: the entries without their erased objects.
-    std::vector<AcDbDictionaryEntry> entries(AcRx::DictIterType type) const;
+    /// Host side: all entries, erased objects included.
+    const AcDbDictionaryEntries& entries() const { return *entries_; }
 
 private:
-    std::vector<AcDbDictionaryEntry> entries_;
+    std::shared_ptr<const AcDbDictionaryEntries> entries_ = std::make_shared<AcDbDictionaryEntries>();
 };

@@ -113,6 +113,10 @@ public:
     virtual void setLayerState(const qx::db::LayerState&) {}
     virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
     void setRecord(qx::db::Record* record) { record_ = record; }
+    /// What may have changed since the object was read: 1, 2 and 4 for translations along x, y and z, 8 for any
+    /// other change.
+    unsigned touched() const { return touched_; }
+    void touch(unsigned changes) { touched_ = static_cast<Adesk::UInt8>(touched_ | changes); }
 
 protected:
     AcDbObject() = default;
@@ -121,6 +125,7 @@ protected:
 
 private:
     qx::db::Record* record_ = nullptr;
+    Adesk::UInt8 touched_ = 0;
 };
 
 class QX_HOST_API AcDbEntity : public AcDbObject {
