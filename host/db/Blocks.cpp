@@ -2,6 +2,7 @@
 
 #include "db/Drawing.h"
 #include "db/Layers.h"
+#include "dbents.h"
 #include "dxf/Tag.h"
 #include "shape/ExtentsSink.h"
 
@@ -90,7 +91,7 @@ void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
         return;
     }
     if (depth_ == 0) drawn_ = 0;
-    if (isMeasuring_ || drawn_ >= drawingBudget) return drawBox(boxOf(definition), sink);
+    if (isMeasuring_ || drawn_ + sizeOf(definition) > drawingBudget) return drawBox(boxOf(definition), sink);
     walk(definition, sink);
 }
 
@@ -105,6 +106,27 @@ void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
     });
     --depth_;
     definition.isBeingDrawn = false;
+}
+
+// Stops counting beyond what would be drawn anyway. Counted once: later changes make no ordinary block a huge one.
+std::size_t Blocks::sizeOf(BlockDefinition& definition) {
+    if (definition.isBeingDrawn || depth_ >= deepestNesting) return 0;
+    if (definition.isCounted) return definition.size;
+    std::size_t size = 0;
+    definition.isBeingDrawn = true;
+    ++depth_;
+    drawing_.forEachInBlock(definition.record, [&](Record* each) {
+        const auto* entity = size <= drawingBudget ? drawing_.liveEntity(each) : nullptr;
+        if (!entity) return;
+        ++size;
+        if (each->kind != Kind::insert) return;
+        BlockDefinition* shown = of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
+        if (shown) size += sizeOf(*shown);
+    });
+    --depth_;
+    definition.isBeingDrawn = false;
+    definition.isCounted = true;
+    return definition.size = size;
 }
 
 // Reached only when a drawing is far beyond the ordinary. Each definition is measured once, from the boxes of those

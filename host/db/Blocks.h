@@ -30,6 +30,8 @@ struct BlockDefinition {
     bool isBeingDrawn = false;
     std::uint32_t boxVersion = 0; ///< of the definitions when the box was measured; 0: never
     shape::Box box;
+    bool isCounted = false;
+    std::size_t size = 0; ///< when counted, how many entities it drew, those of the blocks it refers to included
 };
 
 class QX_HOST_API Blocks {
@@ -56,6 +58,7 @@ public:
     std::uint32_t version() const { return version_; }
 
 private:
+    std::size_t sizeOf(BlockDefinition& definition);
     const shape::Box& boxOf(BlockDefinition& definition);
     void walk(BlockDefinition& definition, shape::Sink& sink);
 

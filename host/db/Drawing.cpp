@@ -3,6 +3,7 @@
 #include "db/FieldTable.h"
 #include "db/classes.h"
 #include "dbdict.h"
+#include "dbents.h"
 #include "dbgroup.h"
 #include "dbsymtb.h"
 #include "dxf/Tag.h"
@@ -176,11 +177,19 @@ bool Drawing::isSelectable(Record* record) const {
 
 shape::Box Drawing::extentsAtOpening() const {
     shape::ExtentsSink sink;
-    forEachInModelSpace([&](Record* each) {
-        if (!each->begin || each->has(Record::unusable)) return;
+    const auto addOriginal = [&](Record* each) {
+        if (!each->begin || each->has(Record::unusable)) return false;
         const std::unique_ptr<AcDbObject> original = each->has(Record::changed) ? decoded(each) : nullptr;
         const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(each);
-        if (entity && entity->isMeasurable() && entity->isVisible()) entity->shape(sink);
+        if (!entity || !entity->isMeasurable() || !entity->isVisible()) return false;
+        if (each->kind == Kind::insert)
+            static_cast<const AcDbBlockReference*>(entity)->blockShape(sink);
+        else
+            entity->shape(sink);
+        return true;
+    };
+    forEachInModelSpace([&](Record* each) {
+        if (addOriginal(each) && each->kind == Kind::insert) forEachOwned(each, addOriginal);
     });
     return sink.box();
 }

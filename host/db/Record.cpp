@@ -1,14 +1,16 @@
 #include "db/Record.h"
 
 #include <new>
-#include <vector>
 
 namespace qx::db {
 
+// Chunks of closed drawings stay within reach, one behind the other.
 RecordChain::~RecordChain() {
-    static std::vector<Chunk*> ofClosedDrawings; // within reach of whoever looks for lost memory
-    if (head_) ofClosedDrawings.push_back(head_);
+    static Chunk* closed = nullptr;
+    if (!head_) return;
     for (Chunk* chunk = head_; chunk; chunk = chunk->next) chunk->drawing = nullptr;
+    tail_->next = closed;
+    closed = head_;
 }
 
 Record* RecordChain::append() {

@@ -69,14 +69,19 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const {
     return AcGeMatrix3d{}.setCoordSystem(origin, x, y, z);
 }
 
+void AcDbBlockReference::blockShape(qx::shape::Sink& sink) const {
+    const Record* self = objectId().record();
+    const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
+    if (!drawing || !definition_) return;
+    qx::shape::TransformSink transformed{sink, blockTransform()};
+    drawing->blocks().shape(*definition_, transformed);
+}
+
 void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
     const Record* self = objectId().record();
     const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
     if (!drawing) return;
-    if (definition_) {
-        qx::shape::TransformSink transformed{sink, blockTransform()};
-        drawing->blocks().shape(*definition_, transformed);
-    }
+    blockShape(sink);
     drawing->forEachOwned(self, [&](Record* attribute) {
         const AcDbEntity* entity = drawing->liveEntity(attribute);
         if (entity && !attribute->has(Record::erased) && entity->isVisible()) entity->shape(sink);

@@ -108,7 +108,8 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     if (boxVersion_ == 0 || (boxVersion_ != version && record->kind == qx::db::Kind::insert)) {
         qx::shape::ExtentsSink sink;
         shape(sink);
-        if (sink.box().isEmpty()) return isMeasurable() ? Acad::eNullExtents : Acad::eNotApplicable;
+        if (!isMeasurable()) return Acad::eNotApplicable;
+        if (sink.box().isEmpty()) return Acad::eNullExtents;
         if (!isFinite(sink.box())) return Acad::eInvalidExtents;
         box_ = AcDbExtents{sink.box().min, sink.box().max};
         boxVersion_ = version;

@@ -169,6 +169,8 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference)
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
+    /// Host side: what it shows without its attributes.
+    void blockShape(qx::shape::Sink& sink) const;
     /// Not for arrays of insertions.
     bool isMeasurable() const override;
     bool afterReading(const qx::db::Drawing& drawing) override;

@@ -57,7 +57,7 @@ struct BlockText {
 
 struct GroupText {
     std::string name;
-    std::vector<std::string> members; ///< handles
+    std::vector<std::string> members = {}; ///< handles
 };
 
 /// What tells one test drawing from another; handles are given in the order of the lists.

@@ -56,6 +56,9 @@ const PatchCase cases[] = {
      shift(1, 0), "102 {X|10 1.0|102 }|10 2.0|20 2.0|11 4.0|21 4.0"},
     {"line turned", "LINE|10 1.0|20 0.0|11 2.0|21 0.0|210 0|220 0|230 1", turn(std::numbers::pi),
      "10 -1.0|20 1.2246467991473532e-16|11 -2.0|21 2.4492935982947064e-16|210 0|220 0|230 1"},
+    {"line, an embedded object's groups are its own",
+     "LINE|10 1.0|20 2.0|11 3.0|21 4.0|101 Embedded Object|10 7.0", shift(1, 0, 1),
+     "10 2.0|20 2.0|30 1.0|11 4.0|21 4.0|31 1.0|101 Embedded Object|10 7.0"},
     {"point, display angle turns", "POINT|10 1.0|20 0.0|50 350.0", turn(quarter),
      "10 6.123233995736766e-17|20 1.0|50 80.0"},
 

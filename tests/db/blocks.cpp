@@ -1,0 +1,180 @@
+#include "db/DrawingText.h"
+
+#include <chrono>
+
+using namespace drawings;
+using qx::db::Drawing;
+
+namespace {
+
+const std::string unitLine = "LINE|10 1.0|20 2.0|11 3.0|21 3.0";
+
+/// Blocks named "0", "1", ... of which each holds `copies` references to the next, the last one a line.
+std::vector<BlockText> chain(int length, int copies) {
+    std::vector<BlockText> blocks;
+    for (int i = 0; i + 1 < length; ++i) {
+        BlockText block{std::to_string(i), {}};
+        for (int copy = 0; copy < copies; ++copy)
+            block.entities.push_back("INSERT|2 " + std::to_string(i + 1) + "|10 " + std::to_string(copy) +
+                                     "|20 0.0");
+        blocks.push_back(block);
+    }
+    blocks.push_back({std::to_string(length - 1), {unitLine}});
+    return blocks;
+}
+
+std::string findings(const Drawing& drawing) {
+    std::string text;
+    for (const auto& finding : drawing.findings()) text += finding.sentence + "; ";
+    return text;
+}
+
+TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
+    const struct {
+        const char* name;
+        std::vector<BlockText> blocks;
+        const char* reference;
+        const char* extents;
+    } cases[] = {
+        {"in place", {{"B", {unitLine}}}, "2 B|10 0.0", "1..3 2..3 0..0"},
+        {"moved", {{"B", {unitLine}}}, "2 B|10 10.0|20 20.0|30 5.0", "11..13 22..23 5..5"},
+        {"its name in another case", {{"Door", {unitLine}}}, "2 dOOR|10 0.0", "1..3 2..3 0..0"},
+        {"its name in GBK",
+         {{"\xC3\xC5\x95\x5C", {unitLine}}},
+         "2 \xC3\xC5\x95\x5C|10 0.0",
+         "1..3 2..3 0..0"},
+        {"its name as an escape", {{"\xC3\xC5", {unitLine}}}, "2 \\U+95E8|10 0.0", "1..3 2..3 0..0"},
+        {"base point", {{"B", {unitLine}, "10 1.0|20 2.0|30 3.0"}}, "2 B|10 0.0", "0..2 0..1 -3..-3"},
+        {"scaled about the base point",
+         {{"B", {unitLine}, "10 1.0|20 2.0"}},
+         "2 B|10 5.0|41 2.0|42 3.0",
+         "5..9 0..3 0..0"},
+        {"turned", {{"B", {unitLine}}}, "2 B|10 0.0|50 90", "-3..-2 1..3 0..0"},
+        {"mirrored", {{"B", {unitLine}}}, "2 B|10 0.0|41 -1.0", "-3..-1 2..3 0..0"},
+        {"mirrored, then turned", {{"B", {unitLine}}}, "2 B|10 0.0|41 -1.0|50 90.0", "-3..-2 -3..-1 0..0"},
+        {"seen from below",
+         {{"B", {unitLine}}},
+         "2 B|10 -5.0|30 1.0|210 0.0|220 0.0|230 -1.0",
+         "2..4 2..3 -1..-1"},
+        {"an arc stretched",
+         {{"B", {"CIRCLE|10 0.0|40 1.0"}}},
+         "2 B|10 0.0|41 2.0|42 3.0|50 90.0",
+         "-3..3 -2..2 0..0"},
+        {"nested",
+         {{"B", {"INSERT|2 C|10 10.0|20 0.0|41 2.0|42 2.0", unitLine}}, {"C", {unitLine}, "10 1.0|20 0.0"}},
+         "2 B|10 100.0",
+         "101..114 2..6 0..0"},
+        {"nested, a turn in a stretch",
+         {{"B", {"INSERT|2 C|10 0.0|50 45.0"}}, {"C", {"LINE|10 0.0|11 1.0|21 1.0"}}},
+         "2 B|10 0.0|42 3.0",
+         "0..0 0..4.24264 0..0"},
+        {"invisible parts and layers count for nothing",
+         {{"B",
+           {unitLine, "POINT|60 1|10 99.0", "POINT|8 OFF|10 99.0", "POINT|8 FROZEN|10 99.0",
+            "POINT|8 LOCKED|10 5.0"}}},
+         "2 B|10 0.0",
+         "1..5 0..3 0..0"},
+        {"classes that are only kept draw nothing",
+         {{"B", {unitLine, "SOLID|10 99.0", "MTEXT|10 99.0|1 a"}}},
+         "2 B|10 0.0",
+         "1..3 2..3 0..0"},
+        {"empty", {{"B", {}}}, "2 B|10 7.0", "status 1001"},
+        {"blank text", {{"B", {"TEXT|10 1.0|40 1.0|1   "}}}, "2 B|10 7.0", "status 1001"},
+        {"missing", {}, "2 B|10 7.0", "status 1001"},
+        {"without a name", {{"B", {unitLine}}}, "10 7.0", "status 1001"},
+        {"an array of references", {{"B", {unitLine}}}, "2 B|10 0.0|70 2|44 10.0", "status 2"},
+    };
+    for (const auto& each : cases) {
+        const auto drawing =
+            read(DrawingText{.entities = {std::string{"INSERT|"} + each.reference}, .blocks = each.blocks}
+                     .bytes());
+        EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.name;
+        EXPECT_EQ(findings(*drawing), "") << each.name;
+    }
+}
+
+// The text is one em high and wide: a box of the text's own.
+TEST(BlockReferences, showTheirAttributes) {
+    const struct {
+        const char* name;
+        const char* attribute;
+        bool isShown;
+    } cases[] = {
+        {"visible", "10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", true},
+        {"flagged invisible", "10 100.0|20 0.0|40 1.0|1 H|2 T|70 1", false},
+        {"flagged otherwise", "10 100.0|20 0.0|40 1.0|1 H|2 T|70 8", true},
+        {"an invisible entity", "60 1|10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", false},
+        {"on a layer that is off", "8 OFF|10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", false},
+        {"blank", "10 100.0|20 0.0|40 1.0|1  |2 T|70 0", false},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{
+            .entities = {"INSERT|66 1|2 B|10 0.0", std::string{"ATTRIB|"} + each.attribute, "SEQEND",
+                         unitLine},
+            .blocks = {
+                {"B", {unitLine}}}}.bytes());
+        EXPECT_EQ(extents(*drawing, 0x100) != "1..3 2..3 0..0", each.isShown) << each.name;
+    }
+}
+
+TEST(BlockReferences, thatContainThemselvesAreDrawnOnce) {
+    const struct {
+        const char* name;
+        std::vector<BlockText> blocks;
+        const char* extents;
+        const char* findings;
+    } cases[] = {
+        {"directly",
+         {{"B", {unitLine, "INSERT|2 B|10 50.0"}}},
+         "1..3 2..3 0..0",
+         "block \"B\" contains itself; "},
+        {"over another",
+         {{"B", {unitLine, "INSERT|2 C|10 50.0"}}, {"C", {unitLine, "INSERT|2 B|10 50.0"}}},
+         "1..53 2..3 0..0",
+         "block \"B\" contains itself; "},
+        {"nothing else",
+         {{"B", {"INSERT|2 B|10 1.0", "INSERT|2 b|10 2.0"}}},
+         "status 1001",
+         "block \"B\" contains itself; "},
+    };
+    for (const auto& each : cases) {
+        const auto drawing =
+            read(DrawingText{.entities = {"INSERT|2 B|10 0.0"}, .blocks = each.blocks}.bytes());
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.name;
+        EXPECT_EQ(findings(*drawing), each.findings) << each.name;
+        ASSERT_FALSE(drawing->findings().empty());
+        EXPECT_GT(drawing->findings()[0].line, 1u) << each.name;
+        EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk) << each.name;
+    }
+}
+
+TEST(BlockReferences, nestOnlySoDeep) {
+    const struct {
+        int depth;
+        bool isDrawn;
+    } cases[] = {{1, true}, {10, true}, {64, true}, {65, false}, {150, false}};
+    for (const auto& each : cases) {
+        const auto drawing =
+            read(DrawingText{.entities = {"INSERT|2 0|10 0.0"}, .blocks = chain(each.depth, 1)}.bytes());
+        EXPECT_EQ(extents(*drawing, 0x100), each.isDrawn ? "1..3 2..3 0..0" : "status 1001") << each.depth;
+        EXPECT_EQ(drawing->findings().empty(), each.isDrawn) << each.depth;
+    }
+}
+
+// Two to the power of fifty lines, a hundred times. The box is right all the same, since definitions are
+// measured once each; anything else would take years.
+TEST(BlockReferences, ofExponentialSizeAreDrawnAsBoxes) {
+    const auto drawing = read(
+        DrawingText{.entities = std::vector<std::string>(100, "INSERT|2 0|10 0.0"), .blocks = chain(51, 2)}
+            .bytes());
+    const auto begin = std::chrono::steady_clock::now();
+    for (std::uint64_t i = 0; i < 100; ++i)
+        ASSERT_EQ(extents(*drawing, DrawingText::firstEntity + i), "1..53 2..3 0..0") << i;
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{20});
+    EXPECT_EQ(findings(*drawing).find("block \"0\" is too large to be drawn in full"), 0u)
+        << findings(*drawing);
+    EXPECT_EQ(move(*drawing, DrawingText::firstInBlocks + 100, shift(7, 0)), Acad::eOk);
+    EXPECT_EQ(extents(*drawing, DrawingText::firstEntity), "8..60 2..3 0..0") << "the innermost line moved";
+}
+
+} // namespace

@@ -1,0 +1,140 @@
+#include "db/DrawingText.h"
+
+#include "dbdict.h"
+#include "dbgroup.h"
+#include "os/encoding.h"
+
+using namespace drawings;
+using qx::db::Drawing;
+
+namespace {
+
+const std::string point = "POINT|10 0.0|20 0.0";
+
+/// The names of the group dictionary, in its order.
+std::string names(Drawing& drawing, AcRx::DictIterType order) {
+    AcDbDictionary* dictionary = nullptr;
+    if (drawing.database().getGroupDictionary(dictionary) != Acad::eOk) return "no dictionary";
+    std::string text;
+    const std::unique_ptr<AcDbDictionaryIterator> each{dictionary->newIterator(order)};
+    for (; !each->done(); each->next())
+        text += (text.empty() ? "" : " ") + qx::os::toUtf8(std::wstring_view{each->name()});
+    dictionary->close();
+    return text;
+}
+
+std::string members(const Drawing& drawing, std::uint64_t group) {
+    AcDbObjectPointer<AcDbGroup> open{idOf(drawing, group)};
+    if (open.openStatus() != Acad::eOk) return "status " + std::to_string(open.openStatus());
+    AcDbObjectIdArray ids;
+    const Adesk::UInt32 count = open->allEntityIds(ids);
+    EXPECT_EQ(count, static_cast<Adesk::UInt32>(ids.length()));
+    EXPECT_EQ(count, open->numEntities());
+    std::string text;
+    for (int i = 0; i < ids.length(); ++i) text += (i ? " " : "") + hex(ids[i].handle().value());
+    return text;
+}
+
+TEST(GroupDictionary, isWalkedByNameOrInTheFilesOrder) {
+    const struct {
+        const char* name;
+        std::vector<GroupText> groups;
+        const char* sorted;
+        const char* inFile;
+    } cases[] = {
+        {"none", {}, "", ""},
+        {"case does not matter", {{"b"}, {"C"}, {"A"}, {"a1"}}, "A a1 b C", "b C A a1"},
+        {"unnamed ones", {{"*A2"}, {"x"}, {"*A10"}}, "*A10 *A2 x", "*A2 x *A10"},
+        {"names that differ in case keep their order", {{"B"}, {"a"}, {"A"}}, "a A B", "B a A"},
+        {"in the drawing's code page", {{"\xD7\xF9"}, {"z"}, {"\\U+4E2D"}}, "z 中 座", "座 z 中"},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.groups = each.groups}.bytes());
+        EXPECT_EQ(names(*drawing, AcRx::kDictSorted), each.sorted) << each.name;
+        EXPECT_EQ(names(*drawing, AcRx::kDictCollated), each.inFile) << each.name;
+        EXPECT_EQ(drawing->groups().size(), each.groups.size()) << each.name;
+    }
+}
+
+TEST(GroupDictionary, mayBeMissing) {
+    const auto drawing = read(DrawingText{.hasGroupDictionary = false}.bytes());
+    EXPECT_EQ(names(*drawing, AcRx::kDictSorted), "no dictionary");
+    EXPECT_TRUE(drawing->groups().empty());
+}
+
+TEST(GroupDictionary, findsByNameAndLosesErasedGroups) {
+    const DrawingText text{.entities = {point}, .groups = {{"Desk", {"100"}}, {"Chair", {"100"}}}};
+    const auto drawing = read(text.bytes());
+    EXPECT_EQ(erase(*drawing, DrawingText::firstGroup), Acad::eOk);
+    EXPECT_EQ(names(*drawing, AcRx::kDictSorted), "Chair");
+    AcDbObjectPointer<AcDbDictionary> dictionary{idOf(*drawing, DrawingText::groupDictionary)};
+    AcDbObjectId id;
+    EXPECT_EQ(dictionary->getAt(L"Desk", id), Acad::eKeyNotFound);
+    EXPECT_EQ(dictionary->getAt(L"CHAIR", id), Acad::eOk);
+    EXPECT_EQ(id.handle().value(), DrawingText::firstGroup + 1);
+    EXPECT_EQ(dictionary->numEntries(), 1u);
+    EXPECT_EQ(erase(*drawing, DrawingText::firstGroup, false), Acad::eOk);
+    EXPECT_TRUE(dictionary->has(L"desk"));
+}
+
+// Entities are 100, 101 and 102; B is the block record 1F, 104 the attribute of 103.
+TEST(Groups, listTheirMembers) {
+    const struct {
+        const char* name;
+        std::vector<std::string> listed;
+        std::vector<std::uint64_t> erased;
+        const char* members;
+    } cases[] = {
+        {"in their own order", {"102", "100", "101"}, {}, "102 100 101"},
+        {"none", {}, {}, ""},
+        {"twice", {"100", "100"}, {}, "100 100"},
+        {"padded and in lower case", {" 100 ", "0101"}, {}, "100 101"},
+        {"missing ones", {"100", "ABC", "101", "0", "x"}, {}, "100 101"},
+        {"what is no entity", {"1F", "100", "D", "104"}, {}, "100"},
+        {"erased ones", {"100", "101", "102"}, {0x101}, "100 102"},
+        {"all erased", {"100", "101"}, {0x100, 0x101}, ""},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{
+            .entities = {point, point, point, "INSERT|66 1|2 B|10 0.0", "ATTRIB|1 a|2 T", "SEQEND"},
+            .groups = {
+                {"G", each.listed}}}.bytes());
+        for (const std::uint64_t handle : each.erased) EXPECT_EQ(erase(*drawing, handle), Acad::eOk);
+        EXPECT_EQ(members(*drawing, DrawingText::firstGroup), each.members) << each.name;
+    }
+}
+
+TEST(Groups, getErasedMembersBackInTheirPlaces) {
+    DrawingText text{.entities = {point, point, point}, .groups = {{"G", {"102", "101", "100", "ABC"}}}};
+    const auto drawing = read(text.bytes());
+    step(*drawing, [&] { erase(*drawing, 0x101); });
+    AcDbObjectPointer<AcDbEntity> gone{idOf(*drawing, 0x101), AcDb::kForRead, true};
+    EXPECT_FALSE(AcDbObjectPointer<AcDbGroup> { idOf(*drawing, DrawingText::firstGroup) } -> has(gone));
+    gone.close();
+    EXPECT_EQ(members(*drawing, DrawingText::firstGroup), "102 100");
+
+    const std::string saved = drawing->toBytes();
+    text.entities.pop_back();
+    text.entities[1] += "|5 102";
+    text.groups[0].members = {"102", "100", "ABC"};
+    EXPECT_EQ(members(*read(saved), DrawingText::firstGroup), "102 100");
+    EXPECT_NE(saved.find(tags("71 1|340 102|340 100|340 ABC|0 ENDSEC")), std::string::npos)
+        << "erased members are not saved, unknown ones are";
+
+    drawing->history().undo();
+    EXPECT_EQ(members(*drawing, DrawingText::firstGroup), "102 101 100");
+    EXPECT_EQ(drawing->history().redo(), "step");
+    EXPECT_EQ(erase(*drawing, 0x101, false), Acad::eOk);
+    EXPECT_EQ(members(*drawing, DrawingText::firstGroup), "102 101 100");
+}
+
+TEST(Groups, sayWhetherTheyAreSelectable) {
+    std::string bytes = DrawingText{.groups = {{"G", {}}}}.bytes();
+    EXPECT_TRUE(AcDbObjectPointer<AcDbGroup> { idOf(*read(bytes), DrawingText::firstGroup) }
+                -> isSelectable());
+    bytes.replace(bytes.find(" 71\n1\n"), 6, " 71\n0\n");
+    EXPECT_FALSE(AcDbObjectPointer<AcDbGroup> { idOf(*read(bytes), DrawingText::firstGroup) }
+                 -> isSelectable());
+}
+
+} // namespace

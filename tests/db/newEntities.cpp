@@ -1,0 +1,160 @@
+#include "db/DrawingText.h"
+
+#include "dbsymtb.h"
+
+using namespace drawings;
+using qx::db::Drawing;
+
+namespace {
+
+constexpr double quarter = std::numbers::pi / 2;
+const std::string line = "LINE|10 1.0|20 1.0|11 2.0|21 1.0";
+
+/// Appends to a block; the new entity's handle.
+std::uint64_t append(const Drawing& drawing, std::unique_ptr<AcDbEntity> entity,
+                     std::uint64_t block = DrawingText::modelSpace) {
+    AcDbObjectPointer<AcDbBlockTableRecord> record{idOf(drawing, block), AcDb::kForWrite};
+    AcDbObjectId id;
+    EXPECT_EQ(record->appendAcDbEntity(id, entity.get()), Acad::eOk);
+    EXPECT_TRUE(entity->isWriteEnabled());
+    EXPECT_EQ(entity.release()->close(), Acad::eOk);
+    return id.handle().value();
+}
+
+std::unique_ptr<AcDbEntity> newLine() {
+    return std::make_unique<AcDbLine>(AcGePoint3d{0, 0, 0}, AcGePoint3d{1.5, 2, 0});
+}
+
+std::string inserted(std::string bytes, std::size_t at, const std::string& what) {
+    return bytes.insert(at, what);
+}
+
+/// Where the section of entities ends.
+std::size_t endOfEntities(const std::string& bytes) {
+    return bytes.rfind("  0", bytes.find("ENDSEC", bytes.find("ENTITIES")));
+}
+
+TEST(NewEntities, areWrittenBehindTheOthers) {
+    const struct {
+        const char* name;
+        std::function<std::unique_ptr<AcDbEntity>()> make;
+        const char* groups;
+    } cases[] = {
+        {"line", newLine,
+         "0 LINE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0"},
+        {"circle",
+         [] {
+             return std::make_unique<AcDbCircle>(AcGePoint3d{1, 2, 3}, AcGeVector3d::kZAxis, 4.0);
+         },
+         "0 CIRCLE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 1.0|20 2.0|30 3.0|40 4.0"},
+        {"circle seen from below",
+         [] {
+             return std::make_unique<AcDbCircle>(AcGePoint3d{1, 2, 3}, -AcGeVector3d::kZAxis, 4.0);
+         },
+         "0 CIRCLE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 -1.0|20 2.0|30 -3.0|40 4.0|210 "
+         "-0.0|220 -0.0|230 -1.0"},
+        {"arc",
+         [] {
+             return std::make_unique<AcDbArc>(AcGePoint3d{1, 2, 3}, 4.0, quarter, 2 * quarter);
+         },
+         "0 ARC|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 1.0|20 2.0|30 3.0|40 4.0|100 AcDbArc|50 "
+         "90.0|51 180.0"},
+    };
+    for (const auto& each : cases)
+        for (const char* lineEnd : {"\n", "\r\n"}) {
+            DrawingText text{.entities = {line}, .lineEnd = lineEnd};
+            const auto drawing = read(text.bytes());
+            append(*drawing, each.make());
+            text.handSeed = "1001";
+            const std::string expected = text.bytes();
+            EXPECT_EQ(drawing->toBytes(),
+                      inserted(expected, endOfEntities(expected), tags(each.groups, lineEnd)))
+                << each.name;
+        }
+}
+
+TEST(NewEntities, takeHandlesFromTheSeed) {
+    const struct {
+        const char* name;
+        const char* seed;
+        std::uint64_t first;
+        const char* seedAfterTwo;
+    } cases[] = {
+        {"plain", "1000", 0x1000, "1002"},
+        {"in lower case", "abc", 0xABC, "ABE"},
+        {"seed below the handles in use", "50", 0x405, "407"},
+        {"no handle", "x", 0x405, "407"},
+    };
+    for (const auto& each : cases) {
+        const DrawingText text{
+            .entities = {line}, .blocks = {{"B", {line, line, line, line, line}}}, .handSeed = each.seed};
+        const auto drawing = read(text.bytes());
+        EXPECT_EQ(append(*drawing, newLine()), each.first) << each.name;
+        EXPECT_EQ(append(*drawing, newLine()), each.first + 1) << each.name;
+        EXPECT_EQ(drawing->find(each.first)->kind, qx::db::Kind::line) << each.name;
+        EXPECT_EQ(read(drawing->toBytes())->headerValue("$HANDSEED", 5), each.seedAfterTwo) << each.name;
+    }
+}
+
+TEST(NewEntities, raiseTheSeedOnlyWhenTheyAreSaved) {
+    const DrawingText text{.entities = {line}};
+    const auto drawing = read(text.bytes());
+    step(*drawing, [&] { erase(*drawing, append(*drawing, newLine())); });
+    EXPECT_EQ(drawing->toBytes(), text.bytes()) << "appended and erased again";
+    EXPECT_EQ(append(*drawing, newLine()), 0x1001u) << "a handle is never given twice";
+    EXPECT_EQ(read(drawing->toBytes())->headerValue("$HANDSEED", 5), "1002");
+}
+
+TEST(NewEntities, lieOnTheCurrentLayer) {
+    const struct {
+        const char* name;
+        const char* layer;
+        Acad::ErrorStatus reopening;
+    } cases[] = {
+        {"GBK, second byte a backslash", "\xCD\xBC\x95\x5C", Acad::eOk},
+        {"locked", "LOCKED", Acad::eOnLockedLayer},
+        {"unknown to the table", "X", Acad::eOk},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.currentLayer = each.layer}.bytes());
+        const std::uint64_t handle = append(*drawing, newLine());
+        EXPECT_EQ(move(*drawing, handle, shift(1, 0)), each.reopening) << each.name;
+        EXPECT_NE(
+            drawing->toBytes().find(tags("100 AcDbEntity|8 " + std::string{each.layer} + "|100 AcDbLine")),
+            std::string::npos)
+            << each.name;
+    }
+}
+
+TEST(NewEntities, areChangedLikeAnyOther) {
+    const auto drawing = read(DrawingText{.entities = {line}}.bytes());
+    const std::uint64_t handle = append(*drawing, newLine());
+    EXPECT_EQ(move(*drawing, handle, AcGeMatrix3d::rotation(-quarter, AcGeVector3d::kZAxis) * shift(0, 0, 1)),
+              Acad::eOk);
+    {
+        AcDbObjectPointer<AcDbEntity> entity{idOf(*drawing, handle), AcDb::kForWrite};
+        entity->setColorIndex(1);
+        EXPECT_EQ(entity->ownerId().handle().value(), DrawingText::modelSpace);
+    }
+    EXPECT_EQ(extents(*drawing, handle), "0..2 -1.5..0 1..1");
+    EXPECT_TRUE(drawing->isSelectable(drawing->find(handle)));
+    const auto again = read(drawing->toBytes());
+    EXPECT_EQ(extents(*again, handle), "0..2 -1.5..0 1..1");
+    EXPECT_EQ((AcDbObjectPointer<AcDbEntity> { idOf(*again, handle) } -> colorIndex()), 1);
+    EXPECT_TRUE(again->isSelectable(again->find(handle)));
+}
+
+TEST(NewEntities, inABlockStandBeforeItsEnd) {
+    DrawingText text{.entities = {"INSERT|2 B|10 10.0|20 0.0"}, .blocks = {{"B", {line}}, {"C", {line}}}};
+    const auto drawing = read(text.bytes());
+    EXPECT_EQ(extents(*drawing, 0x100), "11..12 1..1 0..0");
+    append(*drawing, newLine(), DrawingText::firstBlock);
+    EXPECT_EQ(extents(*drawing, 0x100), "10..12 0..2 0..0");
+    text.handSeed = "1001";
+    text.blocks[0].entities.push_back(
+        "LINE|5 1000|330 30|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0");
+    text.blocks[1].entities[0] = completed(line, 0x401).substr(2);
+    EXPECT_EQ(drawing->toBytes(), text.bytes());
+}
+
+} // namespace
