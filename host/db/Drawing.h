@@ -149,6 +149,14 @@ public:
     enum class Action { openForRead, openForWrite, transform };
     using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
     void setFault(Fault fault) { fault_ = std::move(fault); }
+    /// Told of every opening and every transformation that is refused, and why.
+    using RefusalListener = std::function<void(const Record*, Acad::ErrorStatus)>;
+    void setRefusalListener(RefusalListener listener) { refusalListener_ = std::move(listener); }
+    /// Passes the status on, and tells the listener unless it is eOk.
+    Acad::ErrorStatus noted(const Record* record, Acad::ErrorStatus status) const {
+        if (status != Acad::eOk && refusalListener_) refusalListener_(record, status);
+        return status;
+    }
     Acad::ErrorStatus faultAt(Action action, const Record* record) const {
         return fault_ ? fault_(action, record) : Acad::eOk;
     }
@@ -173,6 +181,8 @@ private:
     std::unique_ptr<AcDbObject> decoded(Record* record) const;
     void buildIndex() const;
     void addToIndex(Record* record) const;
+    Acad::ErrorStatus tryOpen(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object);
+    Acad::ErrorStatus tryUpgrade(Record* record);
     Acad::ErrorStatus refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const;
     bool isOnLockedLayer(Record* record) const;
     const LayerState& currentLayer() const;
@@ -195,6 +205,7 @@ private:
     std::size_t deletions_ = 0;
     bool locked_ = false;
     Fault fault_;
+    RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
     mutable std::size_t indexed_ = 0;

@@ -33,6 +33,11 @@ Acad::ErrorStatus faultOnTransform(const AcDbEntity& entity) {
     return record ? RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
 }
 
+Acad::ErrorStatus noted(const AcDbEntity& entity, Acad::ErrorStatus status) {
+    const qx::db::Record* record = entity.objectId().record();
+    return record ? RecordChain::drawingOf(record)->noted(record, status) : status;
+}
+
 bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 } // namespace
@@ -70,10 +75,11 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
 bool AcDbEntity::isVisible() const { return properties().invisible == 0 && layer_->isVisible(); }
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
-    if (!isMeasurable()) return Acad::eNotApplicable;
+    if (!isMeasurable()) return noted(*this, Acad::eNotApplicable);
     if (!isWriteEnabled()) assertWriteEnabled();
-    if (const Acad::ErrorStatus status = faultOnTransform(*this); status != Acad::eOk) return status;
-    return moveFields(matrix);
+    Acad::ErrorStatus status = faultOnTransform(*this);
+    if (status == Acad::eOk) status = moveFields(matrix);
+    return status == Acad::eOk ? status : noted(*this, status);
 }
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.

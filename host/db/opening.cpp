@@ -18,6 +18,12 @@ Acad::ErrorStatus Drawing::refusal(const Record* record, AcDb::OpenMode mode, bo
 }
 
 Acad::ErrorStatus Drawing::open(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object) {
+    return noted(record, tryOpen(record, mode, openErased, object));
+}
+
+Acad::ErrorStatus Drawing::upgrade(Record* record) { return noted(record, tryUpgrade(record)); }
+
+Acad::ErrorStatus Drawing::tryOpen(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object) {
     if (const Acad::ErrorStatus status = refusal(record, mode, openErased); status != Acad::eOk) return status;
     AcDbObject* found = live(record);
     if (!found) return record->begin ? Acad::eNotApplicable : Acad::ePermanentlyErased;
@@ -46,7 +52,7 @@ Acad::ErrorStatus Drawing::close(Record* record) {
     return Acad::eOk;
 }
 
-Acad::ErrorStatus Drawing::upgrade(Record* record) {
+Acad::ErrorStatus Drawing::tryUpgrade(Record* record) {
     if (record->has(Record::openForWrite)) return Acad::eWasOpenForWrite;
     if (record->has(Record::openForNotify)) return Acad::eWasOpenForNotify;
     if (record->readers == 0) return Acad::eNotOpenForRead;

@@ -39,6 +39,10 @@ void Session::setDrawing(std::unique_ptr<db::Drawing> drawing) {
     acdbHostApplicationServices()->setWorkingDatabase(drawing ? &drawing->database() : nullptr);
     document_ = drawing ? std::make_unique<AcApDocument>(drawing->database()) : nullptr;
     drawing_ = std::move(drawing);
+    if (drawing_)
+        drawing_->setRefusalListener([this](const db::Record* record, Acad::ErrorStatus status) {
+            if (observer) observer->refused(record, status);
+        });
     variables_.force("DWGNAME", drawing_ ? drawing_->path() : std::string{});
     if (drawing_) tell(true);
 }

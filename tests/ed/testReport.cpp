@@ -53,7 +53,8 @@ TEST(Report, tellsWhatACommandDid) {
                   R"("before":{"min":[0,0,0],"max":[10,5,0]},"after":{"min":[2.5,0,0],"max":[12.5,5,0]}})"),
         std::string::npos)
         << text;
-    EXPECT_NE(text.find(R"({"handle":"A2","class":"AcDbLine","reason":)"), std::string::npos) << text;
+    EXPECT_NE(text.find(R"({"handle":"A2","class":"AcDbLine","reason":"eOnLockedLayer"})"), std::string::npos)
+        << text;
     EXPECT_NE(text.find(R"({"handle":"A3","class":"AcDbLine","reason":"nothandled"})"), std::string::npos)
         << text;
     EXPECT_NE(text.find(R"("messages":["移动了2.5"])"), std::string::npos) << text;
@@ -61,6 +62,17 @@ TEST(Report, tellsWhatACommandDid) {
     EXPECT_EQ(editor.drawing().toBytes(), run.bytes);
     EXPECT_NE(run.bytes, scene);
     EXPECT_EQ(editor.run("U\n").bytes, scene);
+}
+
+TEST(Report, namesTheRefusalOfATransformation) {
+    Editor editor{scene};
+    ed::Report report;
+    editor.session.observer = &report;
+    editor.define([] { moveSelected(1e300); });
+    editor.run("BODY\n(handent \"A1\")\n\n");
+    const std::string text = reportOf(editor, report);
+    EXPECT_NE(text.find(R"({"handle":"A1","class":"AcDbLine","reason":"eInvalidInput"})"), std::string::npos)
+        << text;
 }
 
 TEST(Report, knowsNewAndErasedObjects) {
