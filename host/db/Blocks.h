@@ -8,6 +8,7 @@
 #include "shape/Sink.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -27,7 +28,7 @@ struct BlockDefinition {
 
     // Kept while shapes are walked.
     bool isBeingDrawn = false;
-    std::size_t boxVersion = 0; ///< of the definitions when the box was measured; 0: never
+    std::uint32_t boxVersion = 0; ///< of the definitions when the box was measured; 0: never
     shape::Box box;
 };
 
@@ -49,8 +50,10 @@ public:
 
     /// What the definition looks like, in its own coordinates.
     void shape(BlockDefinition& definition, shape::Sink& sink);
-    /// An entity inside a definition changes: measured boxes are out of date.
+    /// An entity inside a definition changes: measured boxes of its references are out of date.
     void touch() { ++version_; }
+    /// Changes with every touch(); never 0.
+    std::uint32_t version() const { return version_; }
 
 private:
     const shape::Box& boxOf(BlockDefinition& definition);
@@ -61,7 +64,7 @@ private:
     std::unordered_map<const Record*, BlockDefinition*> byRecord_;
     std::unordered_map<std::string, BlockDefinition*> byFoldedName_;
     BlockDefinition* beingRead_ = nullptr;
-    std::size_t version_ = 1;
+    std::uint32_t version_ = 1;
     std::size_t depth_ = 0;
     std::size_t drawn_ = 0; ///< entities handed over in the running walk
     bool isMeasuring_ = false;

@@ -205,8 +205,17 @@ Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
     history_.logNew(record);
     definition->made.push_back(record);
     addToIndex(record);
-    if (blockRecord != modelSpace_) blocks_->touch();
+    if (blockRecord != modelSpace_) noteChangeOfPart(record);
     return record;
+}
+
+// Whoever shows the part has to be measured anew: the entity that owns it, or all references to its block.
+void Drawing::noteChangeOfPart(const Record* record) {
+    Record* owner = record->owner;
+    if (owner && isEntity(owner->kind))
+        forgetBox(*owner);
+    else if (const BlockDefinition* definition = owner ? blocks_->of(owner) : nullptr; definition && !definition->isLayout)
+        blocks_->touch();
 }
 
 const Record* Drawing::endOfEntities() const {

@@ -132,6 +132,11 @@ public:
     // Undo. A step is what one command changed; a step without changes leaves no trace.
 
     History& history() { return history_; }
+    /// Called by the history when it has exchanged the object's state.
+    void noteSwap(Record* record) {
+        forgetBox(*record);
+        if (record->owner != modelSpace_) noteChangeOfPart(record);
+    }
     /// Called by every change before it happens.
     void aboutToChange(Record* record) {
         history_.logChange(record);
@@ -175,7 +180,11 @@ private:
                                                       const Progress& progress);
     void noteChange(Record* record) {
         record->set(Record::changed);
-        if (record->owner != modelSpace_) blocks_->touch();
+        if (record->owner != modelSpace_) noteChangeOfPart(record);
+    }
+    void noteChangeOfPart(const Record* record);
+    static void forgetBox(Record& record) {
+        if (record.live && isEntity(record.kind)) static_cast<AcDbEntity*>(record.live)->forgetBox();
     }
     AcDbObject* read(Record* record) const;
     std::unique_ptr<AcDbObject> decoded(Record* record) const;

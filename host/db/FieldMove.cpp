@@ -89,16 +89,18 @@ unsigned axesOf(const AcGeVector3d& v) { return (v.x != 0 ? 1u : 0u) | (v.y != 0
 
 } // namespace
 
-Shift::Shift(const AcGeVector3d& world, const Fields& fields) : fields_{fields}, world_{world}, ocs_{world} {
+Shift::Shift(const AcGeVector3d& world, const Fields& fields)
+    : fields_{fields}, world_{world}, ocs_{world}, axes_{axesOf(world)} {
     const AcGeVector3d& normal = normalOf(fields);
-    if (normal.x != 0 || normal.y != 0 || !(normal.z > 0)) ocs_ = ge::OcsFrame{normal}.toOcs(world);
-    axes_ = axesOf(world_) | axesOf(ocs_);
+    if (normal.x == 0 && normal.y == 0 && normal.z > 0) return; // nearly always
+    ocs_ = ge::OcsFrame{normal}.toOcs(world);
+    axes_ |= axesOf(ocs_);
 }
 
 bool Shift::isSafe() const {
     bool isSafe = true;
     forEachCoordinate(fields_, 7, world_, ocs_,
-                      [&](double value, double by) { isSafe = isSafe && isUsable(value + by); });
+                      [&](double value, double by) { isSafe &= isUsable(value + by); });
     return isSafe;
 }
 

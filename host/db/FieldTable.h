@@ -83,6 +83,9 @@ struct FieldTable {
         return static_cast<unsigned>(code) < codes ? slotByCode[static_cast<std::size_t>(code)] : noSlot;
     }
 
+    /// False for classes that are only kept.
+    bool isMovable() const { return !points.empty() || vertices; }
+
     std::size_t plainSize;
     std::vector<Field> fields;
     std::vector<Slot> slots;

@@ -1,5 +1,6 @@
 #include "db/History.h"
 
+#include "db/Drawing.h"
 #include "db/FieldMove.h"
 #include "dbmain.h"
 
@@ -130,6 +131,7 @@ void History::exchange(Entry& entry) {
         swapCoordinates(record.live->fields(), entry.axes, reinterpret_cast<double*>(entry.bytes()));
         break;
     }
+    RecordChain::drawingOf(&record)->noteSwap(&record);
     const std::uint8_t flags = record.flags;
     record.flags = static_cast<std::uint8_t>((flags & ~stateFlags) | (entry.flags & stateFlags));
     entry.flags = flags;

@@ -84,6 +84,7 @@ void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
 }
 
 Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
+    if (!isMeasurable()) return Acad::eNotApplicable;
     const Acad::ErrorStatus status = AcDbEntity::transformBy(matrix);
     const Record* self = objectId().record();
     if (status != Acad::eOk || !self) return status;

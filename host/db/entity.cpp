@@ -28,17 +28,11 @@ namespace {
 
 const LayerState noLayer{};
 
-Acad::ErrorStatus faultOnTransform(const AcDbEntity& entity) {
-    const qx::db::Record* record = entity.objectId().record();
-    return record ? RecordChain::drawingOf(record)->faultAt(Drawing::Action::transform, record) : Acad::eOk;
+/// One sum is not finite when any of its terms is not.
+bool isFinite(const qx::shape::Box& box) {
+    const AcGeVector3d sum = box.min.asVector() + box.max.asVector();
+    return std::isfinite(sum.x + sum.y + sum.z);
 }
-
-Acad::ErrorStatus noted(const AcDbEntity& entity, Acad::ErrorStatus status) {
-    const qx::db::Record* record = entity.objectId().record();
-    return record ? RecordChain::drawingOf(record)->noted(record, status) : status;
-}
-
-bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 } // namespace
 
@@ -75,21 +69,24 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
 bool AcDbEntity::isVisible() const { return properties().invisible == 0 && layer_->isVisible(); }
 
 Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
-    if (!isMeasurable()) return noted(*this, Acad::eNotApplicable);
-    if (!isWriteEnabled()) assertWriteEnabled();
-    Acad::ErrorStatus status = faultOnTransform(*this);
-    if (status == Acad::eOk) status = moveFields(matrix);
-    return status == Acad::eOk ? status : noted(*this, status);
+    qx::db::Record* record = objectId().record();
+    if (!record) return moveFields(matrix);
+    if (!record->has(qx::db::Record::openForWrite)) assertWriteEnabled();
+    const Drawing& drawing = *RecordChain::drawingOf(record);
+    const Acad::ErrorStatus fault = drawing.faultAt(Drawing::Action::transform, record);
+    return drawing.noted(record, fault == Acad::eOk ? moveFields(matrix) : fault);
 }
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.
 Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
     const qx::db::Fields all = fields();
     qx::db::Record* record = objectId().record();
+    if (!all.table->isMovable()) return Acad::eNotApplicable;
     if (qx::db::isTranslation(matrix)) {
         const qx::db::Shift shift{matrix.translation(), all};
         if (!shift.isSafe()) return Acad::eInvalidInput;
         shift.apply(record ? RecordChain::drawingOf(record)->aboutToTranslate(record, shift) : nullptr);
+        box_.shift(matrix.translation());
         return Acad::eOk;
     }
     if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
@@ -97,16 +94,22 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
     if (!motion.isSafe()) return Acad::eInvalidInput;
     if (record) RecordChain::drawingOf(record)->aboutToChange(record);
     motion.apply();
+    forgetBox();
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
-    if (!isReadEnabled()) assertReadEnabled();
-    qx::shape::ExtentsSink sink;
-    shape(sink);
-    const qx::shape::Box& box = sink.box();
-    if (box.isEmpty()) return isMeasurable() ? Acad::eNullExtents : Acad::eNotApplicable;
-    if (!isFinite(box.min) || !isFinite(box.max)) return Acad::eInvalidExtents;
-    extents = AcDbExtents{box.min, box.max};
+    const qx::db::Record* record = objectId().record();
+    if (record && !record->isOpen()) assertReadEnabled();
+    const Adesk::UInt32 version = record ? RecordChain::drawingOf(record)->blocks().version() : 0;
+    if (boxVersion_ == 0 || (boxVersion_ != version && record->kind == qx::db::Kind::insert)) {
+        qx::shape::ExtentsSink sink;
+        shape(sink);
+        if (sink.box().isEmpty()) return isMeasurable() ? Acad::eNullExtents : Acad::eNotApplicable;
+        if (!isFinite(sink.box())) return Acad::eInvalidExtents;
+        box_ = AcDbExtents{sink.box().min, sink.box().max};
+        boxVersion_ = version;
+    }
+    extents = box_;
     return Acad::eOk;
 }

@@ -9,10 +9,13 @@ bool Drawing::isOnLockedLayer(Record* record) const {
 }
 
 Acad::ErrorStatus Drawing::refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const {
-    if (record->has(Record::erased) && !openErased) return Acad::eWasErased;
-    if (record->has(Record::openForNotify)) return Acad::eWasOpenForNotify;
-    if (record->has(Record::openForWrite)) return Acad::eWasOpenForWrite;
-    if (mode == AcDb::kForRead) return record->readers >= Record::maxReaders ? Acad::eAtMaxReaders : Acad::eOk;
+    constexpr std::uint8_t unusual = Record::erased | Record::openForNotify | Record::openForWrite;
+    if (record->flags & unusual) { // one test for what is nearly always so
+        if (record->has(Record::erased) && !openErased) return Acad::eWasErased;
+        if (record->has(Record::openForNotify)) return Acad::eWasOpenForNotify;
+        if (record->has(Record::openForWrite)) return Acad::eWasOpenForWrite;
+    }
+    if (mode == AcDb::kForRead) return record->readers < Record::maxReaders ? Acad::eOk : Acad::eAtMaxReaders;
     if (record->readers) return Acad::eWasOpenForRead;
     return mode == AcDb::kForWrite && !locked_ ? Acad::eLockViolation : Acad::eOk;
 }

@@ -62,6 +62,12 @@ public:
     const AcGePoint3d& maxPoint() const { return max_; }
     /// eInvalidInput, and no change, when min exceeds max in any direction.
     QX_HOST_API Acad::ErrorStatus set(const AcGePoint3d& min, const AcGePoint3d& max);
+    /// Moves the box; one that holds nothing stays so.
+    void shift(const AcGeVector3d& by) {
+        if (min_.x > max_.x) return;
+        min_ += by;
+        max_ += by;
+    }
     QX_HOST_API void addPoint(const AcGePoint3d& point);
     QX_HOST_API void addExt(const AcDbExtents& other);
 
@@ -141,6 +147,8 @@ public:
 
     /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move along.
     Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
+    /// The box was measured once and moves along with translations; any other change makes it unknown.
+    void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
@@ -158,7 +166,9 @@ protected:
     std::unique_ptr<qx::db::XDataPoints> xdata_;
 
 private:
-    qx::db::EntityProperties kept_; ///< of a class without data of its own
+    mutable AcDbExtents box_;
+    mutable Adesk::UInt32 boxVersion_ = 0;  ///< of the block definitions when it was measured; 0: unknown
+    qx::db::EntityProperties kept_;         ///< of a class without data of its own
 };
 
 /// An open drawing.
