@@ -22,7 +22,8 @@ void drawBox(const shape::Box& box, shape::Sink& sink) {
     const double z = box.min.z;
     const std::array corners{AcGePoint3d{box.min.x, box.min.y, z}, AcGePoint3d{box.max.x, box.min.y, z},
                              AcGePoint3d{box.max.x, box.max.y, z}, AcGePoint3d{box.min.x, box.max.y, z}};
-    for (std::size_t i = 0; i < corners.size(); ++i) sink.segment({corners[i], corners[(i + 1) % corners.size()]});
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sink.segment({corners[i], corners[(i + 1) % corners.size()]});
     if (box.max.z > z) sink.segment({corners[0], box.max});
 }
 
@@ -37,7 +38,8 @@ AcGePoint3d basePointIn(std::string_view bytes) {
     AcGePoint3d point;
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
     for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;) {
-        const auto value = tag.code == 10 || tag.code == 20 || tag.code == 30 ? dxf::toReal(tag.value) : std::nullopt;
+        const auto value =
+            tag.code == 10 || tag.code == 20 || tag.code == 30 ? dxf::toReal(tag.value) : std::nullopt;
         if (value) (tag.code == 10 ? point.x : tag.code == 20 ? point.y : point.z) = *value;
     }
     return point;
@@ -79,7 +81,9 @@ BlockDefinition* Blocks::namedUtf8(std::string_view name) const {
     return found == byFoldedName_.end() ? nullptr : found->second;
 }
 
-BlockDefinition* Blocks::named(std::string_view bytes) const { return namedUtf8(drawing_.encoding().toUtf8(bytes)); }
+BlockDefinition* Blocks::named(std::string_view bytes) const {
+    return namedUtf8(drawing_.encoding().toUtf8(bytes));
+}
 
 void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
     if (definition.isBeingDrawn) {
@@ -87,7 +91,8 @@ void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
         return;
     }
     if (depth_ >= deepestNesting) {
-        drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" is nested too deeply to be drawn");
+        drawing_.addFinding(definition.begin,
+                            "block \"" + definition.name + "\" is nested too deeply to be drawn");
         return;
     }
     if (depth_ == 0) drawn_ = 0;
@@ -108,7 +113,8 @@ void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
     definition.isBeingDrawn = false;
 }
 
-// Stops counting beyond what would be drawn anyway. Counted once: later changes make no ordinary block a huge one.
+// Stops counting beyond what would be drawn anyway. Counted once: later changes make no ordinary block a huge
+// one.
 std::size_t Blocks::sizeOf(BlockDefinition& definition) {
     if (definition.isBeingDrawn || depth_ >= deepestNesting) return 0;
     if (definition.isCounted) return definition.size;
@@ -120,7 +126,8 @@ std::size_t Blocks::sizeOf(BlockDefinition& definition) {
         if (!entity) return;
         ++size;
         if (each->kind != Kind::insert) return;
-        BlockDefinition* shown = of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
+        BlockDefinition* shown =
+            of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
         if (shown) size += sizeOf(*shown);
     });
     --depth_;
@@ -129,11 +136,12 @@ std::size_t Blocks::sizeOf(BlockDefinition& definition) {
     return definition.size = size;
 }
 
-// Reached only when a drawing is far beyond the ordinary. Each definition is measured once, from the boxes of those
-// that it refers to.
+// Reached only when a drawing is far beyond the ordinary. Each definition is measured once, from the boxes of
+// those that it refers to.
 const shape::Box& Blocks::boxOf(BlockDefinition& definition) {
     if (definition.boxVersion == version_) return definition.box;
-    drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" is too large to be drawn in full");
+    drawing_.addFinding(definition.begin,
+                        "block \"" + definition.name + "\" is too large to be drawn in full");
     const bool wasMeasuring = std::exchange(isMeasuring_, true);
     shape::ExtentsSink extents;
     walk(definition, extents);

@@ -1,6 +1,6 @@
-// Block definitions: what a block is made of, and what it looks like. A definition that contains itself is drawn
-// without the inner copy, and a reference that would be drawn as too many primitives as a box; both are noted as
-// findings.
+// Block definitions: what a block is made of, and what it looks like. A definition that contains itself is
+// drawn without the inner copy, and a reference that would be drawn as too many primitives as a box; both are
+// noted as findings.
 #pragma once
 
 #include "db/Record.h"
@@ -31,15 +31,16 @@ struct BlockDefinition {
     std::uint32_t boxVersion = 0; ///< of the definitions when the box was measured; 0: never
     shape::Box box;
     bool isCounted = false;
-    std::size_t size = 0; ///< when counted, how many entities it drew, those of the blocks it refers to included
+    std::size_t size =
+        0; ///< when counted, how many entities it drew, those of the blocks it refers to included
 };
 
 class QX_HOST_API Blocks {
 public:
     explicit Blocks(const Drawing& drawing) : drawing_{drawing} {}
 
-    /// Takes in a record of the table of block records; a BLOCK that completes one (null when there is none, or it
-    /// has its BLOCK already); the ENDBLK of the latter.
+    /// Takes in a record of the table of block records; a BLOCK that completes one (null when there is none,
+    /// or it has its BLOCK already); the ENDBLK of the latter.
     void addRecord(Record* record, std::string_view bytes);
     BlockDefinition* addBegin(Record* record, std::string_view bytes);
     void addEnd(Record* record);

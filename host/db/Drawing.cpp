@@ -107,7 +107,8 @@ std::vector<Record*> Drawing::groups() const {
     const auto* dictionary = record ? static_cast<const AcDbDictionary*>(live(record)) : nullptr;
     if (!dictionary) return found;
     for (const auto& entry : dictionary->entries())
-        if (entry.id.record()->kind == Kind::group && !entry.id.isErased()) found.push_back(entry.id.record());
+        if (entry.id.record()->kind == Kind::group && !entry.id.isErased())
+            found.push_back(entry.id.record());
     return found;
 }
 
@@ -145,7 +146,8 @@ std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
         const ReadFields read = readFields(bytes, *fields.table, fields.base);
         if (read.fault) {
             const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
-            addFinding(record, "the value " + std::to_string(line) + " lines further on is no number; the object " +
+            addFinding(record, "the value " + std::to_string(line) +
+                                   " lines further on is no number; the object " +
                                    "is kept as it is and can't be used");
             return nullptr;
         }
@@ -170,7 +172,8 @@ std::unique_ptr<AcDbObject> Drawing::asInFile(Record* record) const {
 }
 
 bool Drawing::isSelectable(Record* record) const {
-    if (record->has(Record::erased) || record->owner != modelSpace_ || !isMainEntity(record->kind)) return false;
+    if (record->has(Record::erased) || record->owner != modelSpace_ || !isMainEntity(record->kind))
+        return false;
     const AcDbEntity* entity = liveEntity(record);
     return entity && entity->isMeasurable() && entity->isVisible();
 }
@@ -223,7 +226,8 @@ void Drawing::noteChangeOfPart(const Record* record) {
     Record* owner = record->owner;
     if (owner && isEntity(owner->kind))
         forgetBox(*owner);
-    else if (const BlockDefinition* definition = owner ? blocks_->of(owner) : nullptr; definition && !definition->isLayout)
+    else if (const BlockDefinition* definition = owner ? blocks_->of(owner) : nullptr;
+             definition && !definition->isLayout)
         blocks_->touch();
 }
 

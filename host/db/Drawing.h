@@ -1,8 +1,8 @@
 // A drawing: the file's bytes, one record per object, live objects for those that were opened, and the undo
 // history. Reading keeps every byte; saving writes the bytes back and touches only what really differs.
 //
-// One drawing belongs to one thread. Objects are opened and closed under the host's rules; a command's changes
-// form one undo step.
+// One drawing belongs to one thread. Objects are opened and closed under the host's rules; a command's
+// changes form one undo step.
 #pragma once
 
 #include "db/Blocks.h"
@@ -38,7 +38,8 @@ struct UserCoordinateSystem {
 
 class QX_HOST_API Drawing {
 public:
-    /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF from AC1015 on.
+    /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF from AC1015
+    /// on.
     static Result<std::unique_ptr<Drawing>> read(const std::string& path, const Progress& progress = {});
     /// The same from bytes; `name` stands in the sentences.
     static Result<std::unique_ptr<Drawing>> fromBytes(std::string_view bytes, const std::string& name);
@@ -74,12 +75,16 @@ public:
     /// The record's part of the file; empty for a new object.
     std::string_view bytesOf(const Record* record) const;
     Record* modelSpace() const { return modelSpace_; }
-    /// Main entities of a block in file order, then new ones; erased ones included, attributes and vertices not.
+    /// Main entities of a block in file order, then new ones; erased ones included, attributes and vertices
+    /// not.
     template <class Visit> void forEachInBlock(const Record* blockRecord, Visit&& visit) const;
-    template <class Visit> void forEachInModelSpace(Visit&& visit) const { forEachInBlock(modelSpace_, visit); }
+    template <class Visit> void forEachInModelSpace(Visit&& visit) const {
+        forEachInBlock(modelSpace_, visit);
+    }
     /// Attributes or vertices of an entity, in order, without the sequence end.
     template <class Visit> void forEachOwned(const Record* header, Visit&& visit) const {
-        for (Record* each = RecordChain::next(header); each && each->owner == header; each = RecordChain::next(each))
+        for (Record* each = RecordChain::next(header); each && each->owner == header;
+             each = RecordChain::next(each))
             if (each->kind != Kind::sequenceEnd) visit(each);
     }
     /// Block record by name (UTF-8), without regard to case; null when there is none.
@@ -107,8 +112,8 @@ public:
     }
     /// A separate copy of the object as the file has it; null for new objects and for what can't be read.
     std::unique_ptr<AcDbObject> asInFile(Record* record) const;
-    /// Main entity of model space that is neither erased nor invisible, on a visible layer, of a class that can be
-    /// measured.
+    /// Main entity of model space that is neither erased nor invisible, on a visible layer, of a class that
+    /// can be measured.
     bool isSelectable(Record* record) const;
     /// Box of the selectable entities of model space as the file has them; new ones don't count.
     shape::Box extentsAtOpening() const;
@@ -149,8 +154,8 @@ public:
         return replaced;
     }
 
-    /// Asked before each opening and each transformation, so that tests can make any of them fail; a status other
-    /// than eOk is returned instead of doing it.
+    /// Asked before each opening and each transformation, so that tests can make any of them fail; a status
+    /// other than eOk is returned instead of doing it.
     enum class Action { openForRead, openForWrite, transform };
     using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
     void setFault(Fault fault) { fault_ = std::move(fault); }

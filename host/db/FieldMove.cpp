@@ -60,10 +60,11 @@ bool isMotion(const AcGeMatrix3d& m) { return isTranslation(m) || (hasUnitRows(m
 
 namespace {
 
-/// Calls `visit` with each coordinate along the axes and with what a shift adds to it, always in the same order.
+/// Calls `visit` with each coordinate along the axes and with what a shift adds to it, always in the same
+/// order.
 template <class Visit>
-void forEachCoordinate(const Fields& fields, unsigned axes, const AcGeVector3d& world, const AcGeVector3d& ocs,
-                       Visit&& visit) {
+void forEachCoordinate(const Fields& fields, unsigned axes, const AcGeVector3d& world,
+                       const AcGeVector3d& ocs, Visit&& visit) {
     const auto visitPoint = [&](AcGePoint3d& point, const AcGeVector3d& by) {
         if (axes & 1) visit(point.x, by.x);
         if (axes & 2) visit(point.y, by.y);
@@ -71,8 +72,9 @@ void forEachCoordinate(const Fields& fields, unsigned axes, const AcGeVector3d& 
     };
     constexpr AcGeVector3d nothing{0, 0, 0};
     for (const PointField& field : fields.table->points)
-        visitPoint(memberAt<AcGePoint3d>(fields.base, field.offset),
-                   !counts(field, fields.base) ? nothing : field.isWorld ? world : ocs);
+        visitPoint(memberAt<AcGePoint3d>(fields.base, field.offset), !counts(field, fields.base) ? nothing
+                                                                     : field.isWorld             ? world
+                                                                                                 : ocs);
     if (Vertices* vertices = verticesOf(fields)) {
         for (auto& vertex : *vertices) {
             if (axes & 1) visit(vertex.x, ocs.x);
@@ -85,7 +87,9 @@ void forEachCoordinate(const Fields& fields, unsigned axes, const AcGeVector3d& 
         visitPoint(each.value, each.code == XDataPoint::position ? world : nothing);
 }
 
-unsigned axesOf(const AcGeVector3d& v) { return (v.x != 0 ? 1u : 0u) | (v.y != 0 ? 2u : 0u) | (v.z != 0 ? 4u : 0u); }
+unsigned axesOf(const AcGeVector3d& v) {
+    return (v.x != 0 ? 1u : 0u) | (v.y != 0 ? 2u : 0u) | (v.z != 0 ? 4u : 0u);
+}
 
 } // namespace
 
@@ -116,14 +120,16 @@ void Shift::apply(double* replaced) const {
 
 std::size_t Shift::coordinateCount() const {
     const std::size_t inPlane = (axes_ & 1) + (axes_ >> 1 & 1), all = inPlane + (axes_ >> 2);
-    const std::size_t points = fields_.table->points.size() + (fields_.xdata ? fields_.xdata->points.size() : 0);
+    const std::size_t points =
+        fields_.table->points.size() + (fields_.xdata ? fields_.xdata->points.size() : 0);
     const Vertices* vertices = verticesOf(fields_);
     return points * all + (vertices ? vertices->size() * inPlane + (axes_ >> 2) : 0);
 }
 
 void swapCoordinates(const Fields& fields, unsigned axes, double* with) {
     const AcGeVector3d nothing;
-    forEachCoordinate(fields, axes, nothing, nothing, [&](double& value, double) { std::swap(value, *with++); });
+    forEachCoordinate(fields, axes, nothing, nothing,
+                      [&](double& value, double) { std::swap(value, *with++); });
 }
 
 // ---- rotations
@@ -181,8 +187,9 @@ void Motion::apply() const {
     for (const Field& field : fields_.table->turning) turn(field);
     if (!fields_.xdata) return;
     for (XDataPoint& each : fields_.xdata->points)
-        each.value = each.code == XDataPoint::position ? matrix_ * each.value
-                                                       : AcGePoint3d::kOrigin + matrix_ * each.value.asVector();
+        each.value = each.code == XDataPoint::position
+                         ? matrix_ * each.value
+                         : AcGePoint3d::kOrigin + matrix_ * each.value.asVector();
 }
 
 } // namespace qx::db

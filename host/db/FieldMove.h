@@ -1,5 +1,5 @@
-// Motions applied to the fields of one object: first asked whether they are safe, then done, so that an object is
-// either moved as a whole or left alone.
+// Motions applied to the fields of one object: first asked whether they are safe, then done, so that an
+// object is either moved as a whole or left alone.
 #pragma once
 
 #include "db/FieldTable.h"
@@ -46,7 +46,9 @@ public:
 
 private:
     AcGePoint3d moved(const PointField& field) const;
-    AcGePoint3d movedInPlane(const AcGePoint3d& ocs) const { return after_.toOcs(matrix_ * before_.toWorld(ocs)); }
+    AcGePoint3d movedInPlane(const AcGePoint3d& ocs) const {
+        return after_.toOcs(matrix_ * before_.toWorld(ocs));
+    }
     double turned(double degrees) const;
     void turn(const Field& field) const;
 

@@ -1,9 +1,9 @@
-// Field tables: which groups of a class are numbers or names that the host works with, and what they mean. One
-// table per class drives reading, writing back and moving; groups that no table names survive untouched.
+// Field tables: which groups of a class are numbers or names that the host works with, and what they mean.
+// One table per class drives reading, writing back and moving; groups that no table names survive untouched.
 //
-// A table speaks of a plain struct (the class's Data): a field is an offset into it. Values stay as the file has
-// them, angles in degrees and points in the frame that the file uses, so that what was not changed is written
-// back as it stood.
+// A table speaks of a plain struct (the class's Data): a field is an offset into it. Values stay as the file
+// has them, angles in degrees and points in the frame that the file uses, so that what was not changed is
+// written back as it stood.
 #pragma once
 
 #include "dbmain.h"
@@ -38,9 +38,9 @@ struct Field {
     Role role;
     std::int16_t code;
     std::uint16_t offset;
-    double fallback = 0;            ///< what a missing group means; of each coordinate for points
-    const char* marker = nullptr;   ///< of a subclass
-    const Guard* guard = nullptr;   ///< null: the field always counts
+    double fallback = 0;          ///< what a missing group means; of each coordinate for points
+    const char* marker = nullptr; ///< of a subclass
+    const Guard* guard = nullptr; ///< null: the field always counts
     constexpr bool isPoint() const {
         return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal;
     }
@@ -76,7 +76,8 @@ struct FieldTable {
     static constexpr std::uint8_t noSlot = 0xff;
     static constexpr int codes = 400;
 
-    /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if any.
+    /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if
+    /// any.
     FieldTable(std::size_t plainSize, std::initializer_list<Field> fields,
                const VertexGroups* vertexGroups = nullptr);
 
@@ -112,8 +113,8 @@ struct XDataPoints {
     std::vector<XDataPoint> points;
 };
 
-/// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends before
-/// embedded objects and extended data, whose groups mean something else.
+/// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends
+/// before embedded objects and extended data, whose groups mean something else.
 class FieldTags {
 public:
     explicit FieldTags(std::string_view bytes) : cursor_{bytes.data(), bytes.data() + bytes.size()} {}
@@ -139,15 +140,16 @@ struct ReadFields {
     bool hasXData = false;
 };
 
-/// Reads the fields of a record's bytes into `base`. Extended data, application groups and embedded objects are
-/// passed over.
+/// Reads the fields of a record's bytes into `base`. Extended data, application groups and embedded objects
+/// are passed over.
 ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base);
 
 /// Points in the extended data of a record's bytes; null when there are none.
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
 
-/// What a change can reach in a live object (fields, vertices, points in the extended data), as so many bytes, a
-/// multiple of 8: how many, copied out, and exchanged with bytes that were copied out of the same object.
+/// What a change can reach in a live object (fields, vertices, points in the extended data), as so many
+/// bytes, a multiple of 8: how many, copied out, and exchanged with bytes that were copied out of the same
+/// object.
 std::size_t stateSize(AcDbObject& object);
 void saveState(AcDbObject& object, std::byte* to);
 void swapState(AcDbObject& object, std::byte* with);

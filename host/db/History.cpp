@@ -125,8 +125,12 @@ double* History::logTranslation(Record* record, unsigned axes, std::size_t count
 void History::exchange(Entry& entry) {
     Record& record = *entry.record;
     switch (entry.form) {
-    case Form::liveObject: std::swap(record.live, entry.live()); break;
-    case Form::allFields: swapState(*record.live, entry.bytes()); break;
+    case Form::liveObject:
+        std::swap(record.live, entry.live());
+        break;
+    case Form::allFields:
+        swapState(*record.live, entry.bytes());
+        break;
     case Form::coordinates:
         swapCoordinates(record.live->fields(), entry.axes, reinterpret_cast<double*>(entry.bytes()));
         break;

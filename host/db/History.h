@@ -1,9 +1,9 @@
 // The undo history of a drawing: a log per step of what each change replaced. Undoing walks a step backwards,
 // redoing walks it forwards, and both exchange what is logged with what is there now.
 //
-// The first change of an object that is as in the file logs nothing but that: undoing it drops the live object, and
-// the file's bytes return by themselves. A translation logs the coordinates that it changes, any other change the
-// bytes of all fields.
+// The first change of an object that is as in the file logs nothing but that: undoing it drops the live
+// object, and the file's bytes return by themselves. A translation logs the coordinates that it changes, any
+// other change the bytes of all fields.
 #pragma once
 
 #include "db/Record.h"
@@ -46,8 +46,8 @@ public:
 
     /// Any change of fields or of being erased.
     void logChange(Record* record);
-    /// A translation. Returns room for the `count` coordinates along the axes (bits as in Shift::axes()) as they are
-    /// now; null when nothing has to be stored.
+    /// A translation. Returns room for the `count` coordinates along the axes (bits as in Shift::axes()) as
+    /// they are now; null when nothing has to be stored.
     double* logTranslation(Record* record, unsigned axes, std::size_t count);
     /// The record is being made.
     void logNew(Record* record);

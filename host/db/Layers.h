@@ -32,8 +32,8 @@ public:
     explicit Layers(const dxf::Encoding& encoding) : encoding_{encoding} {}
     /// Takes in a record of the layer table, with its bytes.
     void add(Record* record, std::string_view bytes);
-    /// By the name as an entity's bytes have it. A name that the table does not know gives a visible, unlocked
-    /// layer of that name.
+    /// By the name as an entity's bytes have it. A name that the table does not know gives a visible,
+    /// unlocked layer of that name.
     const LayerState& named(std::string_view bytes) const;
     const std::deque<LayerState>& all() const { return states_; }
     /// Null for a record that is no layer.
@@ -45,7 +45,7 @@ private:
     const dxf::Encoding& encoding_;
     mutable std::deque<LayerState> states_;
     mutable std::unordered_map<std::string, LayerState*> byFoldedName_;
-    mutable std::unordered_map<std::string, const LayerState*> byBytes_; ///< as entities spell it
+    mutable std::unordered_map<std::string, const LayerState*> byBytes_;      ///< as entities spell it
     mutable std::array<std::pair<std::string, const LayerState*>, 8> recent_; ///< the layers asked for last
     mutable std::size_t nextRecent_ = 0;
 };

@@ -1,5 +1,5 @@
-// Reading a drawing: one walk over the tags that cuts the file into records and finds out who owns them. Values are
-// read later, when an object is first asked for.
+// Reading a drawing: one walk over the tags that cuts the file into records and finds out who owns them.
+// Values are read later, when an object is first asked for.
 #include "db/Drawing.h"
 #include "db/classes.h"
 #include "dbsymtb.h"
@@ -85,8 +85,10 @@ std::string Reader::refusedByContent() const {
     const std::string_view bytes = drawing_.bytes_.view();
     const auto refused = [&](const std::string& what) { return drawing_.path_ + ":1: " + what; };
     if (bytes.empty()) return refused("the file is empty");
-    if (bytes.starts_with("AutoCAD Binary DXF")) return refused("this is a binary DXF file; only text DXF is read");
-    if (bytes.size() >= 6 && bytes.starts_with("AC1") && bytes.substr(0, 6).find('\n') == std::string_view::npos)
+    if (bytes.starts_with("AutoCAD Binary DXF"))
+        return refused("this is a binary DXF file; only text DXF is read");
+    if (bytes.size() >= 6 && bytes.starts_with("AC1") &&
+        bytes.substr(0, 6).find('\n') == std::string_view::npos)
         return refused("this is a DWG file; only text DXF is read");
     return {};
 }
@@ -95,7 +97,8 @@ std::string Reader::read() {
     error_ = refusedByContent();
     if (error_.empty()) walk();
     if (error_.empty() && !drawing_.encoding_) refuseVersion({});
-    if (error_.empty() && !drawing_.modelSpace_) makeModelSpace(drawing_.bytes_.data() + drawing_.bytes_.size());
+    if (error_.empty() && !drawing_.modelSpace_)
+        makeModelSpace(drawing_.bytes_.data() + drawing_.bytes_.size());
     return error_;
 }
 
@@ -151,14 +154,20 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 5:
     case 105:
-        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section) record_->handle = dxf::toHandle(tag.value).value_or(0);
+        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section)
+            record_->handle = dxf::toHandle(tag.value).value_or(0);
         break;
-    case 67: isInPaper_ = dxf::trimmed(tag.value) == "1"; break;
-    case 102: isInGroup_ = dxf::trimmed(tag.value).starts_with('{'); break;
+    case 67:
+        isInPaper_ = dxf::trimmed(tag.value) == "1";
+        break;
+    case 102:
+        isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
+        break;
     case 330:
         if (!isInGroup_ && ownerHandle_.empty()) ownerHandle_ = dxf::trimmed(tag.value);
         break;
-    default: break;
+    default:
+        break;
     }
 }
 
@@ -191,13 +200,18 @@ void Reader::finishRecord(const char* end) {
     case Section::header:
         if (record_->kind == Kind::endSection) finishHeader();
         break;
-    case Section::tables: finishTableRecord(bytes); break;
-    case Section::blocks: finishBlockRecord(bytes); break;
+    case Section::tables:
+        finishTableRecord(bytes);
+        break;
+    case Section::blocks:
+        finishBlockRecord(bytes);
+        break;
     case Section::entities:
         if (!drawing_.modelSpace_) makeModelSpace(end);
         finishEntity();
         break;
-    default: break;
+    default:
+        break;
     }
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }

@@ -16,7 +16,7 @@ RecordChain::~RecordChain() {
 Record* RecordChain::append() {
     if (!tail_ || tail_->used == Chunk::capacity) {
         static_assert(sizeof(Chunk) <= Chunk::bytes);
-        void* memory = ::operator new(Chunk::bytes, std::align_val_t{Chunk::bytes});
+        void* memory = ::operator new (Chunk::bytes, std::align_val_t{Chunk::bytes});
         Chunk* fresh = new (memory) Chunk{};
         fresh->drawing = &drawing_;
         (tail_ ? tail_->next : head_) = fresh;

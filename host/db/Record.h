@@ -1,6 +1,6 @@
 // One record per group-0 tag of the file, in file order: entities, table records, section marks, objects. The
-// records cut the file into spans without gaps: a record's span ends where the next one begins. New objects get
-// records too, without a span. Records never move, so that an object id can be a pointer to one.
+// records cut the file into spans without gaps: a record's span ends where the next one begins. New objects
+// get records too, without a span. Records never move, so that an object id can be a pointer to one.
 #pragma once
 
 #include "dbid.h"
@@ -56,9 +56,9 @@ struct Record {
         erased = 1,
         openForWrite = 2,
         openForNotify = 4,
-        changed = 8,       ///< the live object may differ from the file
-        isNew = 16,        ///< made in this session; has no span
-        unusable = 32      ///< its fields could not be read; kept as it is
+        changed = 8,  ///< the live object may differ from the file
+        isNew = 16,   ///< made in this session; has no span
+        unusable = 32 ///< its fields could not be read; kept as it is
     };
     static constexpr std::uint16_t maxReaders = 256;
 
@@ -79,7 +79,8 @@ struct Record {
 };
 static_assert(sizeof(void*) != 8 || sizeof(Record) == 40);
 
-/// Records in chunks with stable addresses. A chunk is aligned to its size, so that a record finds its drawing.
+/// Records in chunks with stable addresses. A chunk is aligned to its size, so that a record finds its
+/// drawing.
 class QX_HOST_API RecordChain {
 public:
     explicit RecordChain(Drawing& drawing) : drawing_{drawing} {}

@@ -1,6 +1,6 @@
-// What a command must never do: change an object that is not open for writing, delete one that a drawing holds,
-// leave one open. Such a call throws through the command; whoever runs commands catches it, rolls the command
-// back and says the sentence.
+// What a command must never do: change an object that is not open for writing, delete one that a drawing
+// holds, leave one open. Such a call throws through the command; whoever runs commands catches it, rolls the
+// command back and says the sentence.
 #pragma once
 
 #include "qxexport.h"

@@ -73,8 +73,8 @@ bool Writer::isDropped(const Record* record) const {
 bool Writer::isTouched(const Record* record) const {
     if (record->has(Record::changed) || isDropped(record)) return true;
     if (hasErased_ && record->kind == Kind::group) return true;
-    return newestHandle_ && (record == drawing_.header_ || record->kind == Kind::endSection ||
-                             record->kind == Kind::endBlock);
+    return newestHandle_ &&
+           (record == drawing_.header_ || record->kind == Kind::endSection || record->kind == Kind::endBlock);
 }
 
 bool Writer::write(const Progress& progress) {
@@ -126,7 +126,8 @@ void Writer::writeGroup(const Record* record) {
     const char* at = bytes.data();
     dxf::TagCursor cursor{at, at + bytes.size()};
     for (dxf::Tag tag; cursor.next(tag);) {
-        const Record* member = tag.code == 340 ? drawing_.find(dxf::toHandle(tag.value).value_or(0)) : nullptr;
+        const Record* member =
+            tag.code == 340 ? drawing_.find(dxf::toHandle(tag.value).value_or(0)) : nullptr;
         if (!member || !member->has(Record::erased)) continue;
         put(at, tag.begin);
         at = tag.end;
@@ -145,7 +146,8 @@ void Writer::writeHeader(const Record* record) {
     put(seed.data() + seed.size(), bytes.data() + bytes.size());
 }
 
-// Entities of model and paper space stand in a section of their own, those of other blocks before their ENDBLK.
+// Entities of model and paper space stand in a section of their own, those of other blocks before their
+// ENDBLK.
 void Writer::writeNewBefore(const Record* record) {
     if (!newestHandle_) return;
     const bool endsEntities = record->kind == Kind::endSection && record == drawing_.endOfEntities();

@@ -82,8 +82,8 @@ bool AcDbLayerTableRecord::isLocked() const { return stateOf(*this).locked; }
 
 // ---- dictionaries
 
-// Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360). Names of objects that are not
-// there are left out; of two with the same name the first one counts.
+// Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360). Names of objects that are
+// not there are left out; of two with the same name the first one counts.
 bool AcDbDictionary::afterReading(const Drawing& drawing) {
     const std::string_view bytes = drawing.bytesOf(objectId().record());
     AcDbDictionaryEntries entries;
@@ -108,7 +108,8 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType) const {
 }
 
 Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* name, AcDbObjectId& id) const {
-    for (const auto& entry : std::ranges::equal_range(*entries_, foldedKey(name), {}, &AcDbDictionaryEntry::key)) {
+    for (const auto& entry :
+         std::ranges::equal_range(*entries_, foldedKey(name), {}, &AcDbDictionaryEntry::key)) {
         if (entry.id.isErased()) continue;
         id = entry.id;
         return Acad::eOk;
@@ -174,7 +175,8 @@ Adesk::UInt32 AcDbGroup::allEntityIds(AcDbObjectIdArray& ids) const {
 }
 
 bool AcDbGroup::has(const AcDbEntity* entity) const {
-    return entity && !entity->isErased() && std::ranges::find(members_, entity->objectId().record()) != members_.end();
+    return entity && !entity->isErased() &&
+           std::ranges::find(members_, entity->objectId().record()) != members_.end();
 }
 
 Adesk::UInt32 AcDbGroup::numEntities() const {

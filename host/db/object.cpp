@@ -38,8 +38,8 @@ AcDbDatabase* AcDbObjectId::database() const {
 
 // ---- objects
 
-// A destructor can't refuse. The record forgets the object, so that the drawing falls back on the file, and whoever
-// runs the command hears of it through the drawing's count of such deletions.
+// A destructor can't refuse. The record forgets the object, so that the drawing falls back on the file, and
+// whoever runs the command hears of it through the drawing's count of such deletions.
 AcDbObject::~AcDbObject() {
     if (!record_ || record_->live != this) return;
     record_->live = nullptr;
@@ -60,7 +60,8 @@ Acad::ErrorStatus AcDbObject::close() {
 
 Acad::ErrorStatus AcDbObject::erase(bool erasing) {
     if (!record_) return Acad::eNotApplicable;
-    if (!isWriteEnabled()) throw Violation{described(*record_, *this) + " is erased without being open for writing"};
+    if (!isWriteEnabled())
+        throw Violation{described(*record_, *this) + " is erased without being open for writing"};
     return RecordChain::drawingOf(record_)->erase(record_, erasing);
 }
 
@@ -88,24 +89,25 @@ void AcDbObject::assertReadEnabled() const {
 
 void AcDbObject::assertWriteEnabled() {
     if (!record_) return;
-    if (!isWriteEnabled()) throw Violation{described(*record_, *this) + " is changed without being open for writing"};
+    if (!isWriteEnabled())
+        throw Violation{described(*record_, *this) + " is changed without being open for writing"};
     RecordChain::drawingOf(record_)->aboutToChange(record_);
 }
 
 // ---- opening
 
-Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
     object = nullptr;
     if (id.isNull()) return Acad::eNullObjectId;
     Drawing* drawing = RecordChain::drawingOf(id.record());
     return drawing ? drawing->open(id.record(), mode, openErased, object) : Acad::ePermanentlyErased;
 }
 
-Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) {
+Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool openErased) {
     return acdbOpenObject(entity, id, mode, openErased);
 }
-
-
 
 AcDbHostApplicationServices* acdbHostApplicationServices() {
     static AcDbHostApplicationServices services;

@@ -13,8 +13,8 @@ struct Stretch {
     std::size_t size;
 };
 
-/// Calls `visit` for each stretch of memory that the object's state consists of, always in the same order. None of
-/// them changes its size while the object lives.
+/// Calls `visit` for each stretch of memory that the object's state consists of, always in the same order.
+/// None of them changes its size while the object lives.
 template <class Visit> void forEachStretch(AcDbObject& object, Visit&& visit) {
     const auto [table, base, xdata] = object.fields();
     if (!table) return;
@@ -24,7 +24,8 @@ template <class Visit> void forEachStretch(AcDbObject& object, Visit&& visit) {
         visit(Stretch{reinterpret_cast<std::byte*>(vertices.data()), vertices.size() * sizeof vertices[0]});
     }
     if (xdata)
-        visit(Stretch{reinterpret_cast<std::byte*>(xdata->points.data()), xdata->points.size() * sizeof(XDataPoint)});
+        visit(Stretch{reinterpret_cast<std::byte*>(xdata->points.data()),
+                      xdata->points.size() * sizeof(XDataPoint)});
 }
 
 } // namespace

@@ -26,8 +26,10 @@ Acad::ErrorStatus Drawing::open(Record* record, AcDb::OpenMode mode, bool openEr
 
 Acad::ErrorStatus Drawing::upgrade(Record* record) { return noted(record, tryUpgrade(record)); }
 
-Acad::ErrorStatus Drawing::tryOpen(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object) {
-    if (const Acad::ErrorStatus status = refusal(record, mode, openErased); status != Acad::eOk) return status;
+Acad::ErrorStatus Drawing::tryOpen(Record* record, AcDb::OpenMode mode, bool openErased,
+                                   AcDbObject*& object) {
+    if (const Acad::ErrorStatus status = refusal(record, mode, openErased); status != Acad::eOk)
+        return status;
     AcDbObject* found = live(record);
     if (!found) return record->begin ? Acad::eNotApplicable : Acad::ePermanentlyErased;
     if (mode == AcDb::kForWrite && isOnLockedLayer(record)) return Acad::eOnLockedLayer;
@@ -62,7 +64,8 @@ Acad::ErrorStatus Drawing::tryUpgrade(Record* record) {
     if (record->readers > 1) return Acad::eHadMultipleReaders;
     if (!locked_) return Acad::eLockViolation;
     if (isOnLockedLayer(record)) return Acad::eOnLockedLayer;
-    if (const Acad::ErrorStatus status = faultAt(Action::openForWrite, record); status != Acad::eOk) return status;
+    if (const Acad::ErrorStatus status = faultAt(Action::openForWrite, record); status != Acad::eOk)
+        return status;
     record->readers = 0;
     record->set(Record::openForWrite);
     return Acad::eOk;

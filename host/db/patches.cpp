@@ -100,7 +100,8 @@ void Patcher::compareFields(std::string_view bytes) {
             compareVertex(tag.code, tag.value);
     }
     if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
-    if (!defaultAnchor_) defaultAnchor_ = tag.code >= 1000 || tag.code == 101 ? tag.begin : bytes.data() + bytes.size();
+    if (!defaultAnchor_)
+        defaultAnchor_ = tag.code >= 1000 || tag.code == 101 ? tag.begin : bytes.data() + bytes.size();
 }
 
 // Of a group that stands twice the last one counts, as in reading: an earlier patch for it is withdrawn.
@@ -153,7 +154,8 @@ void Patcher::compareXData(const char* begin, const char* end) {
 
 bool Patcher::isAnyMissing() const {
     for (std::size_t i = 0; i < table_->slots.size(); ++i)
-        if (!seenAt_[i] && touched_ & table_->slots[i].axes && differsFromFallback(table_->slots[i], base_)) return true;
+        if (!seenAt_[i] && touched_ & table_->slots[i].axes && differsFromFallback(table_->slots[i], base_))
+            return true;
     return false;
 }
 

@@ -1,5 +1,5 @@
-// What has to be written differently so that a record's bytes say what its live object says: values that really
-// differ are replaced, and groups that the file leaves out are put in where they belong.
+// What has to be written differently so that a record's bytes say what its live object says: values that
+// really differ are replaced, and groups that the file leaves out are put in where they belong.
 #pragma once
 
 #include "db/Record.h"

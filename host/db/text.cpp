@@ -34,47 +34,53 @@ struct AcDbText::Placement {
 
 const FieldTable& AcDbText::table() {
     // Left text on its baseline has no alignment point, whatever the file says there.
-    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable fields{sizeof(Data), {
-        {Role::integer, 60, offsetof(Data, entity.invisible)},
-        {Role::integer, 62, offsetof(Data, entity.colour), 256},
-        {Role::subclass, 100, 0, 0, "AcDbText"},
-        {Role::ocsPoint, 10, offsetof(Data, position)},
-        {Role::plain, 40, offsetof(Data, height)},
-        {Role::text, 1, offsetof(Data, text)},
-        {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
-        {Role::plain, 41, offsetof(Data, widthFactor), 1},
-        {Role::plain, 51, offsetof(Data, obliqueDegrees)},
-        {Role::integer, 71, offsetof(Data, generation)},
-        {Role::integer, 72, offsetof(Data, horizontalMode)},
-        {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
-        {Role::normal, 210, offsetof(Data, normal)},
-        {Role::integer, 73, offsetof(Data, verticalMode)},
-    }};
+    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode),
+                                                 offsetof(Data, verticalMode)};
+    static const FieldTable fields{
+        sizeof(Data),
+        {
+            {Role::integer, 60, offsetof(Data, entity.invisible)},
+            {Role::integer, 62, offsetof(Data, entity.colour), 256},
+            {Role::subclass, 100, 0, 0, "AcDbText"},
+            {Role::ocsPoint, 10, offsetof(Data, position)},
+            {Role::plain, 40, offsetof(Data, height)},
+            {Role::text, 1, offsetof(Data, text)},
+            {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
+            {Role::plain, 41, offsetof(Data, widthFactor), 1},
+            {Role::plain, 51, offsetof(Data, obliqueDegrees)},
+            {Role::integer, 71, offsetof(Data, generation)},
+            {Role::integer, 72, offsetof(Data, horizontalMode)},
+            {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
+            {Role::normal, 210, offsetof(Data, normal)},
+            {Role::integer, 73, offsetof(Data, verticalMode)},
+        }};
     return fields;
 }
 
 const FieldTable& AcDbAttribute::table() {
     // Left text on its baseline has no alignment point, whatever the file says there.
-    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode), offsetof(Data, verticalMode)};
-    static const FieldTable fields{sizeof(Data), {
-        {Role::integer, 60, offsetof(Data, entity.invisible)},
-        {Role::integer, 62, offsetof(Data, entity.colour), 256},
-        {Role::subclass, 100, 0, 0, "AcDbText"},
-        {Role::ocsPoint, 10, offsetof(Data, position)},
-        {Role::plain, 40, offsetof(Data, height)},
-        {Role::text, 1, offsetof(Data, text)},
-        {Role::subclass, 100, 0, 0, "AcDbAttribute"},
-        {Role::integer, 70, offsetof(Data, attributeFlags)},
-        {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
-        {Role::plain, 41, offsetof(Data, widthFactor), 1},
-        {Role::plain, 51, offsetof(Data, obliqueDegrees)},
-        {Role::integer, 71, offsetof(Data, generation)},
-        {Role::integer, 72, offsetof(Data, horizontalMode)},
-        {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
-        {Role::normal, 210, offsetof(Data, normal)},
-        {Role::integer, 74, offsetof(Data, verticalMode)},
-    }};
+    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode),
+                                                 offsetof(Data, verticalMode)};
+    static const FieldTable fields{
+        sizeof(Data),
+        {
+            {Role::integer, 60, offsetof(Data, entity.invisible)},
+            {Role::integer, 62, offsetof(Data, entity.colour), 256},
+            {Role::subclass, 100, 0, 0, "AcDbText"},
+            {Role::ocsPoint, 10, offsetof(Data, position)},
+            {Role::plain, 40, offsetof(Data, height)},
+            {Role::text, 1, offsetof(Data, text)},
+            {Role::subclass, 100, 0, 0, "AcDbAttribute"},
+            {Role::integer, 70, offsetof(Data, attributeFlags)},
+            {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
+            {Role::plain, 41, offsetof(Data, widthFactor), 1},
+            {Role::plain, 51, offsetof(Data, obliqueDegrees)},
+            {Role::integer, 71, offsetof(Data, generation)},
+            {Role::integer, 72, offsetof(Data, horizontalMode)},
+            {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
+            {Role::normal, 210, offsetof(Data, normal)},
+            {Role::integer, 74, offsetof(Data, verticalMode)},
+        }};
     return fields;
 }
 
@@ -97,8 +103,8 @@ AcDb::TextVertMode AcDbText::verticalMode() const {
 
 AcGePoint3d AcDbText::position() const { return OcsFrame{data_.normal}.toWorld(placement().origin); }
 
-// Left text on its baseline hangs from its position, aligned and fitted text lies between its two points, and any
-// other text hangs from its alignment point, from which its position is worked out.
+// Left text on its baseline hangs from its position, aligned and fitted text lies between its two points, and
+// any other text hangs from its alignment point, from which its position is worked out.
 AcDbText::Placement AcDbText::placement() const {
     using namespace AcDb;
     const TextHorzMode across = horizontalMode();
@@ -138,8 +144,8 @@ void AcDbText::shape(qx::shape::Sink& sink) const {
     if (extent_.blank) return;
     const OcsFrame frame{data_.normal};
     const Placement place = placement();
-    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent_, data_.text,
-               encoding_});
+    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent_,
+               data_.text, encoding_});
 }
 
 void AcDbAttribute::shape(qx::shape::Sink& sink) const {

@@ -24,7 +24,8 @@ struct Tag {
 
 enum class TagFault : std::uint8_t { none, codeIsNoNumber, valueIsMissing };
 
-/// The next line feed, or null. Lines are short: sixteen bytes at a time beat a search that is made for long ones.
+/// The next line feed, or null. Lines are short: sixteen bytes at a time beat a search that is made for long
+/// ones.
 inline const char* findLineEnd(const char* p, const char* end) {
     static_assert(std::endian::native == std::endian::little);
     // In the result the lowest bit that is set belongs to the first line feed among eight bytes.
@@ -37,7 +38,8 @@ inline const char* findLineEnd(const char* p, const char* end) {
     };
     for (; end - p >= 16; p += 16) {
         const std::uint64_t first = lineFeeds(p), second = lineFeeds(p + 8);
-        if (first | second) return p + ((first ? std::countr_zero(first) : 64 + std::countr_zero(second)) >> 3);
+        if (first | second)
+            return p + ((first ? std::countr_zero(first) : 64 + std::countr_zero(second)) >> 3);
     }
     return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
 }
@@ -71,8 +73,8 @@ private:
         return false;
     }
 
-    /// Reads a code line as nearly all programs write it, right-aligned in three columns, and steps over it; false,
-    /// and nothing done, for any other.
+    /// Reads a code line as nearly all programs write it, right-aligned in three columns, and steps over it;
+    /// false, and nothing done, for any other.
     bool readColumns(const char*& p, int& code) const {
         if (end_ - p < 5) return false;
         const bool hasReturn = p[3] == '\r';

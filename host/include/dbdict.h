@@ -34,8 +34,8 @@ private:
     std::size_t index_ = 0;
 };
 
-/// Names compare without regard to the case of ASCII letters, and sort by that. Sorting is the only order that an
-/// iterator offers here.
+/// Names compare without regard to the case of ASCII letters, and sort by that. Sorting is the only order
+/// that an iterator offers here.
 class QX_HOST_API AcDbDictionary : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary)

@@ -1,5 +1,5 @@
-// The simple entities. Points are in world coordinates unless a comment says otherwise, lengths in drawing units,
-// angles in radians. An entity with a normal lives in the object coordinate system of that normal.
+// The simple entities. Points are in world coordinates unless a comment says otherwise, lengths in drawing
+// units, angles in radians. An entity with a normal lives in the object coordinate system of that normal.
 #pragma once
 
 #include "dbcurve.h"
@@ -111,7 +111,14 @@ private:
 };
 
 namespace AcDb {
-enum TextHorzMode { kTextLeft = 0, kTextCenter = 1, kTextRight = 2, kTextAlign = 3, kTextMid = 4, kTextFit = 5 };
+enum TextHorzMode {
+    kTextLeft = 0,
+    kTextCenter = 1,
+    kTextRight = 2,
+    kTextAlign = 3,
+    kTextMid = 4,
+    kTextFit = 5
+};
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 } // namespace AcDb
 

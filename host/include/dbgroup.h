@@ -12,7 +12,8 @@ public:
     qx::db::Fields fields() override;
     bool afterReading(const qx::db::Drawing& drawing) override;
 
-    /// Appends the members in the group's order, erased and missing ones left out; returns how many those are.
+    /// Appends the members in the group's order, erased and missing ones left out; returns how many those
+    /// are.
     Adesk::UInt32 allEntityIds(AcDbObjectIdArray& ids) const;
     bool has(const AcDbEntity* entity) const;
     Adesk::UInt32 numEntities() const;

@@ -1,9 +1,9 @@
 // Objects, entities and the drawing database, and how objects are opened.
 //
-// An object is reached through its id: it is opened for reading or writing, used, and closed; the pointer is dead
-// after close(). An object that was made with new is open for writing and belongs to its maker until it is
-// appended to a drawing; from then on it must be closed and never deleted. Changing an object that is not open
-// for writing is an error of the caller: the command that does it is broken off and rolled back.
+// An object is reached through its id: it is opened for reading or writing, used, and closed; the pointer is
+// dead after close(). An object that was made with new is open for writing and belongs to its maker until it
+// is appended to a drawing; from then on it must be closed and never deleted. Changing an object that is not
+// open for writing is an error of the caller: the command that does it is broken off and rolled back.
 #pragma once
 
 #include "adsdef.h"
@@ -41,18 +41,21 @@ struct EntityProperties {
 struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
-    XDataPoints* xdata = nullptr;      ///< points in the extended data; null for the many objects that have none
+    XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
 };
 
 /// What every class with data of its own answers to the store.
 template <class Self, class Base> class Described : public Base {
 public:
     using Base::Base;
-    Fields fields() override { return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()}; }
+    Fields fields() override {
+        return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()};
+    }
 };
 } // namespace qx::db
 
-/// A box parallel to the world axes. As constructed it holds nothing: min is 1e20 and max -1e20 in each direction.
+/// A box parallel to the world axes. As constructed it holds nothing: min is 1e20 and max -1e20 in each
+/// direction.
 class AcDbExtents {
 public:
     AcDbExtents() = default;
@@ -89,10 +92,11 @@ public:
 
     /// Ends the rights of one opening. eNotApplicable for an object that is in no drawing.
     Acad::ErrorStatus close();
-    /// Needs the object open for writing. eWasErased when it is erased already; `erasing` false brings it back.
+    /// Needs the object open for writing. eWasErased when it is erased already; `erasing` false brings it
+    /// back.
     Acad::ErrorStatus erase(bool erasing = true);
-    /// From reading to writing: eHadMultipleReaders with other readers, eWasOpenForWrite when it is that already,
-    /// and the refusals of an opening for writing.
+    /// From reading to writing: eHadMultipleReaders with other readers, eWasOpenForWrite when it is that
+    /// already, and the refusals of an opening for writing.
     Acad::ErrorStatus upgradeOpen();
     /// From writing to reading: eWasOpenForRead, eWasOpenForNotify when it is not open for writing.
     Acad::ErrorStatus downgradeOpen();
@@ -113,8 +117,8 @@ public:
     virtual void setLayerState(const qx::db::LayerState&) {}
     virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
     void setRecord(qx::db::Record* record) { record_ = record; }
-    /// What may have changed since the object was read: 1, 2 and 4 for translations along x, y and z, 8 for any
-    /// other change.
+    /// What may have changed since the object was read: 1, 2 and 4 for translations along x, y and z, 8 for
+    /// any other change.
     unsigned touched() const { return touched_; }
     void touch(unsigned changes) { touched_ = static_cast<Adesk::UInt8>(touched_ | changes); }
 
@@ -140,17 +144,20 @@ public:
     /// eBadColorIndex above 256. The classes here have no parts of their own to pass the colour on to.
     Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
 
-    /// The entity under the matrix, in place. Nothing changes when the status is not eOk: eCannotScaleNonUniformly
-    /// for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput when a coordinate would not be
-    /// finite or would lie beyond 1e15; eNotApplicable for a class that is only kept.
+    /// The entity under the matrix, in place. Nothing changes when the status is not eOk:
+    /// eCannotScaleNonUniformly for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput
+    /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
+    /// only kept.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
-    /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing to
-    /// measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only kept.
+    /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing
+    /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
+    /// kept.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
 
     // Host side.
 
-    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move along.
+    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move
+    /// along.
     Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
     /// The box was measured once and moves along with translations; any other change makes it unknown.
     void forgetBox() { boxVersion_ = 0; }
@@ -172,8 +179,8 @@ protected:
 
 private:
     mutable AcDbExtents box_;
-    mutable Adesk::UInt32 boxVersion_ = 0;  ///< of the block definitions when it was measured; 0: unknown
-    qx::db::EntityProperties kept_;         ///< of a class without data of its own
+    mutable Adesk::UInt32 boxVersion_ = 0; ///< of the block definitions when it was measured; 0: unknown
+    qx::db::EntityProperties kept_;        ///< of a class without data of its own
 };
 
 /// An open drawing.
@@ -196,8 +203,8 @@ private:
     qx::db::Drawing& drawing_;
 };
 
-/// Opens any object. On failure the pointer is null: eNullObjectId; ePermanentlyErased when the drawing was closed;
-/// eWasErased; eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify; eAtMaxReaders with 256 readers;
+/// Opens any object. On failure the pointer is null: eNullObjectId; ePermanentlyErased when the drawing was
+/// closed; eWasErased; eWasOpenForRead, eWasOpenForWrite, eWasOpenForNotify; eAtMaxReaders with 256 readers;
 /// eLockViolation when the drawing is not locked for the running command; eOnLockedLayer.
 QX_HOST_API Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                                  bool openErased = false);
@@ -205,7 +212,8 @@ QX_HOST_API Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObject
 QX_HOST_API Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb::OpenMode mode,
                                                  bool openErased = false);
 
-/// Opens an object as the class of the pointer; eNotThatKindOfClass, and the object closed again, when it is not.
+/// Opens an object as the class of the pointer; eNotThatKindOfClass, and the object closed again, when it is
+/// not.
 template <class T>
 Acad::ErrorStatus acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
                                  bool openErased = false) {
@@ -221,6 +229,7 @@ Acad::ErrorStatus acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mod
     return Acad::eOk;
 }
 
-/// From the editor's name of an object to its id; eInvalidAdsName for a null or stale name or a selection set's.
+/// From the editor's name of an object to its id; eInvalidAdsName for a null or stale name or a selection
+/// set's.
 QX_HOST_API Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
 QX_HOST_API Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id);

@@ -6,7 +6,8 @@
 template <class T> class AcDbObjectPointer {
 public:
     AcDbObjectPointer() = default;
-    explicit AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false) {
+    explicit AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode = AcDb::kForRead,
+                               bool openErased = false) {
         open(id, mode, openErased);
     }
     ~AcDbObjectPointer() { close(); }

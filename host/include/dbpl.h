@@ -21,8 +21,8 @@ public:
     Acad::ErrorStatus getPointAt(unsigned index, AcGePoint3d& point) const;
     /// Object coordinates; eInvalidIndex.
     Acad::ErrorStatus getPointAt(unsigned index, AcGePoint2d& point) const;
-    /// Tangent of a quarter of the included angle of the segment that follows the vertex, negative when it runs
-    /// clockwise; eInvalidIndex.
+    /// Tangent of a quarter of the included angle of the segment that follows the vertex, negative when it
+    /// runs clockwise; eInvalidIndex.
     Acad::ErrorStatus getBulgeAt(unsigned index, double& bulge) const;
 
     /// In object coordinates, at the polyline's elevation.

@@ -13,8 +13,8 @@
 class QX_HOST_API AcDbSymbolTable : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTable)
-    /// Names compare without regard to case; eKeyNotFound when there is none. Records are never erased here, so
-    /// `getErasedRecord` makes no difference.
+    /// Names compare without regard to case; eKeyNotFound when there is none. Records are never erased here,
+    /// so `getErasedRecord` makes no difference.
     Acad::ErrorStatus getIdAt(const ACHAR* name, AcDbObjectId& id, bool getErasedRecord = false) const;
 };
 

@@ -1,5 +1,5 @@
-// Marks what the host library shows to programs, modules and tests (QX_HOST_API), and what a module shows to the
-// host (QX_MODULE_API). Everything else stays inside.
+// Marks what the host library shows to programs, modules and tests (QX_HOST_API), and what a module shows to
+// the host (QX_MODULE_API). Everything else stays inside.
 #pragma once
 
 #if defined(_WIN32)

@@ -6,7 +6,8 @@
 
 class QX_HOST_API AcRxClass : public AcRxObject {
 public:
-    /// `parent` is null for the root of the hierarchy only; `dxfName` is null for classes that no drawing names.
+    /// `parent` is null for the root of the hierarchy only; `dxfName` is null for classes that no drawing
+    /// names.
     constexpr AcRxClass(const ACHAR* name, AcRxClass* parent, const ACHAR* dxfName = nullptr)
         : name_{name}, parent_{parent}, dxfName_{dxfName} {}
     constexpr ~AcRxClass() override = default;

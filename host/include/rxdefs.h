@@ -29,7 +29,7 @@ enum AppMsgCode {
 enum AppRetCode { kRetOK = 0, kRetError = 3 };
 
 /// The order in which a dictionary is walked.
-enum DictIterType { kDictSorted = 0, kDictCollated = 1 };
+enum DictIterType { kDictSorted = 0 };
 
 } // namespace AcRx
 

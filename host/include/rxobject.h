@@ -23,16 +23,15 @@ protected:
     AcRxObject& operator=(const AcRxObject&) = default;
 };
 
-/// Declares the members that every class with a descriptor has. The descriptor exists before any code runs. `cast` yields null for null and for an object of
-/// another branch of the hierarchy.
+/// Declares the members that every class with a descriptor has. The descriptor exists before any code runs.
+/// `cast` yields null for null and for an object of another branch of the hierarchy.
 #define ACRX_DECLARE_MEMBERS(CLASS)                                                                          \
     static AcRxClass* desc() { return &descriptor_; }                                                        \
     AcRxClass* isA() const override;                                                                         \
     static AcRxClass descriptor_;                                                                            \
     static CLASS* cast(const AcRxObject* object) {                                                           \
-        return object && object->isKindOf(desc())                                                            \
-                   ? const_cast<CLASS*>(static_cast<const CLASS*>(object))                                   \
-                   : nullptr;                                                                                \
+        return object && object->isKindOf(desc()) ? const_cast<CLASS*>(static_cast<const CLASS*>(object))    \
+                                                  : nullptr;                                                 \
     }
 
 /// Defines them; DXF_NAME is the wide string that names the class in a drawing, or nullptr.

@@ -1,5 +1,5 @@
-// Memory by the megabyte, for what is filled from front to back: the system is asked for large pages, which cost a
-// fraction of the page faults.
+// Memory by the megabyte, for what is filled from front to back: the system is asked for large pages, which
+// cost a fraction of the page faults.
 #pragma once
 
 #include "qxexport.h"

@@ -97,7 +97,8 @@ TEST_F(Qxhost, readsAScriptFile) {
 }
 
 TEST_F(Qxhost, talksToWhoeverTypes) {
-    const Outcome result = run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
+    const Outcome result =
+        run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
     EXPECT_EQ(result.exit, 0) << result.errors;
     EXPECT_NE(result.output.find("未知命令“FOO”。\n命令: SETVAR\n"), std::string::npos) << result.output;
     EXPECT_NE(result.output.find("需要数值。\n输入 PICKBOX 的新值 <3>: 7\n"), std::string::npos)

@@ -78,8 +78,7 @@ TEST(Svg, ShowsWhatIsVisibleInItsColour) {
         {"paper space", "0 LINE|5 100|8 0|67 1" + place, ""},
         {"coordinate that is no number", "0 LINE|5 100|8 0|10 nan|20 0|11 1e400|21 2|", ""},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(shownIn(*drawingWith(c.entities)), c.expected + "</svg>") << c.name;
+    for (const auto& c : cases) EXPECT_EQ(shownIn(*drawingWith(c.entities)), c.expected + "</svg>") << c.name;
 }
 
 TEST(Svg, LeavesOutWhatWasErased) {
