@@ -118,7 +118,14 @@ class FieldTags {
 public:
     explicit FieldTags(std::string_view bytes) : cursor_{bytes.data(), bytes.data() + bytes.size()} {}
     /// False at the end; the tag is then the one that ended the walk.
-    bool next(dxf::Tag& tag);
+    bool next(dxf::Tag& tag) {
+        while (cursor_.next(tag)) {
+            if (tag.code == 102) inGroup_ = dxf::trimmed(tag.value).starts_with('{');
+            if (tag.code >= 1000 || tag.code == 101) return false;
+            if (!inGroup_) return true;
+        }
+        return false;
+    }
 
 private:
     dxf::TagCursor cursor_;

@@ -4,7 +4,10 @@
 #include "dxf/Tag.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <cstring>
+#include <utility>
 
 namespace qx::db {
 
@@ -25,7 +28,14 @@ private:
     void writeGroup(const Record* record);
     void writeHeader(const Record* record);
     void writeNewBefore(const Record* record);
-    void put(std::string_view bytes) { isGood_ = isGood_ && (bytes.empty() || sink_(bytes)); }
+    void put(std::string_view bytes) {
+        if (bytes.size() > buffer_.size() - buffered_) flush();
+        if (bytes.size() > buffer_.size()) return hand(bytes);
+        std::memcpy(buffer_.data() + buffered_, bytes.data(), bytes.size());
+        buffered_ += bytes.size();
+    }
+    void flush() { hand({buffer_.data(), std::exchange(buffered_, 0)}); }
+    void hand(std::string_view bytes) { isGood_ = isGood_ && (bytes.empty() || sink_(bytes)); }
     void put(const char* from, const char* to) { put({from, static_cast<std::size_t>(to - from)}); }
 
     const Drawing& drawing_;
@@ -35,6 +45,8 @@ private:
     bool hasErased_ = false;
     std::uint64_t newestHandle_ = 0; ///< of the new objects that are written; 0: none
     bool isGood_ = true;
+    std::array<char, 1 << 16> buffer_; ///< many pieces are no longer than a number
+    std::size_t buffered_ = 0;
 };
 
 Writer::Writer(const Drawing& drawing, Sink sink)
@@ -80,6 +92,7 @@ bool Writer::write(const Progress& progress) {
         nextReport = runBegin + bytesBetweenReports;
     }
     put(runBegin, all.data() + all.size());
+    flush();
     return isGood_;
 }
 

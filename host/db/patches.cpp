@@ -151,8 +151,15 @@ void Patcher::compareXData(const char* begin, const char* end) {
     }
 }
 
+bool Patcher::isAnyMissing() const {
+    for (std::size_t i = 0; i < table_->slots.size(); ++i)
+        if (!seenAt_[i] && touched_ & table_->slots[i].axes && differsFromFallback(table_->slots[i], base_)) return true;
+    return false;
+}
+
 // A missing group goes behind the last one before it in the table that the file has.
 void Patcher::insertMissing() {
+    if (!isAnyMissing()) return;
     const char* anchor = defaultAnchor_;
     std::size_t slot = 0;
     for (const Field& field : table_->fields) {

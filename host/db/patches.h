@@ -53,6 +53,7 @@ private:
     void compareFields(std::string_view bytes);
     void compareSlot(std::size_t index, std::string_view text, const char* end);
     void compareVertex(int code, std::string_view text);
+    bool isAnyMissing() const;
     void insertMissing();
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
     void compareXData(const char* begin, const char* end);

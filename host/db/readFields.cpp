@@ -79,15 +79,6 @@ bool VertexGroups::holds(int group) const {
     return group == code || group == code + 10 || group == bulgeCode;
 }
 
-bool FieldTags::next(dxf::Tag& tag) {
-    while (cursor_.next(tag)) {
-        if (tag.code == 102) inGroup_ = dxf::trimmed(tag.value).starts_with('{');
-        if (tag.code >= 1000 || tag.code == 101) return false;
-        if (!inGroup_) return true;
-    }
-    return false;
-}
-
 ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base) {
     ReadFields result;
     FieldTags tags{bytes};

@@ -24,16 +24,20 @@ struct Tag {
 
 enum class TagFault : std::uint8_t { none, codeIsNoNumber, valueIsMissing };
 
-/// The next line feed, or null. Lines are short: eight bytes at a time beat a search that is made for long ones.
+/// The next line feed, or null. Lines are short: sixteen bytes at a time beat a search that is made for long ones.
 inline const char* findLineEnd(const char* p, const char* end) {
     static_assert(std::endian::native == std::endian::little);
-    constexpr std::uint64_t ones = 0x0101010101010101u, highBits = ones << 7;
-    for (; end - p >= 8; p += 8) {
+    // In the result the lowest bit that is set belongs to the first line feed among eight bytes.
+    const auto lineFeeds = [](const char* at) {
+        constexpr std::uint64_t ones = 0x0101010101010101u, highBits = ones << 7;
         std::uint64_t word = 0;
-        std::memcpy(&word, p, sizeof word);
+        std::memcpy(&word, at, sizeof word);
         word ^= ones * '\n';
-        // The lowest byte that was a line feed is the lowest that borrows.
-        if (const std::uint64_t hit = (word - ones) & ~word & highBits) return p + (std::countr_zero(hit) >> 3);
+        return (word - ones) & ~word & highBits;
+    };
+    for (; end - p >= 16; p += 16) {
+        const std::uint64_t first = lineFeeds(p), second = lineFeeds(p + 8);
+        if (first | second) return p + ((first ? std::countr_zero(first) : 64 + std::countr_zero(second)) >> 3);
     }
     return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
 }

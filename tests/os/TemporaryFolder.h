@@ -1,6 +1,7 @@
 // A folder for one test, gone after it.
 #pragma once
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -12,9 +13,11 @@ public:
     TemporaryFolder() {
         static int counter = 0;
         const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        path_ = std::filesystem::temp_directory_path() /
-                (std::string{"qx-"} + test->test_suite_name() + "-" + test->name() + "-" +
-                 std::to_string(std::hash<std::string>{}(QX_BIN_DIR)) + "-" + std::to_string(++counter));
+        std::string name = std::string{"qx-"} + test->test_suite_name() + "-" + test->name() + "-" +
+                           std::to_string(std::hash<std::string>{}(QX_BIN_DIR)) + "-" +
+                           std::to_string(++counter);
+        std::ranges::replace(name, '/', '-'); // of a test with parameters
+        path_ = std::filesystem::temp_directory_path() / name;
         std::filesystem::remove_all(path_);
         std::filesystem::create_directory(path_);
     }

@@ -1,0 +1,46 @@
+#include "samples/Program.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <sys/wait.h>
+
+namespace qx::tests {
+namespace fs = std::filesystem;
+
+Outcome runIn(const TemporaryFolder& folder, const std::string& commandLine) {
+    const std::string command =
+        "cd '" + folder.path().string() + "' && " + commandLine + " < /dev/null > output 2> errors";
+    const int status = std::system(command.c_str());
+    return {WEXITSTATUS(status), contentOf(folder / "output"), contentOf(folder / "errors")};
+}
+
+Outcome runProgram(const TemporaryFolder& folder, const std::string& arguments) {
+    return runIn(folder, "'" QX_BIN_DIR "/qxhost' " + arguments);
+}
+
+std::string samplePath(const std::string& name) { return QX_SOURCE_DIR "/samples/" + name; }
+
+std::vector<std::string> sampleScripts(const std::string& drawing) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator{QX_SOURCE_DIR "/samples"}) {
+        const fs::path file = entry.path();
+        if (file.extension() == ".scr" && file.filename().string().starts_with(drawing))
+            names.push_back(file.stem().string());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+std::string drawingOf(const std::string& script) { return script.substr(0, script.find('-')); }
+
+void expectKept(const std::string& name, const std::string& actual) {
+    const std::string path = QX_SOURCE_DIR "/" + name;
+    if (std::getenv("QX_KEEP"))
+        put(path, actual);
+    else
+        EXPECT_EQ(contentOf(path), actual) << name
+                                           << " is not what the program gives. If the program is right, "
+                                              "`QX_KEEP=1 build/linux/bin/test_samples` writes it anew.";
+}
+
+} // namespace qx::tests
