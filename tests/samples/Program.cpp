@@ -2,10 +2,27 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <sstream>
 #include <sys/wait.h>
 
 namespace qx::tests {
 namespace fs = std::filesystem;
+namespace {
+
+std::string firstDifference(const std::string& kept, const std::string& actual) {
+    std::istringstream left{kept}, right{actual};
+    std::string keptLine, actualLine;
+    for (int number = 1;; ++number) {
+        const bool more = !std::getline(left, keptLine).fail(),
+                   moreActual = !std::getline(right, actualLine).fail();
+        if (!more && !moreActual) return {};
+        if (more && moreActual && keptLine == actualLine) continue;
+        return "  line " + std::to_string(number) + "\n  kept: " + (more ? keptLine : "(nothing)") +
+               "\n  now:  " + (moreActual ? actualLine : "(nothing)") + '\n';
+    }
+}
+
+} // namespace
 
 Outcome runIn(const TemporaryFolder& folder, const std::string& commandLine) {
     const std::string command =
@@ -37,10 +54,10 @@ void expectKept(const std::string& name, const std::string& actual) {
     const std::string path = QX_SOURCE_DIR "/" + name;
     if (std::getenv("QX_KEEP"))
         put(path, actual);
-    else
-        EXPECT_EQ(contentOf(path), actual) << name
-                                           << " is not what the program gives. If the program is right, "
-                                              "`QX_KEEP=1 build/linux/bin/test_samples` writes it anew.";
+    else if (const std::string kept = contentOf(path); kept != actual)
+        ADD_FAILURE() << name << " is not what the program gives.\n"
+                      << firstDifference(kept, actual)
+                      << "If the program is right, `QX_KEEP=1 build/linux/bin/test_samples` writes it anew.";
 }
 
 } // namespace qx::tests

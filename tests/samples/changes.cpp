@@ -2,26 +2,35 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <regex>
 #include <sstream>
 #include <string_view>
 
 namespace qx::tests {
 namespace {
 
-ReportedBox boxFrom(const std::smatch& match, std::size_t first) {
-    const auto corner = [&](std::size_t at) {
-        std::array<double, 3> values{};
-        std::istringstream text{match[at]};
-        for (double& value : values) {
-            std::string part;
-            std::getline(text, part, ',');
-            value = std::strtod(part.c_str(), nullptr);
-        }
-        return values;
-    };
-    return {corner(first), corner(first + 1)};
+/// What follows `"name": ` on the line; empty without such a member.
+std::string_view member(std::string_view line, const std::string& name) {
+    const std::string key = '"' + name + "\": ";
+    const std::size_t at = line.find(key);
+    return at == std::string_view::npos ? std::string_view{} : line.substr(at + key.size());
+}
+
+std::string text(std::string_view line, const std::string& name) {
+    const std::string_view value = member(line, name);
+    return value.empty() ? std::string{} : std::string{value.substr(1, value.find('"', 1) - 1)};
+}
+
+std::array<double, 3> point(std::string_view line, const std::string& name) {
+    std::istringstream list{std::string{member(line, name)}};
+    std::array<double, 3> values{};
+    char separator = 0;
+    for (double& value : values) list >> separator >> value;
+    return values;
+}
+
+ReportedBox box(std::string_view line, const std::string& name) {
+    const std::string_view value = member(line, name);
+    return {point(value, "min"), point(value, "max")};
 }
 
 std::string rounded(double value) {
@@ -40,22 +49,17 @@ std::string text(const std::array<double, 3>& point) {
 
 std::string text(const ReportedBox& box) { return text(box.min) + ".." + text(box.max); }
 
-const std::string box = R"(\{"min": \[([^\]]*)\], "max": \[([^\]]*)\]\})";
-const std::regex changedLine{R"-("handle": "(\w+)", "class": "(\w+)", "change": "modified", "before": )-" +
-                             box + ", \"after\": " + box};
-const std::regex stayedLine{R"-("handle": "(\w+)", "class": "(\w+)", "reason": "([^"]*)")-"};
-
 } // namespace
 
 ReportedChanges::ReportedChanges(const std::string& report) {
     std::istringstream lines{report};
-    std::smatch found;
     for (std::string line; std::getline(lines, line);) {
-        if (line.find("{\"command\": ") != std::string::npos) ++commands;
-        if (std::regex_search(line, found, changedLine))
-            changed.push_back({commands, found[1], found[2], boxFrom(found, 3), boxFrom(found, 5)});
-        if (std::regex_search(line, found, stayedLine))
-            stayed.push_back({commands, found[1], found[2], found[3]});
+        if (!member(line, "command").empty()) ++commands;
+        const std::string handle = text(line, "handle"), className = text(line, "class");
+        if (text(line, "change") == "modified")
+            changed.push_back({commands, handle, className, box(line, "before"), box(line, "after")});
+        if (const std::string reason = text(line, "reason"); !reason.empty())
+            stayed.push_back({commands, handle, className, reason});
     }
 }
 
