@@ -70,8 +70,6 @@ const FieldTable& AcDbAttribute::table() {
             {Role::ocsPoint, 10, offsetof(Data, position)},
             {Role::plain, 40, offsetof(Data, height)},
             {Role::text, 1, offsetof(Data, text)},
-            {Role::subclass, 100, 0, 0, "AcDbAttribute"},
-            {Role::integer, 70, offsetof(Data, attributeFlags)},
             {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
             {Role::plain, 41, offsetof(Data, widthFactor), 1},
             {Role::plain, 51, offsetof(Data, obliqueDegrees)},
@@ -79,6 +77,8 @@ const FieldTable& AcDbAttribute::table() {
             {Role::integer, 72, offsetof(Data, horizontalMode)},
             {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
             {Role::normal, 210, offsetof(Data, normal)},
+            {Role::subclass, 100, 0, 0, "AcDbAttribute"},
+            {Role::integer, 70, offsetof(Data, attributeFlags)},
             {Role::integer, 74, offsetof(Data, verticalMode)},
         }};
     return fields;
