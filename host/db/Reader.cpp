@@ -298,8 +298,7 @@ Result<std::unique_ptr<Drawing>> Drawing::read(const std::string& path, const Pr
 }
 
 Result<std::unique_ptr<Drawing>> Drawing::fromBytes(std::string_view bytes, const std::string& name) {
-    char* copy = static_cast<char*>(std::malloc(bytes.size() + 1));
-    if (!copy) throw std::bad_alloc{};
+    char* copy = static_cast<char*>(os::allocatePages(bytes.size() + 1));
     std::memcpy(copy, bytes.data(), bytes.size());
     return fromBytes(os::Bytes{copy, bytes.size()}, name, {});
 }

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -120,11 +121,39 @@ inline std::string_view trimmed(std::string_view text) {
     return text;
 }
 
+/// Digits with at most one point among them, as most numbers are written, when the digits make an integer
+/// below 2^53: that integer and the power of ten are exact, so their quotient is the number correctly rounded
+/// (Clinger, 1990). False, and nothing done, for everything else.
+inline bool readPlainDecimal(std::string_view text, double& value) {
+    constexpr double powers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (text.empty() || text.size() > 18) return false; // what is longer has too many digits
+    const bool isNegative = text.front() == '-';
+    std::uint64_t digits = 0;
+    std::size_t point = text.size();
+    for (std::size_t i = isNegative; i < text.size(); ++i) {
+        const auto digit = static_cast<unsigned>(text[i] - '0');
+        if (digit <= 9)
+            digits = digits * 10 + digit;
+        else if (text[i] == '.' && point == text.size())
+            point = i;
+        else
+            return false;
+    }
+    const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
+    if (digits >> 53 || decimals >= std::size(powers) || text.size() - isNegative == (point < text.size()))
+        return false;
+    value = static_cast<double>(digits) / powers[decimals];
+    if (isNegative) value = -value;
+    return true;
+}
+
 /// A finite number as DXF writes it; nothing for text that is none, or that goes on after the number.
 inline std::optional<double> toReal(std::string_view text) {
     while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     double value = 0;
+    if (readPlainDecimal(text, value)) return value;
     const char* end = text.data() + text.size();
     const auto [stop, error] = std::from_chars(text.data(), end, value);
     if (error != std::errc{} || !std::isfinite(value)) return std::nullopt;

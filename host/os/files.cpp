@@ -1,9 +1,13 @@
 #include "files.h"
 
+#include "memory.h"
 #include "rawFile.h"
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
+#include <new>
+#include <utility>
 #include <vector>
 
 namespace qx::os {
@@ -24,15 +28,20 @@ std::string cantWrite(const std::string& path, const std::string& reason) {
 /// A buffer that grows like a vector, but never fills what it gains.
 class GrowingBuffer {
 public:
-    ~GrowingBuffer() { std::free(buffer_); }
+    ~GrowingBuffer() { freePages(buffer_); }
     GrowingBuffer() = default;
     GrowingBuffer(const GrowingBuffer&) = delete;
     GrowingBuffer& operator=(const GrowingBuffer&) = delete;
 
     bool reserve(std::size_t capacity) {
-        auto* larger = static_cast<char*>(std::realloc(buffer_, capacity));
-        if (!larger) return false;
-        buffer_ = larger;
+        char* larger = nullptr;
+        try {
+            larger = static_cast<char*>(allocatePages(capacity));
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        if (used_) std::memcpy(larger, buffer_, used_);
+        freePages(std::exchange(buffer_, larger));
         capacity_ = capacity;
         return true;
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Result.h"
+#include "memory.h"
 #include "qxexport.h"
 
 #include <cstddef>
@@ -19,7 +20,7 @@ namespace qx::os {
 class Bytes {
 public:
     Bytes() = default;
-    /// Takes a buffer from malloc that holds `size` + 1 bytes at least.
+    /// Takes a buffer from allocatePages() that holds `size` + 1 bytes at least.
     Bytes(char* buffer, std::size_t size) : buffer_{buffer}, size_{size} { buffer[size] = 0; }
 
     char* data() { return buffer_.get(); }
@@ -29,7 +30,7 @@ public:
 
 private:
     struct Free {
-        void operator()(char* buffer) const { std::free(buffer); }
+        void operator()(char* buffer) const { freePages(buffer); }
     };
     std::unique_ptr<char, Free> buffer_;
     std::size_t size_ = 0;
