@@ -12,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <string_view>
 #include <vector>
 
@@ -78,8 +77,10 @@ struct FieldTable {
 
     /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if
     /// any.
-    FieldTable(std::size_t plainSize, std::initializer_list<Field> fields,
-               const VertexGroups* vertexGroups = nullptr);
+    FieldTable(std::size_t plainSize, std::vector<Field> fields, const VertexGroups* vertexGroups = nullptr);
+    /// The same, with the fields of EntityProperties before the others: the struct begins with one.
+    static FieldTable ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
+                               const VertexGroups* vertexGroups = nullptr);
 
     std::uint8_t slotOf(int code) const {
         return static_cast<unsigned>(code) < codes ? slotByCode[static_cast<std::size_t>(code)] : noSlot;

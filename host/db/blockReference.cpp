@@ -22,21 +22,19 @@ constexpr double degree = std::numbers::pi / 180;
 }
 
 const FieldTable& AcDbBlockReference::table() {
-    static const FieldTable fields{sizeof(Data),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbBlockReference"},
-                                       {Role::text, 2, offsetof(Data, name)},
-                                       {Role::ocsPoint, 10, offsetof(Data, position)},
-                                       {Role::plain, 41, offsetof(Data, xScale), 1},
-                                       {Role::plain, 42, offsetof(Data, yScale), 1},
-                                       {Role::plain, 43, offsetof(Data, zScale), 1},
-                                       {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
-                                       {Role::integer, 70, offsetof(Data, columns), 1},
-                                       {Role::integer, 71, offsetof(Data, rows), 1},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                   }};
+    static const FieldTable fields =
+        FieldTable::ofEntity(sizeof(Data), {
+                                               {Role::subclass, 100, 0, 0, "AcDbBlockReference"},
+                                               {Role::text, 2, offsetof(Data, name)},
+                                               {Role::ocsPoint, 10, offsetof(Data, position)},
+                                               {Role::plain, 41, offsetof(Data, xScale), 1},
+                                               {Role::plain, 42, offsetof(Data, yScale), 1},
+                                               {Role::plain, 43, offsetof(Data, zScale), 1},
+                                               {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
+                                               {Role::integer, 70, offsetof(Data, columns), 1},
+                                               {Role::integer, 71, offsetof(Data, rows), 1},
+                                               {Role::normal, 210, offsetof(Data, normal)},
+                                           });
     return fields;
 }
 

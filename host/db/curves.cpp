@@ -38,30 +38,26 @@ AcDbLine::AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) {
 }
 
 const FieldTable& AcDbLine::table() {
-    static const FieldTable fields{sizeof(Data),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbLine"},
-                                       {Role::worldPoint, 10, offsetof(Data, start)},
-                                       {Role::worldPoint, 11, offsetof(Data, end)},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                   }};
+    static const FieldTable fields =
+        FieldTable::ofEntity(sizeof(Data), {
+                                               {Role::subclass, 100, 0, 0, "AcDbLine"},
+                                               {Role::worldPoint, 10, offsetof(Data, start)},
+                                               {Role::worldPoint, 11, offsetof(Data, end)},
+                                               {Role::normal, 210, offsetof(Data, normal)},
+                                           });
     return fields;
 }
 
 void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
 
 const FieldTable& AcDbPoint::table() {
-    static const FieldTable fields{sizeof(Data),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbPoint"},
-                                       {Role::worldPoint, 10, offsetof(Data, position)},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                       {Role::angleDegrees, 50, offsetof(Data, angleDegrees)},
-                                   }};
+    static const FieldTable fields =
+        FieldTable::ofEntity(sizeof(Data), {
+                                               {Role::subclass, 100, 0, 0, "AcDbPoint"},
+                                               {Role::worldPoint, 10, offsetof(Data, position)},
+                                               {Role::normal, 210, offsetof(Data, normal)},
+                                               {Role::angleDegrees, 50, offsetof(Data, angleDegrees)},
+                                           });
     return fields;
 }
 
@@ -76,15 +72,13 @@ AcDbCircle::AcDbCircle(const AcGePoint3d& centre, const AcGeVector3d& normal, do
 }
 
 const FieldTable& AcDbCircle::table() {
-    static const FieldTable fields{sizeof(Data),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbCircle"},
-                                       {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                       {Role::plain, 40, offsetof(Data, radius)},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                   }};
+    static const FieldTable fields =
+        FieldTable::ofEntity(sizeof(Data), {
+                                               {Role::subclass, 100, 0, 0, "AcDbCircle"},
+                                               {Role::ocsPoint, 10, offsetof(Data, centre)},
+                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::normal, 210, offsetof(Data, normal)},
+                                           });
     return fields;
 }
 
@@ -108,18 +102,16 @@ AcDbArc::AcDbArc(const AcGePoint3d& centre, const AcGeVector3d& normal, double r
 }
 
 const FieldTable& AcDbArc::table() {
-    static const FieldTable fields{sizeof(Data),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbCircle"},
-                                       {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                       {Role::plain, 40, offsetof(Data, radius)},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                       {Role::subclass, 100, 0, 0, "AcDbArc"},
-                                       {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
-                                       {Role::angleDegrees, 51, offsetof(Data, endDegrees)},
-                                   }};
+    static const FieldTable fields =
+        FieldTable::ofEntity(sizeof(Data), {
+                                               {Role::subclass, 100, 0, 0, "AcDbCircle"},
+                                               {Role::ocsPoint, 10, offsetof(Data, centre)},
+                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::normal, 210, offsetof(Data, normal)},
+                                               {Role::subclass, 100, 0, 0, "AcDbArc"},
+                                               {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
+                                               {Role::angleDegrees, 51, offsetof(Data, endDegrees)},
+                                           });
     return fields;
 }
 
@@ -139,16 +131,14 @@ void AcDbArc::shape(qx::shape::Sink& sink) const {
 const FieldTable& AcDbPolyline::table() {
     static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices),
                                                    offsetof(Data, elevation)};
-    static const FieldTable fields{offsetof(Data, vertices),
-                                   {
-                                       {Role::integer, 60, offsetof(Data, entity.invisible)},
-                                       {Role::integer, 62, offsetof(Data, entity.colour), 256},
-                                       {Role::subclass, 100, 0, 0, "AcDbPolyline"},
-                                       {Role::integer, 70, offsetof(Data, flags)},
-                                       {Role::plain, 38, offsetof(Data, elevation)},
-                                       {Role::normal, 210, offsetof(Data, normal)},
-                                   },
-                                   &vertexGroups};
+    static const FieldTable fields = FieldTable::ofEntity(offsetof(Data, vertices),
+                                                          {
+                                                              {Role::subclass, 100, 0, 0, "AcDbPolyline"},
+                                                              {Role::integer, 70, offsetof(Data, flags)},
+                                                              {Role::plain, 38, offsetof(Data, elevation)},
+                                                              {Role::normal, 210, offsetof(Data, normal)},
+                                                          },
+                                                          &vertexGroups);
     return fields;
 }
 

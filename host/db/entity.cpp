@@ -41,11 +41,7 @@ AcDbEntity::AcDbEntity() : layer_{&noLayer} {}
 AcDbEntity::~AcDbEntity() = default;
 
 qx::db::Fields AcDbEntity::fields() {
-    static const FieldTable table{sizeof(EntityProperties),
-                                  {
-                                      {Role::integer, 60, offsetof(EntityProperties, invisible)},
-                                      {Role::integer, 62, offsetof(EntityProperties, colour), 256},
-                                  }};
+    static const FieldTable table = FieldTable::ofEntity(sizeof(EntityProperties), {});
     return {&table, &kept_, xdata_.get()};
 }
 

@@ -59,8 +59,18 @@ bool readVertexGroup(const VertexGroups& groups, const dxf::Tag& tag, void* base
 
 } // namespace
 
-FieldTable::FieldTable(std::size_t plain, std::initializer_list<Field> list, const VertexGroups* vertexGroups)
-    : plainSize{plain}, fields{list}, vertices{vertexGroups} {
+FieldTable FieldTable::ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
+                                const VertexGroups* vertexGroups) {
+    std::vector<Field> all{
+        {Role::integer, 60, offsetof(EntityProperties, invisible)},
+        {Role::integer, 62, offsetof(EntityProperties, colour), 256},
+    };
+    all.insert(all.end(), fields.begin(), fields.end());
+    return {plainSize, std::move(all), vertexGroups};
+}
+
+FieldTable::FieldTable(std::size_t plain, std::vector<Field> list, const VertexGroups* vertexGroups)
+    : plainSize{plain}, fields{std::move(list)}, vertices{vertexGroups} {
     slotByCode.fill(noSlot);
     for (const Field& field : fields) {
         addSlots(field, slots);

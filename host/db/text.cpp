@@ -32,55 +32,47 @@ struct AcDbText::Placement {
     AcGeVector3d along, up;
 };
 
-const FieldTable& AcDbText::table() {
+namespace {
+
+/// Text and attributes differ in the group of the vertical mode, and attributes have flags besides.
+template <class Data> std::vector<qx::db::Field> fieldsOfText() {
     // Left text on its baseline has no alignment point, whatever the file says there.
     static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode),
                                                  offsetof(Data, verticalMode)};
-    static const FieldTable fields{
-        sizeof(Data),
-        {
-            {Role::integer, 60, offsetof(Data, entity.invisible)},
-            {Role::integer, 62, offsetof(Data, entity.colour), 256},
-            {Role::subclass, 100, 0, 0, "AcDbText"},
-            {Role::ocsPoint, 10, offsetof(Data, position)},
-            {Role::plain, 40, offsetof(Data, height)},
-            {Role::text, 1, offsetof(Data, text)},
-            {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
-            {Role::plain, 41, offsetof(Data, widthFactor), 1},
-            {Role::plain, 51, offsetof(Data, obliqueDegrees)},
-            {Role::integer, 71, offsetof(Data, generation)},
-            {Role::integer, 72, offsetof(Data, horizontalMode)},
-            {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
-            {Role::normal, 210, offsetof(Data, normal)},
-            {Role::integer, 73, offsetof(Data, verticalMode)},
-        }};
+    return {
+        {Role::subclass, 100, 0, 0, "AcDbText"},
+        {Role::ocsPoint, 10, offsetof(Data, position)},
+        {Role::plain, 40, offsetof(Data, height)},
+        {Role::text, 1, offsetof(Data, text)},
+        {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
+        {Role::plain, 41, offsetof(Data, widthFactor), 1},
+        {Role::plain, 51, offsetof(Data, obliqueDegrees)},
+        {Role::integer, 71, offsetof(Data, generation)},
+        {Role::integer, 72, offsetof(Data, horizontalMode)},
+        {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
+        {Role::normal, 210, offsetof(Data, normal)},
+    };
+}
+
+} // namespace
+
+const FieldTable& AcDbText::table() {
+    static const FieldTable fields = [] {
+        auto list = fieldsOfText<Data>();
+        list.push_back({Role::integer, 73, offsetof(Data, verticalMode)});
+        return FieldTable::ofEntity(sizeof(Data), list);
+    }();
     return fields;
 }
 
 const FieldTable& AcDbAttribute::table() {
-    // Left text on its baseline has no alignment point, whatever the file says there.
-    static constexpr qx::db::Guard onlyJustified{offsetof(Data, horizontalMode),
-                                                 offsetof(Data, verticalMode)};
-    static const FieldTable fields{
-        sizeof(Data),
-        {
-            {Role::integer, 60, offsetof(Data, entity.invisible)},
-            {Role::integer, 62, offsetof(Data, entity.colour), 256},
-            {Role::subclass, 100, 0, 0, "AcDbText"},
-            {Role::ocsPoint, 10, offsetof(Data, position)},
-            {Role::plain, 40, offsetof(Data, height)},
-            {Role::text, 1, offsetof(Data, text)},
-            {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
-            {Role::plain, 41, offsetof(Data, widthFactor), 1},
-            {Role::plain, 51, offsetof(Data, obliqueDegrees)},
-            {Role::integer, 71, offsetof(Data, generation)},
-            {Role::integer, 72, offsetof(Data, horizontalMode)},
-            {Role::ocsPoint, 11, offsetof(Data, alignment), 0, nullptr, &onlyJustified},
-            {Role::normal, 210, offsetof(Data, normal)},
-            {Role::subclass, 100, 0, 0, "AcDbAttribute"},
-            {Role::integer, 70, offsetof(Data, attributeFlags)},
-            {Role::integer, 74, offsetof(Data, verticalMode)},
-        }};
+    static const FieldTable fields = [] {
+        auto list = fieldsOfText<Data>();
+        list.push_back({Role::subclass, 100, 0, 0, "AcDbAttribute"});
+        list.push_back({Role::integer, 70, offsetof(Data, attributeFlags)});
+        list.push_back({Role::integer, 74, offsetof(Data, verticalMode)});
+        return FieldTable::ofEntity(sizeof(Data), list);
+    }();
     return fields;
 }
 
