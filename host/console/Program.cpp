@@ -11,6 +11,8 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace qx::console {
@@ -30,9 +32,17 @@ Exit failed(Exit exit, const std::string& sentence) {
     return exit;
 }
 
+std::filesystem::path pathOf(const std::string& utf8) { return std::u8string{utf8.begin(), utf8.end()}; }
+
 bool exists(const std::string& path) {
     std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::path{std::u8string{path.begin(), path.end()}}, ignored);
+    return std::filesystem::exists(pathOf(path), ignored);
+}
+
+bool isSameFile(const std::string& one, const std::string& other) {
+    std::error_code ignored;
+    return std::filesystem::weakly_canonical(pathOf(one), ignored) ==
+           std::filesystem::weakly_canonical(pathOf(other), ignored);
 }
 
 std::string standardInput() {
@@ -77,7 +87,21 @@ Program::Program(Options options) : options_{std::move(options)}, session_{write
         };
 }
 
+// A picture or report over the drawing, the script or another result would lose it without a word.
+std::string Program::pathUsedTwice() const {
+    const std::optional<std::string> written[] = {options_.svg, options_.report};
+    const std::optional<std::string> others[] = {options_.drawing.empty() ? std::nullopt : std::optional{options_.drawing},
+                                                 options_.script, options_.save};
+    if (options_.svg && options_.report && isSameFile(*options_.svg, *options_.report)) return *options_.svg;
+    for (const auto& path : written)
+        for (const auto& other : others)
+            if (path && other && isSameFile(*path, *other)) return *path;
+    return {};
+}
+
 Exit Program::run() {
+    if (const std::string path = pathUsedTwice(); !path.empty())
+        return failed(Exit::wrongUsage, path + ": one file can't be two things at once");
     if (options_.save && !mayReplace(*options_.save))
         return failed(Exit::unwritable, *options_.save + ": exists already; --force replaces it");
     for (const auto step :

@@ -26,6 +26,8 @@ private:
     Exit writeResults();
     Exit writeReport(Exit otherwise);
     bool mayReplace(const std::string& path) const;
+    /// A path that is given for two things, empty when there is none.
+    std::string pathUsedTwice() const;
 
     Options options_;
     ProgressLine progress_;

@@ -1,4 +1,5 @@
 #include "console/Program.h"
+#include "os/terminal.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +19,7 @@ int main(int count, char** arguments) {
         std::puts("qxhost " QX_VERSION);
         return 0;
     }
+    qx::os::reportWriteErrors();
     Program program{*options};
     const Exit exit = program.run();
     program.finish();

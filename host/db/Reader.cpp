@@ -180,6 +180,10 @@ void Reader::enterSection(std::string_view name) {
     for (const auto& [known, section] : names)
         if (known == name) section_ = section;
     if (section_ == Section::header && drawing_.header_) section_ = Section::other;
+    // What follows relies on this order; no program is known that writes another.
+    if (section_ == Section::entities && drawing_.entities_) refuse(record_->begin, "a second section ENTITIES");
+    if (section_ == Section::tables && (drawing_.entities_ || drawing_.modelSpace_))
+        refuse(record_->begin, "the tables stand behind what refers to them");
     if (section_ == Section::header) drawing_.header_ = record_;
     if (section_ == Section::entities) drawing_.entities_ = record_;
     if (section_ == Section::objects) drawing_.objects_ = record_;
@@ -188,7 +192,8 @@ void Reader::enterSection(std::string_view name) {
 }
 
 void Reader::refuseVersion(std::string_view version) {
-    refuse(record_->begin, (version.empty() ? "the drawing does not say its version"
+    const char* where = version.empty() ? record_->begin : version.data();
+    refuse(where, (version.empty() ? "the drawing does not say its version"
                                             : "version " + quoted(version) + " is too old") +
                                "; only AC1015 (2000) and later are read");
 }

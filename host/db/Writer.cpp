@@ -128,7 +128,7 @@ void Writer::writeGroup(const Record* record) {
     for (dxf::Tag tag; cursor.next(tag);) {
         const Record* member =
             tag.code == 340 ? drawing_.find(dxf::toHandle(tag.value).value_or(0)) : nullptr;
-        if (!member || !member->has(Record::erased)) continue;
+        if (!member || !isDropped(member)) continue;
         put(at, tag.begin);
         at = tag.end;
     }

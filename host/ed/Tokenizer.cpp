@@ -13,7 +13,7 @@ bool endsAnswer(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'
 
 Tokenizer::Tokenizer(std::string text) : text_{std::move(text)} {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-    if (text_.starts_with(byteOrderMark)) at_ = byteOrderMark.size();
+    if (text_.starts_with(byteOrderMark)) text_.erase(0, byteOrderMark.size());
 }
 
 void Tokenizer::append(std::string_view text) {
@@ -105,9 +105,10 @@ std::string Tokenizer::takeForm() {
 
 Input Tokenizer::readText() {
     std::string text;
-    if (text_[at_] == '(')
+    if (text_[at_] == '(') {
         text = takeForm();
-    else
+        if (!text.ends_with(')')) return answer(Input::Kind::unfinished, std::move(text));
+    } else
         while (!isAtEnd() && !endsAnswer(text_[at_])) text += text_[at_++];
     const bool ended = takeTerminator() || !isAtEnd();
     return answer(ended ? Input::Kind::text : Input::Kind::unfinished, std::move(text));

@@ -16,4 +16,7 @@ QX_HOST_API bool isTerminal(StandardStream stream);
 /// say.
 QX_HOST_API std::string programFolder();
 
+/// From now on a write beyond a limit of the system fails like any other, instead of ending the process.
+QX_HOST_API void reportWriteErrors();
+
 } // namespace qx::os

@@ -1,5 +1,6 @@
 #include "terminal.h"
 
+#include <csignal>
 #include <filesystem>
 #include <unistd.h>
 
@@ -12,5 +13,7 @@ std::string programFolder() {
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     return error ? "." : program.parent_path().string();
 }
+
+void reportWriteErrors() { std::signal(SIGXFSZ, SIG_IGN); }
 
 } // namespace qx::os
