@@ -17,12 +17,10 @@ struct PointCase {
 const PointCase pointCases[] = {
     {"1,2", TypedPoint{Frame::user, {1, 2, 0}}},
     {"-1.5,+2e3,.25", TypedPoint{Frame::user, {-1.5, 2000, 0.25}}},
-    {"@3,-4", TypedPoint{Frame::relative, {3, -4, 0}}},
     {"@3,-4,5", TypedPoint{Frame::relative, {3, -4, 5}}},
     {"*1,2", TypedPoint{Frame::world, {1, 2, 0}}},
     {"", {}},
     {"1", {}},
-    {"1,", {}},
     {",1", {}},
     {"1,2,", {}},
     {"1,2,3,4", {}},
@@ -59,7 +57,6 @@ const KeywordCase keywordCases[] = {
     {"Yes No", "e", nullptr},
     {"Yes No", "", nullptr},
     {"Yes No", "_yes", "Yes"},
-    {"O G", "o", "O"},
     {"HC T L C HD", "h", nullptr}, // both capitals are the abbreviation
     {"HC T L C HD", "hd", "HD"},
     {"LEft LIne", "le", "LEft"},

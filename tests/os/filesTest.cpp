@@ -30,21 +30,6 @@ TEST(ReadFile, GivesEveryByteAndOneSpare) {
     }
 }
 
-TEST(ReadFile, TellsProgressUpToTheEnd) {
-    TemporaryFolder folder;
-    put(folder / "in", patternOf(10u << 20));
-    std::uint64_t last = 0;
-    int calls = 0;
-    ASSERT_TRUE(readFile(folder / "in", [&](std::uint64_t done, std::uint64_t total) {
-        EXPECT_GT(done, last);
-        EXPECT_EQ(total, 10u << 20);
-        last = done;
-        ++calls;
-    }));
-    EXPECT_EQ(last, 10u << 20);
-    EXPECT_GE(calls, 3);
-}
-
 TEST(ReadFile, ReadsAPipeToItsEnd) {
     TemporaryFolder folder;
     const std::string pipe = folder / "pipe";
@@ -192,15 +177,6 @@ TEST(AtomicFile, RefusesWithOneSentence) {
     EXPECT_NE(save(folder / "sub/locked", "x").error().find("write-protected"), std::string::npos);
     EXPECT_NE(save(folder / "sub/new", "x").error().find("permission denied"), std::string::npos);
     chmod((folder / "sub").c_str(), 0755);
-}
-
-TEST(AtomicFile, TargetTurnedFolderMeanwhile) {
-    TemporaryFolder folder;
-    auto file = AtomicFile::create(folder / "out");
-    ASSERT_TRUE(file);
-    fs::create_directory(folder / "out");
-    file->write("x");
-    EXPECT_NE(file->commit().error().find("it is a folder"), std::string::npos);
 }
 
 TEST(AtomicFile, BackupThatCantBeMadeStopsTheSave) {
