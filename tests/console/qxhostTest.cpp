@@ -73,20 +73,10 @@ TEST_F(Qxhost, exitStatus) {
     }
 }
 
-TEST_F(Qxhost, withoutAChangeTheBytesStay) {
-    EXPECT_EQ(run("a.dxf -s - -o b.dxf").exit, 0);
-    EXPECT_EQ(contentOf(folder / "b.dxf"), scene);
-}
-
 TEST_F(Qxhost, forceKeepsTheOldFile) {
     EXPECT_EQ(run("a.dxf -s - -o a.dxf --force", "ERASE\nL\n\n").exit, 0);
     EXPECT_EQ(contentOf(folder / "a.dxf").find("CIRCLE"), std::string::npos);
     EXPECT_EQ(contentOf(folder / "a.dxf.bak"), scene);
-}
-
-TEST_F(Qxhost, showsTheTranscript) {
-    EXPECT_EQ(run("a.dxf -s -", "ERASE\nL\n\nU\n").output,
-              "命令: ERASE\n选择对象: L\n找到 1 个\n选择对象: \n命令: U\n已放弃 ERASE\n");
 }
 
 TEST_F(Qxhost, readsAScriptFile) {

@@ -1,5 +1,4 @@
 #include "ed/Keywords.h"
-#include "ed/Variables.h"
 #include "ed/points.h"
 
 #include <gtest/gtest.h>
@@ -82,15 +81,4 @@ TEST(Keywords, whatIsTypedFindsOne) {
     }
 }
 
-TEST(Variables, keepToTheirLimits) {
-    using Status = Variables::Status;
-    Variables variables;
-    EXPECT_EQ(variables.set("cmddia", 1), Status::done);
-    EXPECT_EQ(variables.number("CMDDIA"), 1);
-    EXPECT_EQ(variables.set("PICKSTYLE", 4), Status::outOfRange);
-    EXPECT_EQ(variables.number("PICKSTYLE"), 1);
-    EXPECT_EQ(variables.set("CMDACTIVE", 1), Status::readOnly);
-    EXPECT_EQ(variables.set("NOSUCH", 1), Status::unknown);
-    EXPECT_FALSE(variables.find("NOSUCH"));
-}
 } // namespace

@@ -2,7 +2,6 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "drawings/OpenedDrawing.h"
-#include "kernel/midpoint.h"
 
 #include <gtest/gtest.h>
 
@@ -67,11 +66,5 @@ TEST_F(Rotations, EachTurnsAboutItsOwnPoint) {
     EXPECT_EQ(ends(b_), "0,2,0 -2,2,0");
 }
 
-TEST(Midpoint, LiesInThePlane) {
-    const AcGePoint3d middle = midpointXY({0, 0, 5}, {2, 4, 7});
-    EXPECT_EQ(middle.x, 1);
-    EXPECT_EQ(middle.y, 2);
-    EXPECT_EQ(middle.z, 0);
-}
 } // namespace
 } // namespace qx::tests

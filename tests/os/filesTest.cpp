@@ -4,7 +4,6 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace qx::os;
@@ -28,18 +27,6 @@ TEST(ReadFile, GivesEveryByteAndOneSpare) {
         EXPECT_TRUE(bytes->view() == patternOf(size));
         EXPECT_EQ(bytes->data()[size], 0);
     }
-}
-
-TEST(ReadFile, ReadsAPipeToItsEnd) {
-    TemporaryFolder folder;
-    const std::string pipe = folder / "pipe";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const std::string sent = patternOf(300'000);
-    std::thread writer{[&] { put(pipe, sent); }};
-    const auto bytes = readFile(pipe);
-    writer.join();
-    ASSERT_TRUE(bytes) << bytes.error();
-    EXPECT_TRUE(bytes->view() == sent);
 }
 
 TEST(ReadFile, RefusesWithOneSentence) {
