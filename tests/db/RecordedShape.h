@@ -3,6 +3,7 @@
 // begins: such a one is compared by its centre and its axis.
 #pragma once
 
+#include "dbents.h"
 #include "shape/Sink.h"
 
 #include <cmath>

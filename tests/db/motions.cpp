@@ -1,5 +1,5 @@
-#include "db/DrawingText.h"
 #include "db/RecordedShape.h"
+#include "drawings/DrawingText.h"
 #include "shape/randomShapes.h"
 
 #include <cmath>
@@ -15,19 +15,6 @@ namespace {
 
 constexpr unsigned seed = 20240611;
 
-std::string real(double value) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.17g", value);
-    return text;
-}
-
-std::string point(int code, const AcGePoint3d& p) {
-    const auto group = [](int c, double v) { return "|" + std::to_string(c) + " " + real(v); };
-    return group(code, p.x) + group(code + 10, p.y) + group(code + 20, p.z);
-}
-
-std::string group(int code, double value) { return "|" + std::to_string(code) + " " + real(value); }
-
 /// The directions that occur, and any; sometimes none is given, sometimes one that is no unit vector.
 std::string extrusion(Random& random) {
     if (random.oneIn(4)) return "";
@@ -37,26 +24,26 @@ std::string extrusion(Random& random) {
 }
 
 std::string vertices(Random& random) {
-    std::string text = "|90 5" + group(70, random.oneIn(2) ? 1 : 0) + group(38, random.number(-5, 5));
+    std::string text = "|90 5" + tag(70, random.oneIn(2) ? 1 : 0) + tag(38, random.number(-5, 5));
     for (int i = 0; i < 5; ++i) {
-        text += group(10, random.number(-50, 50)) + group(20, random.number(-50, 50));
-        if (random.oneIn(2)) text += group(42, random.number(-2, 2));
+        text += tag(10, random.number(-50, 50)) + tag(20, random.number(-50, 50));
+        if (random.oneIn(2)) text += tag(42, random.number(-2, 2));
     }
     return text;
 }
 
 std::string letters(Random& random) {
-    std::string text = point(10, random.point(50)) + group(40, random.number(0.5, 5)) + "|1 Wall %%c12";
-    text += group(50, random.number(-400, 400)) + group(41, random.number(0.5, 2)) +
-            group(51, random.number(-30, 30));
+    std::string text = point(10, random.point(50)) + tag(40, random.number(0.5, 5)) + "|1 Wall %%c12";
+    text +=
+        tag(50, random.number(-400, 400)) + tag(41, random.number(0.5, 2)) + tag(51, random.number(-30, 30));
     return text + "|71 " + std::to_string(2 * static_cast<int>(random.number(0, 4))) + "|72 " +
            std::to_string(static_cast<int>(random.number(0, 6))) + point(11, random.point(50));
 }
 
 std::string reference(Random& random) {
     const auto scale = [&] { return random.number(0.2, 3) * (random.oneIn(3) ? -1 : 1); };
-    return "|2 B" + point(10, random.point(50)) + group(41, scale()) + group(42, scale()) +
-           group(43, scale()) + group(50, random.number(-400, 400));
+    return "|2 B" + point(10, random.point(50)) + tag(41, scale()) + tag(42, scale()) + tag(43, scale()) +
+           tag(50, random.number(-400, 400));
 }
 
 struct ClassCase {
@@ -66,12 +53,12 @@ struct ClassCase {
 
 const ClassCase classes[] = {
     {"LINE", [](Random& r) { return point(10, r.point(50)) + point(11, r.point(50)); }},
-    {"POINT", [](Random& r) { return point(10, r.point(50)) + group(50, r.number(0, 360)); }},
-    {"CIRCLE", [](Random& r) { return point(10, r.point(50)) + group(40, r.number(0.1, 9)); }},
+    {"POINT", [](Random& r) { return point(10, r.point(50)) + tag(50, r.number(0, 360)); }},
+    {"CIRCLE", [](Random& r) { return point(10, r.point(50)) + tag(40, r.number(0.1, 9)); }},
     {"ARC",
      [](Random& r) {
-         return point(10, r.point(50)) + group(40, r.number(0.1, 9)) + group(50, r.number(-400, 400)) +
-                group(51, r.number(-400, 400));
+         return point(10, r.point(50)) + tag(40, r.number(0.1, 9)) + tag(50, r.number(-400, 400)) +
+                tag(51, r.number(-400, 400));
      }},
     {"LWPOLYLINE", vertices},
     {"TEXT",

@@ -1,4 +1,4 @@
-#include "db/DrawingText.h"
+#include "drawings/DrawingText.h"
 
 #include "db/Violation.h"
 #include "dbdict.h"
@@ -10,7 +10,6 @@
 
 using namespace drawings;
 using qx::db::Drawing;
-using qx::db::Record;
 using qx::db::Violation;
 
 namespace {
@@ -176,17 +175,6 @@ TEST(OpenRules, inOneTable) {
     }
 }
 
-TEST(OpenRules, countWhatIsLeftOpen) {
-    const auto drawing = read(text.bytes());
-    AcDbObject* object = nullptr;
-    for (const std::uint64_t handle : {line, lockedLine, line})
-        EXPECT_EQ(acdbOpenAcDbObject(object, idOf(*drawing, handle), AcDb::kForRead), Acad::eOk);
-    EXPECT_EQ(acdbOpenAcDbObject(object, idOf(*drawing, DrawingText::modelSpace), AcDb::kForWrite),
-              Acad::eOk);
-    EXPECT_EQ(drawing->closeAll(), 4u);
-    EXPECT_EQ(drawing->closeAll(), 0u);
-}
-
 TEST(OpenRules, changesWithoutTheRightAreViolationsAndChangeNothing) {
     const auto drawing = read(text.bytes());
     const struct {
@@ -238,26 +226,6 @@ TEST(OpenRules, deletingAResidentObjectIsNoted) {
     EXPECT_EQ(drawing->takeDeletions(), 0u);
     EXPECT_EQ(drawing->closeAll(), 1u);
     EXPECT_EQ(extents(*drawing, line), "1..2 1..1 0..0") << "the drawing falls back on the file";
-}
-
-TEST(OpenRules, faultsCanBeInjectedIntoEachAction) {
-    const auto drawing = read(text.bytes());
-    int asked = 0;
-    for (int failing = 0; failing < 3; ++failing) {
-        asked = 0;
-        drawing->setFault([&](Drawing::Action, const Record*) {
-            return asked++ == failing ? Acad::eLockViolation : Acad::eOk;
-        });
-        AcDbObjectPointer<AcDbEntity> reading{idOf(*drawing, line)};
-        EXPECT_EQ(reading.openStatus() == Acad::eLockViolation, failing == 0);
-        if (failing == 0) continue;
-        EXPECT_EQ(reading->upgradeOpen() == Acad::eLockViolation, failing == 1);
-        if (failing == 1) continue;
-        EXPECT_EQ(reading->transformBy(shift(1, 0)), Acad::eLockViolation);
-    }
-    EXPECT_EQ(asked, 3);
-    EXPECT_EQ(drawing->openCount(), 0u);
-    EXPECT_EQ(drawing->toBytes(), text.bytes());
 }
 
 } // namespace

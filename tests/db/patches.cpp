@@ -1,4 +1,4 @@
-#include "db/DrawingText.h"
+#include "drawings/DrawingText.h"
 
 #include <numbers>
 

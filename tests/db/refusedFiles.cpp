@@ -1,4 +1,4 @@
-#include "db/DrawingText.h"
+#include "drawings/DrawingText.h"
 
 using namespace drawings;
 using namespace std::string_literals;
@@ -79,12 +79,6 @@ TEST(RefusedFiles, includeEveryBeginningOfADrawing) {
     EXPECT_EQ(refusal(whole.substr(0, complete)), "read");
 }
 
-TEST(RefusedFiles, areMissingOnes) {
-    const auto drawing = Drawing::read("no such folder/plan.dxf");
-    ASSERT_FALSE(drawing);
-    EXPECT_NE(drawing.error().find("no such folder/plan.dxf"), std::string::npos) << drawing.error();
-}
-
 // Sections in odd numbers are no reason to refuse a drawing, nor to stumble over it.
 TEST(OddSections, areKept) {
     const std::string line = "0 LINE|5 100|8 0|10 1.0|20 1.0|11 2.0|21 2.0";
@@ -112,17 +106,6 @@ TEST(OddSections, areKept) {
         (*drawing)->extentsAtOpening();
         AcDbObjectPointer<AcDbObject> space{AcDbObjectId{(*drawing)->modelSpace()}, AcDb::kForWrite};
     }
-}
-
-TEST(OddSections, withoutModelSpaceStillHoldEntitiesOfItsOwn) {
-    const auto drawing =
-        read(header + tags("0 SECTION|2 ENTITIES|0 LINE|5 100|8 0|10 1.0|20 1.0|11 2.0|21 2.0"
-                           "|0 LINE|5 101|8 LOCKED|10 5.0|20 5.0|30 9.0|11 8.0|21 8.0|0 ENDSEC|0 EOF"));
-    EXPECT_EQ(extents(*drawing, 0x100), "1..2 1..2 0..0");
-    EXPECT_EQ(extents(*drawing, 0x101), "5..8 5..8 0..9");
-    EXPECT_TRUE(drawing->isSelectable(drawing->find(0x100)));
-    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
-    EXPECT_NE(drawing->toBytes().find("10\n2.0\n"), std::string::npos);
 }
 
 } // namespace

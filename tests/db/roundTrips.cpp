@@ -1,4 +1,4 @@
-#include "db/DrawingText.h"
+#include "drawings/DrawingText.h"
 
 #include "dxf/Tag.h"
 #include "os/TemporaryFolder.h"
@@ -134,20 +134,6 @@ TEST(RoundTrip, keepsOddities) {
              .bytes()},
     };
     for (const auto& each : cases) expectRoundTrips(each.bytes, each.name);
-}
-
-TEST(RoundTrip, throughAFile) {
-    const TemporaryFolder folder;
-    const std::string path = folder / "plan.dxf",
-                      bytes = DrawingText{.entities = {"POINT|10 1.0|20 2.0"}}.bytes();
-    put(path, bytes);
-    auto drawing = Drawing::read(path);
-    ASSERT_TRUE(drawing) << drawing.error();
-    (*drawing)->setLocked(true);
-    EXPECT_EQ(move(**drawing, 0x100, shift(4, 0)), Acad::eOk);
-    ASSERT_TRUE((*drawing)->save(path, qx::os::Backup::none));
-    EXPECT_EQ(contentOf(path), (*drawing)->toBytes());
-    EXPECT_EQ(extents(*read(contentOf(path)), 0x100), "5..5 2..2 0..0");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "db/DrawingText.h"
+#include "drawings/DrawingText.h"
 
 using namespace drawings;
 
@@ -41,16 +41,6 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
     }
 }
 
-TEST(Selectable, isNothingErasedOrInsideABlock) {
-    const auto drawing =
-        read(DrawingText{.entities = {"POINT|10 1.0"}, .blocks = {{"B", {"POINT|10 1.0"}}}}.bytes());
-    EXPECT_FALSE(drawing->isSelectable(drawing->find(0x400)));
-    EXPECT_EQ(erase(*drawing, 0x100), Acad::eOk);
-    EXPECT_FALSE(drawing->isSelectable(drawing->find(0x100)));
-    EXPECT_EQ(erase(*drawing, 0x100, false), Acad::eOk);
-    EXPECT_TRUE(drawing->isSelectable(drawing->find(0x100)));
-}
-
 TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     const DrawingText text{
         .entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",
@@ -59,10 +49,10 @@ TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
                      "INSERT|66 1|8 OFF|2 B|10 9.0", "ATTRIB|10 99.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
         .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};
     const auto drawing = read(text.bytes());
-    const std::string atFirst = drawings::text(drawing->extentsAtOpening());
+    const std::string atFirst = shapes::text(drawing->extentsAtOpening());
     EXPECT_EQ(atFirst, "1..8 1..5 0..0");
     const auto expectSame = [&](const char* when) {
-        EXPECT_EQ(drawings::text(drawing->extentsAtOpening()), atFirst) << when;
+        EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), atFirst) << when;
         EXPECT_EQ(drawing->openCount(), 0u);
     };
     step(*drawing, [&] { move(*drawing, 0x100, shift(100, 0)); });
@@ -73,7 +63,7 @@ TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     expectSame("erased");
     drawing->history().undo();
     expectSame("brought back");
-    EXPECT_EQ(drawings::text(read(DrawingText{}.bytes())->extentsAtOpening()), "empty");
+    EXPECT_EQ(shapes::text(read(DrawingText{}.bytes())->extentsAtOpening()), "empty");
 }
 
 } // namespace

@@ -61,25 +61,16 @@ TEST(SvgArcs, PassWhereTheArcDoes) {
         EllipticArc arc;
     } cases[] = {
         {"circle", fullCircle(here, x, y, 5)},
-        {"circle seen from below", fullCircle(here, -x, y, 5)},
-        {"door's quarter", circleArc(here, x, y, 900, 0, pi / 2)},
-        {"half", circleArc(here, x, y, 900, 0.3, pi)},
         {"just under a half", circleArc(here, x, y, 900, 0.3, pi - 1e-4)},
-        {"almost a turn", circleArc(here, x, y, 900, 1, 2 * pi - 1e-3)},
         {"clockwise three quarters", circleArc(here, x, y, 2, 1, -1.5 * pi)},
-        {"ellipse", ellipticArc(here, {8, 3, 0}, {-1.5, 4, 0}, 0, 2 * pi)},
         {"part of an ellipse, clockwise", ellipticArc(here, {8, 3, 0}, {1.5, -4, 0}, 2, 4)},
         {"axes that are not perpendicular", ellipticArc(here, {8, 3, 0}, {7, 4, 0}, 1, 5)},
-        {"tall ellipse", ellipticArc(here, {1, 0, 0}, {0, 30, 0}, 0.5, 3)},
-        {"tilted circle", fullCircle(here, x, {0, 0.6, 0.8}, 5)},
         {"circle on edge", fullCircle(here, {0.6, 0.8, 0}, {0, 0, 1}, 5)},
         {"half a circle on edge", circleArc(here, {0.6, 0.8, 0}, {0, 0, 1}, 5, pi / 2, pi)},
-        {"one to thousand", ellipticArc(here, {1000, 400, 0}, {-0.4, 1, 0}, 0.2, 6)},
         {"one to ten thousand", ellipticArc(here, {10000, 4000, 0}, {-0.4, 1, 0}, 0.2, 6)},
         {"nearly straight", arcFromBulge(here, here + x * 100, 1e-5, {0, 0, 1})},
         {"as straight as arcs may be", arcFromBulge(here, here + x * 100, 2e-8, {0, 0, 1})},
         {"tiny, far out", fullCircle({4e6, 3e6, 0}, x, y, 1e-3)},
-        {"huge", fullCircle(here, x, y, 1e12)},
     };
     for (const auto& c : cases) expectSame(c.arc, c.name);
 }

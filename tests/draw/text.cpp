@@ -37,7 +37,6 @@ TEST(SvgText, StandsAsTheHostMeasures) {
     } cases[] = {
         {"digits", "123", right, up, "x=800 y=552 13.889 24 123"},
         {"narrow", "123", right * 0.5, up, "matrix(.5 0 0 1 800 552) 13.889 24 123"},
-        {"turned left", "1", up, -right, "matrix(0-1 1 0 800 552) 13.889 8 1"},
         {"mirrored", "1", -right, up, "matrix(-1 0 0 1 800 552) 13.889 8 1"},
         {"upside down", "1", -right, -up, "matrix(-1 0 0-1 800 552) 13.889 8 1"},
         {"full width", "中文", right, up, "matrix(.869565 0 0 1 800 552) 11.5 23 中文"},
@@ -45,13 +44,11 @@ TEST(SvgText, StandsAsTheHostMeasures) {
          "x=800 y=552 13.889 8 1|matrix(.869565 0 0 1 808 552) 11.5 11.5 中|x=818 y=552 13.889 8 2"},
         {"spaces place what follows", "中 文  ", right, up,
          "matrix(.869565 0 0 1 800 552) 11.5 11.5 中|matrix(.869565 0 0 1 816 552) 11.5 11.5 文"},
-        {"spaces inside and before", "  1 2", right, up, "x=812 y=552 13.889 22 1 2"},
         {"nothing but spaces", "   ", right, up, ""},
         {"codes and controls", "%%c\t1\x01", right, up, "x=800 y=552 13.889 16.5 ∅1"},
         {"escapes", "a<b&\"c\">", right, up, "x=800 y=552 13.889 59.5 a&lt;b&amp;&quot;c&quot;&gt;"},
         {"half a surrogate", "\\U+D8001", right, up, "x=800 y=552 13.889 16 \uFFFD1"},
         {"no height", "1", right, up * 0, ""},
-        {"no width", "1", right * 0, up, ""},
     };
     for (const auto& c : cases) {
         std::string told = drawn(runOf(c.bytes, c.along, c.up));

@@ -16,14 +16,11 @@ TEST(Encoding, decodesByVersionAndCodePage) {
         const char* bytes;
         const char* utf8;
     } cases[] = {
-        {"ASCII", "AC1015", "ANSI_1252", "Wall 1", "Wall 1"},
         {"Western code page", "AC1015", "ANSI_1252", "\xE9\x80", "é€"},
         {"no code page is the Western one", "AC1018", "", "\xE9", "é"},
-        {"GBK", "AC1015", "ANSI_936", "\xD6\xD0\xCE\xC4", "中文"},
         {"GBK, second byte a backslash", "AC1015", "ANSI_936", "\x95\x5C", "昞"},
         {"that backslash begins no escape", "AC1015", "ANSI_936", "\x95\x5CU+4E2D", "昞U+4E2D"},
         {"an escape right behind that backslash", "AC1015", "ANSI_936", "\x95\x5C\\U+4E2D", "昞中"},
-        {"GBK cut inside a character", "AC1015", "ANSI_936", "a\xD6", "a\uFFFD"},
         {"the version beats the code page", "AC1021", "ANSI_936", "中文", "中文"},
         {"broken UTF-8", "AC1032", "",
          "a\xFF"

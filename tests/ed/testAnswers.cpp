@@ -1,5 +1,4 @@
 #include "ed/Keywords.h"
-#include "ed/Variables.h"
 #include "ed/points.h"
 
 #include <gtest/gtest.h>
@@ -17,12 +16,10 @@ struct PointCase {
 const PointCase pointCases[] = {
     {"1,2", TypedPoint{Frame::user, {1, 2, 0}}},
     {"-1.5,+2e3,.25", TypedPoint{Frame::user, {-1.5, 2000, 0.25}}},
-    {"@3,-4", TypedPoint{Frame::relative, {3, -4, 0}}},
     {"@3,-4,5", TypedPoint{Frame::relative, {3, -4, 5}}},
     {"*1,2", TypedPoint{Frame::world, {1, 2, 0}}},
     {"", {}},
     {"1", {}},
-    {"1,", {}},
     {",1", {}},
     {"1,2,", {}},
     {"1,2,3,4", {}},
@@ -59,7 +56,6 @@ const KeywordCase keywordCases[] = {
     {"Yes No", "e", nullptr},
     {"Yes No", "", nullptr},
     {"Yes No", "_yes", "Yes"},
-    {"O G", "o", "O"},
     {"HC T L C HD", "h", nullptr}, // both capitals are the abbreviation
     {"HC T L C HD", "hd", "HD"},
     {"LEft LIne", "le", "LEft"},
@@ -85,15 +81,4 @@ TEST(Keywords, whatIsTypedFindsOne) {
     }
 }
 
-TEST(Variables, keepToTheirLimits) {
-    using Status = Variables::Status;
-    Variables variables;
-    EXPECT_EQ(variables.set("cmddia", 1), Status::done);
-    EXPECT_EQ(variables.number("CMDDIA"), 1);
-    EXPECT_EQ(variables.set("PICKSTYLE", 4), Status::outOfRange);
-    EXPECT_EQ(variables.number("PICKSTYLE"), 1);
-    EXPECT_EQ(variables.set("CMDACTIVE", 1), Status::readOnly);
-    EXPECT_EQ(variables.set("NOSUCH", 1), Status::unknown);
-    EXPECT_FALSE(variables.find("NOSUCH"));
-}
 } // namespace

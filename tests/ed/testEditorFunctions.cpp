@@ -1,8 +1,8 @@
 #include "aced.h"
 #include "acutads.h"
 #include "dbmain.h"
+#include "drawings/DrawingText.h"
 #include "ed/Editor.h"
-#include "ed/TerseDxf.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +12,10 @@ namespace {
 using namespace qx;
 using tests::Editor;
 
-const std::string scene = tests::drawingText(
-    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=1000 21=0 31=0
-CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=500 20=400 30=0 40=100
-LINE 5=A4 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=10 21=0 31=0)");
+const std::string scene =
+    drawings::DrawingText{.entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0", "CIRCLE|5 A3|10 500|20 400|40 100",
+                                       "LINE|5 A4|10 0|20 0|11 10|21 0"}}
+        .bytes();
 
 std::string text(double value) {
     char buffer[40];
@@ -63,18 +63,14 @@ struct PromptCase {
 };
 const PromptCase promptCases[] = {
     {"point", pointAnswer, 0, nullptr, "1,2,3\n", "5100 1,2,3", ""},
-    {"point without z", pointAnswer, 0, nullptr, "1,2\n", "5100 1,2,0", ""},
     {"point, Enter", pointAnswer, 0, nullptr, "\n", "5000 -1,-1,-1", ""},
     {"point, cancel", pointAnswer, 0, nullptr, "^C", "-5002 -1,-1,-1", ""},
     {"point, keyword", pointAnswer, 0, L"Exit Undo", "u\n", "-5005 -1,-1,-1 Undo", ""},
     {"point, Enter not allowed", pointAnswer, 1, nullptr, "\n", "-5002 -1,-1,-1", "an answer is needed here"},
     {"point, no point", pointAnswer, 0, L"Exit", "foo\n", "-5002 -1,-1,-1", "\"foo\" is not a point"},
     {"real", realAnswer, 0, nullptr, "-2.5\n", "5100 -2.5", ""},
-    {"real, Enter", realAnswer, 0, nullptr, "\n", "5000 -99", ""},
     {"real, keyword", realAnswer, 6, L"None", "n\n", "-5005 None", ""},
-    {"real, zero allowed", realAnswer, 4, nullptr, "0\n", "5100 0", ""},
     {"real, zero not allowed", realAnswer, 2, nullptr, "0\n", "-5002 -99", "the number is not allowed here"},
-    {"real, negative allowed", realAnswer, 2, nullptr, "-1\n", "5100 -1", ""},
     {"real, negative not allowed", realAnswer, 4, nullptr, "-1\n", "-5002 -99",
      "the number is not allowed here"},
     {"real, no number", realAnswer, 0, nullptr, "1x\n", "-5002 -99", "\"1x\" is not a number"},
@@ -101,42 +97,39 @@ TEST(Prompts, resultsAndOutputs) {
     }
 }
 
-TEST(Prompts, rulesCountOnce) {
-    Editor editor{scene};
-    std::string first, second;
-    editor.runBody(
-        [&] {
-            acedInitGet(1, L"Exit");
-            first = pointAnswer();
-            second = pointAnswer();
-        },
-        "e\n\n");
-    EXPECT_EQ(first, "-5005 -1,-1,-1 Exit");
-    EXPECT_EQ(second, "5000 -1,-1,-1");
+TEST(Prompts, pointsFollowRulesBaseAndUserSystem) {
+    struct Case {
+        const char* name;
+        const char* header;
+        int bits; ///< for the first point only
+        const char* answers;
+        const char* points;
+    };
+    const Case cases[] = {
+        {"rules count once", "", 1, "e\n\n", "-5005 -1,-1,-1 Exit; 5000 -1,-1,-1"},
+        {"relative to the last", "", 0, "10,20,1\n@1,2\n", "5100 10,20,1; 5100 11,22,1"},
+        {"user system", "|9 $UCSORG|10 100|20 0|30 0", 0, "1,2\n*1,2\n", "5100 1,2,0; 5100 -99,2,0"},
+    };
+    for (const Case& each : cases) {
+        Editor editor{drawings::DrawingText{.header = each.header}.bytes()};
+        std::string points;
+        editor.runBody(
+            [&] {
+                acedInitGet(each.bits, L"Exit");
+                points = pointAnswer() + "; ";
+                points += pointAnswer();
+            },
+            each.answers);
+        EXPECT_EQ(points, each.points) << each.name;
+    }
 }
 
-TEST(Prompts, relativePoints) {
+TEST(Prompts, relativePointsStartAtTheBaseThatIsGiven) {
     Editor editor{scene};
-    std::string points;
-    editor.runBody(
-        [&] {
-            points = pointAnswer() + ' ';
-            points += pointAnswer();
-            const ads_point base{100, 100, 0};
-            ads_point result{};
-            acedGetPoint(base, L"到: ", result);
-            points += ' ' + text(result[0]) + ',' + text(result[1]);
-        },
-        "10,20,1\n@1,2\n@5,-5\n");
-    EXPECT_EQ(points, "5100 10,20,1 5100 11,22,1 105,95");
-}
-
-TEST(Prompts, pointsStayInTheUserSystem) {
-    Editor editor{tests::drawingText("", "", "", "9\n$UCSORG\n10\n100\n20\n0\n30\n0\n")};
-    std::string user, world;
-    editor.runBody([&] { user = pointAnswer(), world = pointAnswer(); }, "1,2\n*1,2\n");
-    EXPECT_EQ(user, "5100 1,2,0");
-    EXPECT_EQ(world, "5100 -99,2,0");
+    ads_point result{};
+    const ads_point base{100, 100, 0};
+    editor.runBody([&] { acedGetPoint(base, L"到: ", result); }, "@5,-5\n");
+    EXPECT_EQ(text(result[0]) + ',' + text(result[1]), "105,95");
 }
 
 // A person is asked again; here the answers come from a source that says so.
@@ -159,14 +152,6 @@ TEST(Prompts, aPersonIsAskedAgain) {
     EXPECT_EQ(editor.transcript,
               "命令: FOO\n未知命令“FOO”。\n命令: BODY\n数: \n需要数值。\n数: x\n需要数值。\n"
               "数: 0\n值必须为正且非零。\n数: -1\n值必须为正且非零。\n数: 2\n命令: ");
-}
-
-TEST(Prompts, aPersonIsAskedBeforeChangesAreLost) {
-    Editor editor{scene};
-    Person stays{"ERASE\nL\n\nQUIT\nN\n", "input"};
-    EXPECT_EQ(ed::CommandRunner{editor.session}.run(stays), ed::RunEnd::sourceEnded);
-    Person goes{"QUIT\nY\n", "input"};
-    EXPECT_EQ(ed::CommandRunner{editor.session}.run(goes), ed::RunEnd::quit);
 }
 
 struct Names {

@@ -1,4 +1,3 @@
-#include "ed/Transcript.h"
 #include "ed/formatted.h"
 
 #include <gtest/gtest.h>
@@ -41,20 +40,4 @@ TEST(Format, oneCasePerLine) {
     EXPECT_EQ(format(L"50%"), L"50%");
 }
 
-TEST(Transcript, keepsMessagesOnTheirLines) {
-    std::string text;
-    qx::ed::Transcript transcript{[&](std::string_view part) { text += part; }};
-    transcript.message("\nfirst");    // no blank line at the top
-    transcript.message("\nsecond\n"); // its own line
-    transcript.message("\nthird");    // no blank line
-    transcript.message(" goes on");   // the cursor is behind "third"
-    transcript.prompt("\n点:");       // a prompt begins a line
-    transcript.answer("1,2", false);
-    transcript.prompt("命令: ");
-    transcript.answer("U", true); // the terminal has shown it
-    transcript.sentence("done");
-    transcript.message("\n"); // nothing to see
-    transcript.message("\n\nblank before");
-    EXPECT_EQ(text, "first\nsecond\nthird goes on\n点:1,2\n命令: done\n\nblank before");
-}
 } // namespace

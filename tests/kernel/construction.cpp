@@ -2,12 +2,13 @@
 #include "dbapserv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
+#include "drawings/OpenedDrawing.h"
 #include "kernel/Opened.h"
-#include "tests/kernel/SmallDrawing.h"
 
 #include <gtest/gtest.h>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace kernel;
 
@@ -19,10 +20,10 @@ protected:
         for (std::size_t at = 0; (at = bytes.find("\nLINE\n", at)) != std::string::npos; ++at) ++count;
         return count;
     }
-    OpenedDrawing drawing_{SmallDrawing{}};
+    OpenedDrawing drawing_{DrawingText{}};
 };
 
-TEST_F(Construction, ALineKeepsItsHeightsAndTheDefaultColour) {
+TEST_F(Construction, ALineKeepsItsHeightsAndItsColour) {
     const AcDbObjectId id = makeLine({1, 2, 3}, {4, 5, 6}, 0);
     const AcDbObjectPointer<AcDbLine> line{id};
     ASSERT_EQ(line.openStatus(), Acad::eOk);
@@ -30,17 +31,8 @@ TEST_F(Construction, ALineKeepsItsHeightsAndTheDefaultColour) {
     EXPECT_EQ(line->endPoint(), AcGePoint3d(4, 5, 6));
     EXPECT_EQ(line->colorIndex(), 256);
     EXPECT_EQ(line->ownerId().record(), drawing_->modelSpace());
-}
-
-TEST_F(Construction, ANewEntityIsFoundByItsHandle) {
-    const AcDbObjectId id = makeLine({0, 0, 0}, {1, 0, 0}, 0);
-    EXPECT_EQ(drawing_.id(id.handle().value()), id);
-}
-
-TEST_F(Construction, AColourIndexIsTheLinesOwn) {
-    const AcDbObjectPointer<AcDbLine> line{makeLine({0, 0, 0}, {1, 0, 0}, 1)};
-    ASSERT_EQ(line.openStatus(), Acad::eOk);
-    EXPECT_EQ(line->colorIndex(), 1);
+    const AcDbObjectPointer<AcDbLine> red{makeLine({0, 0, 0}, {1, 0, 0}, 1)};
+    EXPECT_EQ(red->colorIndex(), 1);
 }
 
 TEST_F(Construction, CirclesAndArcsLieFlat) {
@@ -72,32 +64,5 @@ TEST_F(Construction, NothingStaysOpenAndNothingIsLeftWhenAnyOpeningFails) {
     }
 }
 
-TEST(ConstructionWithoutDrawing, GivesANullId) { EXPECT_TRUE(makeCircle({0, 0, 0}, 1).isNull()); }
-
-TEST_F(Construction, RecordsOpenByNameInTheModeAskedFor) {
-    AcDbBlockTable* table = nullptr;
-    ASSERT_EQ(drawing_->database().getSymbolTable(table, AcDb::kForRead), Acad::eOk);
-    const Opened<AcDbBlockTable> closing{table};
-    const struct {
-        const char* name;
-        const ACHAR* record;
-        AcDb::OpenMode mode;
-        Acad::ErrorStatus status;
-    } cases[] = {
-        {"for reading", L"*Model_Space", AcDb::kForRead, Acad::eOk},
-        {"for writing", L"*Model_Space", AcDb::kForWrite, Acad::eOk},
-        {"in other letters", L"*MODEL_SPACE", AcDb::kForRead, Acad::eOk},
-        {"unknown", L"Nowhere", AcDb::kForRead, Acad::eKeyNotFound},
-    };
-    for (const auto& each : cases) {
-        auto* record = reinterpret_cast<AcDbBlockTableRecord*>(table); // must not survive a failure
-        EXPECT_EQ(openBlockRecord(table, each.record, record, each.mode), each.status) << each.name;
-        EXPECT_EQ(record != nullptr, each.status == Acad::eOk) << each.name;
-        const Opened<AcDbBlockTableRecord> opened{record};
-        if (record) {
-            EXPECT_EQ(record->isWriteEnabled(), each.mode == AcDb::kForWrite) << each.name;
-        }
-    }
-}
 } // namespace
 } // namespace qx::tests

@@ -1,12 +1,12 @@
 #include "kernel/rotations.h"
 #include "dbents.h"
 #include "dbobjptr.h"
-#include "kernel/midpoint.h"
-#include "tests/kernel/SmallDrawing.h"
+#include "drawings/OpenedDrawing.h"
 
 #include <gtest/gtest.h>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace kernel;
 
@@ -25,35 +25,17 @@ protected:
     }
     static double rounded(double value) { return std::round(value * 1e6) / 1e6 + 0.0; }
 
-    SmallDrawing content_;
+    DrawingText content_;
     const Handle a_ = content_.line({1, 0, 5}, {3, 0, 7});
     const Handle locked_ = content_.line({0, 0, 0}, {1, 0, 0}, "LOCKED");
     const Handle b_ = content_.line({0, 2, 0}, {0, 4, 0});
     OpenedDrawing drawing_{content_};
 };
 
-TEST_F(Rotations, TurnsCounterClockwiseAboutTheVerticalAxis) {
-    EXPECT_EQ(rotateEntity(drawing_.id(a_), {1, 1, 99}, quarter), Acad::eOk);
-    EXPECT_EQ(ends(a_), "2,1,5 2,3,7");
-}
-
-TEST_F(Rotations, AngleZeroLeavesTheEntityWhereItWas) {
-    const std::string before = ends(a_);
-    EXPECT_EQ(rotateEntity(drawing_.id(a_), {10, 20, 0}, 0), Acad::eOk);
-    EXPECT_EQ(ends(a_), before);
-}
-
 TEST_F(Rotations, TheStatusIsThatOfTheOpening) {
     const std::string before = drawing_->toBytes();
     EXPECT_EQ(rotateEntity(drawing_.id(locked_), {}, quarter), Acad::eOnLockedLayer);
     EXPECT_EQ(rotateEntity(AcDbObjectId::kNull, {}, quarter), Acad::eNullObjectId);
-    EXPECT_EQ(drawing_->toBytes(), before);
-}
-
-TEST_F(Rotations, AnErasedEntityIsNotOpened) {
-    AcDbObjectPointer<AcDbEntity> { drawing_.id(a_), AcDb::kForWrite } -> erase();
-    const std::string before = drawing_->toBytes();
-    EXPECT_EQ(rotateEntity(drawing_.id(a_), {}, quarter), Acad::eWasErased);
     EXPECT_EQ(drawing_->toBytes(), before);
 }
 
@@ -84,11 +66,5 @@ TEST_F(Rotations, EachTurnsAboutItsOwnPoint) {
     EXPECT_EQ(ends(b_), "0,2,0 -2,2,0");
 }
 
-TEST(Midpoint, LiesInThePlane) {
-    const AcGePoint3d middle = midpointXY({0, 0, 5}, {2, 4, 7});
-    EXPECT_EQ(middle.x, 1);
-    EXPECT_EQ(middle.y, 2);
-    EXPECT_EQ(middle.z, 0);
-}
 } // namespace
 } // namespace qx::tests

@@ -4,7 +4,6 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 using namespace qx::os;
@@ -28,33 +27,6 @@ TEST(ReadFile, GivesEveryByteAndOneSpare) {
         EXPECT_TRUE(bytes->view() == patternOf(size));
         EXPECT_EQ(bytes->data()[size], 0);
     }
-}
-
-TEST(ReadFile, TellsProgressUpToTheEnd) {
-    TemporaryFolder folder;
-    put(folder / "in", patternOf(10u << 20));
-    std::uint64_t last = 0;
-    int calls = 0;
-    ASSERT_TRUE(readFile(folder / "in", [&](std::uint64_t done, std::uint64_t total) {
-        EXPECT_GT(done, last);
-        EXPECT_EQ(total, 10u << 20);
-        last = done;
-        ++calls;
-    }));
-    EXPECT_EQ(last, 10u << 20);
-    EXPECT_GE(calls, 3);
-}
-
-TEST(ReadFile, ReadsAPipeToItsEnd) {
-    TemporaryFolder folder;
-    const std::string pipe = folder / "pipe";
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    const std::string sent = patternOf(300'000);
-    std::thread writer{[&] { put(pipe, sent); }};
-    const auto bytes = readFile(pipe);
-    writer.join();
-    ASSERT_TRUE(bytes) << bytes.error();
-    EXPECT_TRUE(bytes->view() == sent);
 }
 
 TEST(ReadFile, RefusesWithOneSentence) {
@@ -192,15 +164,6 @@ TEST(AtomicFile, RefusesWithOneSentence) {
     EXPECT_NE(save(folder / "sub/locked", "x").error().find("write-protected"), std::string::npos);
     EXPECT_NE(save(folder / "sub/new", "x").error().find("permission denied"), std::string::npos);
     chmod((folder / "sub").c_str(), 0755);
-}
-
-TEST(AtomicFile, TargetTurnedFolderMeanwhile) {
-    TemporaryFolder folder;
-    auto file = AtomicFile::create(folder / "out");
-    ASSERT_TRUE(file);
-    fs::create_directory(folder / "out");
-    file->write("x");
-    EXPECT_NE(file->commit().error().find("it is a folder"), std::string::npos);
 }
 
 TEST(AtomicFile, BackupThatCantBeMadeStopsTheSave) {

@@ -1,6 +1,5 @@
 #include "TemporaryFolder.h"
 #include "os/SharedObject.h"
-#include "os/terminal.h"
 
 using namespace qx::os;
 
@@ -15,10 +14,6 @@ TEST(SharedObject, RefusesWithOneSentence) {
         EXPECT_EQ(object.error().find("Can't load " + path + ": "), 0u) << object.error();
         EXPECT_EQ(object.error().find('\n'), std::string::npos);
     }
-}
-
-TEST(Surroundings, ProgramFolderHoldsThisProgram) {
-    EXPECT_TRUE(std::filesystem::equivalent(programFolder(), QX_BIN_DIR)) << programFolder();
 }
 
 } // namespace

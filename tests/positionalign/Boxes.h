@@ -1,17 +1,18 @@
 // Text forms for tests: rows of boxes along an axis, and how far boxes have moved.
 #pragma once
 
+#include "drawings/OpenedDrawing.h"
 #include "positionalign/ItemExtent.h"
-#include "tests/kernel/SmallDrawing.h"
 
 namespace qx::tests {
+using namespace drawings;
 
 using Item = std::vector<Handle>;
 
 /// Draws a row such as "0..10 15..35L 2..3+4..5 void". Items stand apart by spaces, the members of one item
 /// by "+". "0..10" is a line with that extent along the axis, "L" puts it on the locked layer, "void" is a
 /// text that draws nothing.
-std::vector<Item> drawRow(SmallDrawing& drawing, const std::string& row, positionalign::Axis axis);
+std::vector<Item> drawRow(DrawingText& drawing, const std::string& row, positionalign::Axis axis);
 
 /// Where the things are, to be compared with where they are later.
 class Positions {

@@ -4,10 +4,11 @@
 #include "tests/positionalign/Boxes.h"
 
 namespace qx::tests {
+using namespace drawings;
 
 /// Groups: AB holds a and b; C holds c. d is in no group.
 struct Scene {
-    SmallDrawing content;
+    DrawingText content;
     const Handle a = content.line({10, 20, 3}, {30, 50, 7});
     const Handle b = content.line({-5, 0, 0}, {5, 8, 0});
     const Handle c = content.line({100, 100, -2}, {140, 110, -2});

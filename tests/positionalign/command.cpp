@@ -1,43 +1,32 @@
 // Whole runs of the command, as scripts over a small drawing.
 #include "positionalign/command.h"
-#include "accmd.h"
-#include "ed/CommandRunner.h"
-#include "ed/ScriptSource.h"
+#include "ed/Editor.h"
 #include "rxregsvc.h"
 #include "tests/positionalign/Scene.h"
 
 #include <gtest/gtest.h>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 
 /// A session over the scene in which the command is known.
-class CommandSession {
-public:
+struct CommandSession {
     CommandSession() {
         acedRegCmds->addCommand(L"QX_TEST", L"KV_PositionAlign", L"KV_PositionAlign", ACRX_CMD_MODAL,
                                 positionalign::runCommand);
-        session_.setDrawing(read(scene.content));
-        before_ = std::make_unique<Positions>(drawing(), scene.items);
     }
-
     /// True when the script went through.
-    bool run(const std::string& script) {
-        ed::ScriptSource source{script, "test"};
-        return ed::CommandRunner{session_}.run(source) == ed::RunEnd::sourceEnded;
-    }
-
-    db::Drawing& drawing() { return *session_.drawing(); }
-    std::string shifts() const { return before_->shifts(); }
+    bool run(const std::string& script) { return editor.run(script).end == ed::RunEnd::sourceEnded; }
+    db::Drawing& drawing() { return editor.drawing(); }
+    std::string shifts() const { return before.shifts(); }
     bool hasTheFilesBytes() { return drawing().toBytes() == scene.content.bytes(); }
-    const ed::Session& session() const { return session_; }
+    const ed::Session& session() const { return editor.session; }
 
     const Scene scene;
-    std::string shown;
-
-private:
-    ed::Session session_{[this](std::string_view text) { shown += text; }};
-    std::unique_ptr<Positions> before_;
+    Editor editor{scene.content.bytes()};
+    const std::string& shown = editor.transcript;
+    const Positions before{editor.drawing(), scene.items};
 };
 
 int count(const std::string& text, const std::string& part) {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace positionalign;
 
@@ -13,30 +14,18 @@ struct DistributionCase {
     const char* shifts;
 };
 
-/// The n-th item becomes the n-th group of the dictionary; one member of each is selected.
-std::string distributedAsGroups(const DistributionCase& each, Axis axis) {
-    SmallDrawing content;
+/// One member of each item is selected; as groups, the n-th item is the n-th group of the dictionary.
+std::string distributed(const DistributionCase& each, Axis axis, bool asGroups) {
+    DrawingText content;
     const std::vector<Item> items = drawRow(content, each.row, axis);
     Item selected;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        content.group("G" + std::to_string(100 + i), items[i]);
-        selected.push_back(items[i].back());
+    for (const Item& item : items) {
+        if (asGroups) content.group("G" + std::to_string(100 + selected.size()), item);
+        selected.push_back(item.back());
     }
     const OpenedDrawing drawing{content};
     const Positions before{*drawing, items};
-    distributeGroups(drawing.ids(selected), axis);
-    EXPECT_EQ(drawing->openCount(), 0u) << each.name;
-    return before.shiftsAlong(axis);
-}
-
-std::string distributedAsObjects(const DistributionCase& each, Axis axis) {
-    SmallDrawing content;
-    const std::vector<Item> items = drawRow(content, each.row, axis);
-    Item selected;
-    for (const Item& item : items) selected.push_back(item.front());
-    const OpenedDrawing drawing{content};
-    const Positions before{*drawing, items};
-    distributeObjects(drawing.ids(selected), axis);
+    (asGroups ? distributeGroups : distributeObjects)(drawing.ids(selected), axis);
     EXPECT_EQ(drawing->openCount(), 0u) << each.name;
     return before.shiftsAlong(axis);
 }
@@ -64,16 +53,11 @@ const DistributionCase casesOfBothForms[] = {
     {"nothing but items without extents", "void void", "0 0"},
 };
 
-TEST(Distribution, OfObjects) {
+TEST(Distribution, OfItemsOfOneMember) {
     for (const auto& each : casesOfBothForms)
         for (const Axis axis : {Axis::x, Axis::y})
-            EXPECT_EQ(distributedAsObjects(each, axis), each.shifts) << each.name;
-}
-
-TEST(Distribution, OfGroupsOfOne) {
-    for (const auto& each : casesOfBothForms)
-        for (const Axis axis : {Axis::x, Axis::y})
-            EXPECT_EQ(distributedAsGroups(each, axis), each.shifts) << each.name;
+            for (const bool asGroups : {false, true})
+                EXPECT_EQ(distributed(each, axis, asGroups), each.shifts) << each.name;
 }
 
 TEST(Distribution, OfGroups) {
@@ -88,11 +72,11 @@ TEST(Distribution, OfGroups) {
     };
     for (const auto& each : cases)
         for (const Axis axis : {Axis::x, Axis::y})
-            EXPECT_EQ(distributedAsGroups(each, axis), each.shifts) << each.name;
+            EXPECT_EQ(distributed(each, axis, true), each.shifts) << each.name;
 }
 
 TEST(Distribution, AMemberOfTwoGroupsIsMeasuredWhereItIsByThen) {
-    SmallDrawing content;
+    DrawingText content;
     const std::vector<Item> items = drawRow(content, "0..10 20..30 40..50 92..102", Axis::x);
     const Handle shared = items[1][0], second = items[2][0];
     content.group("A", items[0]);
@@ -108,7 +92,7 @@ TEST(Distribution, AMemberOfTwoGroupsIsMeasuredWhereItIsByThen) {
 }
 
 TEST(Distribution, ObjectsOutsideEveryGroupStay) {
-    SmallDrawing content;
+    DrawingText content;
     const std::vector<Item> items = drawRow(content, "0..10 15..35 90..100 40..41", Axis::x);
     for (std::size_t i = 0; i < 3; ++i) content.group("G" + std::to_string(i), items[i]);
     content.group("UNTOUCHED", {content.line({0, 0, 0}, {500, 0, 0})});

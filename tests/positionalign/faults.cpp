@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace positionalign;
 

@@ -12,6 +12,7 @@
 #include <random>
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace positionalign;
 
@@ -54,7 +55,7 @@ private:
     }
 
     std::mt19937 random_;
-    SmallDrawing content_;
+    DrawingText content_;
 };
 
 double difference(const AcDbExtents& a, const AcDbExtents& b) {

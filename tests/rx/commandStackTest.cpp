@@ -132,7 +132,6 @@ TEST(CommandStack, StaleCommandsStayAndGiveWay) {
 HINSTANCE const someInstance = reinterpret_cast<HINSTANCE>(&runs);
 HINSTANCE seen = nullptr;
 ModuleId seenModule = hostItself;
-CommandStack* selfRemoving = nullptr;
 
 void look() {
     seen = AfxGetResourceHandle();
@@ -140,7 +139,6 @@ void look() {
 }
 void throwError() { throw std::runtime_error{"reason"}; }
 void throwNumber() { throw 42; }
-void removeItself() { selfRemoving->removeGroup(L"G"); }
 
 TEST(Command, RunsInItsModuleWithItsResources) {
     CommandStack stack;
@@ -163,14 +161,6 @@ TEST(Command, ExceptionsEndHere) {
     EXPECT_EQ(stack.find(L"number")->run().error(), "命令 Number 因内部错误而中断：unknown exception。");
     EXPECT_EQ(AfxGetResourceHandle(), nullptr);
     EXPECT_EQ(ModuleScope::current(), hostItself);
-}
-
-TEST(Command, MayRemoveItself) {
-    CommandStack stack;
-    selfRemoving = &stack;
-    add(stack, "G/Gone/", 5, someInstance, removeItself);
-    EXPECT_TRUE(stack.find(L"gone")->run());
-    EXPECT_TRUE(stack.all().empty());
 }
 
 } // namespace

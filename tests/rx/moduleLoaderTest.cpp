@@ -131,14 +131,10 @@ struct Play {
 };
 
 const Play plays[] = {
-    {"no drawing", "", "load A,unload A", "A1 A2", "", ""},
     {"drawing open", "", "open,load A,unload A,close", "A1 A3 A4 A2", "", ""},
     {"one drawing message per drawing", "", "load A,open,send 3,close,send 4,open,close", "A1 A3 A4 A3 A4",
      "", "A"},
-    {"loaded after the drawing closed", "", "open,close,load A", "A1", "", "A"},
-    {"oldest first", "", "load B,load A,open", "B1 A1 B3 A3", "", "BA"},
     {"twice", "", "load A,load A", "A1", "puppetA.arx is already loaded.|", "A"},
-    {"not loaded", "", "unload A", "", "puppetA is not loaded.|", ""},
     {"locked", "A1 lock", "load A,unload A", "A1", "puppetA.arx is locked and can't be unloaded.|", "A"},
     {"refuses to start", "A1 error", "load A", "A1",
      "puppetA.arx reported an error and was unloaded (message 1).|", ""},
@@ -163,14 +159,11 @@ const Play plays[] = {
     {"function by message", "A3 def7, A5 text code", "load A,open,call", "A1 A3 A5 =7", "", "A"},
     {"last value counts", "A3 def7, A5 code text", "load A,open,call", "A1 A3 A5 =\"文\"", "", "A"},
     {"no value given: nil", "A3 def7", "load A,open,call", "A1 A3 A5 =nil", "", "A"},
-    {"void prints nothing", "A3 def7, A5 code void", "load A,open,call", "A1 A3 A5 =", "", "A"},
     {"no drawing, no function", "A3 def7", "load A,open,close,call", "A1 A3 A4 =undefined", "", "A"},
     {"newest definition hides", "A3 def1, B3 def2, B5 code", "load A,load B,open,call", "A1 B1 A3 B3 B5 =2",
      "", "AB"},
     {"unloading uncovers", "A3 def1, A5 code, B3 def2", "open,load A,load B,unload B,call",
      "A1 A3 B1 B3 B4 B2 A5 =1", "", "A"},
-    {"taking back uncovers", "A3 def1, A5 code, B3 def2, B9 undef2", "open,load A,load B,send 9,call",
-     "A1 A3 B1 B3 A9 B9 A5 =1", "", "AB"},
     {"defining again replaces", "A3 def1 def4 undef4", "load A,open,call", "A1 A3 =undefined", "", "A"},
     {"direct call", "A3 def1 direct", "load A,open,call", "A1 A3 =1", "", "A"},
     {"function that fails", "A3 def1, A5 error", "load A,open,call", "A1 A3 A5 A4 A2 =nil",
@@ -253,20 +246,6 @@ TEST_F(PuppetTest, ModulesAreFoundByNameInAnyCaseAndByPath) {
     EXPECT_FALSE(loader_.unload("puppet"));
 }
 
-TEST_F(PuppetTest, TellsWhatModulesSaidOfThemselves) {
-    orders_["A1"] = "aware";
-    orders_["B1"] = "lock";
-    play("load A,load B");
-    const auto list = loader_.list();
-    ASSERT_EQ(list.size(), 2u);
-    EXPECT_TRUE(list[0].mdiAware && !list[0].locked);
-    EXPECT_TRUE(!list[1].mdiAware && list[1].locked);
-    EXPECT_TRUE(acrxDynamicLinker->isApplicationLocked(L"PUPPETB"));
-    EXPECT_FALSE(acrxDynamicLinker->isApplicationLocked(L"puppetA.arx"));
-    EXPECT_EQ(list[0].name, "puppetA.arx");
-    EXPECT_TRUE(std::filesystem::equivalent(list[0].path, pathOf("puppetA")));
-}
-
 TEST_F(PuppetTest, WhatIsNoModuleIsNotLoaded) {
     struct Case {
         const char* name;
@@ -327,15 +306,6 @@ TEST(Lisp, ValuesPrintAsLispPrintsThem) {
     }
     EXPECT_EQ(acedGetFunCode(), 3);
     EXPECT_EQ(outer.text(), "2.0") << "an inner call keeps its value to itself";
-}
-
-TEST(Lisp, RefusesNonsense) {
-    EXPECT_EQ(acedDefun(nullptr, 1), RTERROR);
-    EXPECT_EQ(acedDefun(L"", 1), RTERROR);
-    EXPECT_EQ(acedUndef(L"nothing", 1), RTERROR);
-    EXPECT_EQ(acedUndef(nullptr, 1), RTERROR);
-    EXPECT_EQ(acedRegFunc([] { return RTNORM; }, 4711), RTERROR);
-    EXPECT_FALSE(moduleLoader().invoke(L"nothing").defined);
 }
 
 } // namespace

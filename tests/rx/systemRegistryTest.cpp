@@ -24,15 +24,4 @@ TEST(SystemRegistry, NamesIgnoreAsciiCase) {
     EXPECT_EQ(registry.at(nullptr), nullptr);
 }
 
-TEST(SystemRegistry, HasTheHostsServices) {
-    EXPECT_NE(acedRegCmds, nullptr);
-    ASSERT_NE(acrxDynamicLinker, nullptr);
-    EXPECT_EQ(AcEdCommandStack::cast(acrxDynamicLinker), nullptr);
-    int stranger = 0;
-    EXPECT_FALSE(acrxDynamicLinker->unlockApplication(&stranger));
-    EXPECT_FALSE(acrxUnlockApplication(nullptr));
-    EXPECT_FALSE(acrxLoadModule(nullptr, true));
-    EXPECT_FALSE(acrxUnloadModule(L"nothing"));
-}
-
 } // namespace

@@ -36,17 +36,13 @@ TEST(Window, seesSegments) {
     const WindowCase<Segment> cases[] = {
         {"inside", {{1, 1, 0}, {9, 8, 0}}, "inside"},
         {"on the border", {{0, 0, 0}, {0, 10, 0}}, "inside"},
-        {"inside at any height", {{1, 1, 99}, {2, 2, -99}}, "inside"},
         {"one end inside", {{5, 5, 0}, {50, 5, 0}}, "touches"},
         {"right across", {{-5, 5, 0}, {15, 6, 0}}, "touches"},
         {"across a corner", {{-1, 2, 0}, {2, -1, 0}}, "touches"},
         {"through a corner point", {{-1, 1, 0}, {1, -1, 0}}, "touches"},
         {"past a corner", {{-1, 0.9, 0}, {0.9, -1, 0}}, "apart"},
-        {"past a corner the other way", {{0.9, -1, 0}, {-1, 0.9, 0}}, "apart"},
         {"ends before the border", {{-5, 5, 0}, {-0.001, 5, 0}}, "apart"},
-        {"ends on the border", {{-5, 5, 0}, {0, 5, 0}}, "touches"},
         {"a point inside", {{5, 5, 0}, {5, 5, 0}}, "inside"},
-        {"a point outside", {{5, 15, 0}, {5, 15, 0}}, "apart"},
         {"not finite", {{5, 5, 0}, {INFINITY, 5, 0}}, "apart"},
     };
     check(cases, &Sink::segment);
@@ -56,14 +52,11 @@ TEST(Window, seesArcs) {
     const auto circle = [](double x, double y, double radius) { return fullCircle({x, y, 0}, X, Y, radius); };
     const WindowCase<EllipticArc> cases[] = {
         {"inside", circle(5, 5, 4), "inside"},
-        {"filling the window", circle(5, 5, 5), "inside"},
         {"around the window", circle(5, 5, 8), "apart"},
         {"across two borders", circle(5, 5, 6), "touches"},
-        {"over one border and back", circle(5, -1, 2), "touches"},
         {"touching from outside", circle(-2, 5, 2), "touches"},
         {"box overlaps, curve passes the corner", circle(-2, -2, 2.5), "apart"},
         {"around one corner", circle(0, 0, 1), "touches"},
-        {"ends inside", circleArc({5, -5, 0}, X, Y, 7, 0, pi / 2), "touches"},
         {"the part inside is not drawn", circleArc({5, -1, 0}, X, Y, 2, pi * 0.9, pi * 1.2), "apart"},
         {"drawn part inside only", circleArc({5, 0, 0}, X, Y, 2, 0, pi), "inside"},
         {"flat ellipse right across", ellipticArc({5, 5, 0}, X * 9, Y * 0, 0, fullTurn), "touches"},
@@ -79,10 +72,8 @@ TEST(Window, seesTextAsFilledBoxes) {
     };
     const WindowCase<TextRun> cases[] = {
         {"inside", run(3, 3, X, Y), "inside"},
-        {"inside, mirrored", run(8, 3, -X, Y), "inside"},
         {"sticking out", run(8, 3, X, Y), "touches"},
         {"window within the text", run(-10, -10, X * 10, Y * 30), "touches"},
-        {"window within mirrored text", run(20, -10, -X * 10, Y * 30), "touches"},
         {"slanting past a corner", run(-4, 1.2, X - Y, X * -0.7 - Y * 0.7), "apart"},
         {"mirrored, past a corner", run(0, -2.8, Y - X, X * -0.7 - Y * 0.7), "apart"},
         {"slanting over a corner", run(-3, 3.2, X - Y, X * -0.7 - Y * 0.7), "touches"},

