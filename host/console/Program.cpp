@@ -90,7 +90,8 @@ Program::Program(Options options) : options_{std::move(options)}, session_{write
 // A picture or report over the drawing, the script or another result would lose it without a word.
 std::string Program::pathUsedTwice() const {
     const std::optional<std::string> written[] = {options_.svg, options_.report};
-    const std::optional<std::string> others[] = {options_.drawing.empty() ? std::nullopt : std::optional{options_.drawing},
+    const std::optional<std::string> others[] = {options_.drawing.empty() ? std::nullopt
+                                                                          : std::optional{options_.drawing},
                                                  options_.script, options_.save};
     if (options_.svg && options_.report && isSameFile(*options_.svg, *options_.report)) return *options_.svg;
     for (const auto& path : written)

@@ -181,7 +181,8 @@ void Reader::enterSection(std::string_view name) {
         if (known == name) section_ = section;
     if (section_ == Section::header && drawing_.header_) section_ = Section::other;
     // What follows relies on this order; no program is known that writes another.
-    if (section_ == Section::entities && drawing_.entities_) refuse(record_->begin, "a second section ENTITIES");
+    if (section_ == Section::entities && drawing_.entities_)
+        refuse(record_->begin, "a second section ENTITIES");
     if (section_ == Section::tables && (drawing_.entities_ || drawing_.modelSpace_))
         refuse(record_->begin, "the tables stand behind what refers to them");
     if (section_ == Section::header) drawing_.header_ = record_;
@@ -194,8 +195,8 @@ void Reader::enterSection(std::string_view name) {
 void Reader::refuseVersion(std::string_view version) {
     const char* where = version.empty() ? record_->begin : version.data();
     refuse(where, (version.empty() ? "the drawing does not say its version"
-                                            : "version " + quoted(version) + " is too old") +
-                               "; only AC1015 (2000) and later are read");
+                                   : "version " + quoted(version) + " is too old") +
+                      "; only AC1015 (2000) and later are read");
 }
 
 void Reader::finishRecord(const char* end) {

@@ -1,4 +1,5 @@
 #include "kernel/construction.h"
+#include "kernel/midpoint.h"
 #include "dbapserv.h"
 #include "dbents.h"
 #include "dbobjptr.h"
@@ -62,6 +63,10 @@ TEST_F(Construction, NothingStaysOpenAndNothingIsLeftWhenAnyOpeningFails) {
         if (calls <= k) break;
         EXPECT_TRUE(id.isNull()) << "opening " << k;
     }
+}
+
+TEST(Midpoint, LiesInTheXyPlane) {
+    EXPECT_EQ(midpointXY({0, 0, 5}, {2, 4, 7}), (AcGePoint3d{1, 2, 0}));
 }
 
 } // namespace

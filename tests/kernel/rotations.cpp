@@ -36,7 +36,10 @@ TEST_F(Rotations, TheStatusIsThatOfTheOpening) {
     const std::string before = drawing_->toBytes();
     EXPECT_EQ(rotateEntity(drawing_.id(locked_), {}, quarter), Acad::eOnLockedLayer);
     EXPECT_EQ(rotateEntity(AcDbObjectId::kNull, {}, quarter), Acad::eNullObjectId);
-    EXPECT_EQ(drawing_->toBytes(), before);
+    EXPECT_EQ(rotateEntity(drawing_.id(a_), {}, 0), Acad::eOk);
+    EXPECT_EQ(drawing_->toBytes(), before) << "a turn by nothing";
+    AcDbObjectPointer<AcDbEntity>{drawing_.id(a_), AcDb::kForWrite}->erase();
+    EXPECT_EQ(rotateEntity(drawing_.id(a_), {}, quarter), Acad::eWasErased);
 }
 
 TEST_F(Rotations, ARefusedTransformationIsReportedAndTheEntityClosed) {
