@@ -180,9 +180,10 @@ void Reader::enterSection(std::string_view name) {
     for (const auto& [known, section] : names)
         if (known == name) section_ = section;
     if (section_ == Section::header && drawing_.header_) section_ = Section::other;
-    // What follows relies on this order; no program is known that writes another.
-    if (section_ == Section::entities && drawing_.entities_)
-        refuse(record_->begin, "a second section ENTITIES");
+    if (section_ == Section::entities && drawing_.entities_) {
+        section_ = Section::other;
+        drawing_.addFinding(record_, "a second section ENTITIES; its objects are kept and can't be used");
+    }
     if (section_ == Section::tables && (drawing_.entities_ || drawing_.modelSpace_))
         refuse(record_->begin, "the tables stand behind what refers to them");
     if (section_ == Section::header) drawing_.header_ = record_;
