@@ -97,6 +97,16 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbEntity::getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const {
+    copy = nullptr;
+    assertReadEnabled();
+    std::unique_ptr<AcDbEntity> moved = copied();
+    if (!moved) return Acad::eNotApplicable;
+    const Acad::ErrorStatus status = moved->transformBy(matrix);
+    if (status == Acad::eOk) copy = moved.release();
+    return status;
+}
+
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     const qx::db::Record* record = objectId().record();
     if (record && !record->isOpen()) assertReadEnabled();

@@ -159,8 +159,11 @@ protected:
     struct Placement; ///< where the left end of the baseline is, and how the glyphs stand on it
     Placement placement() const;
     Data data_;
-    qx::text::TextExtent extent_;
-    const void* encoding_ = nullptr;
+    /// What was found out once about the text.
+    struct Shown {
+        qx::text::TextExtent extent;
+        const void* encoding = nullptr;
+    } shown_;
 };
 
 /// Text that belongs to a block reference.
@@ -183,6 +186,7 @@ public:
     bool afterReading(const qx::db::Drawing& drawing) override;
     /// The attributes move along.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    std::unique_ptr<AcDbEntity> copied() const override { return nullptr; }
 
     AcGePoint3d position() const;
     /// About the normal, 0 to 2 pi.

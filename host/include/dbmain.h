@@ -18,6 +18,7 @@
 class AcDbBlockTable;
 class AcDbObject;
 class AcDbDictionary;
+class AcDbEntity;
 class AcDbSymbolTable;
 namespace qx::db {
 struct BlockDefinition;
@@ -50,6 +51,13 @@ public:
     using Base::Base;
     Fields fields() override {
         return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()};
+    }
+    std::unique_ptr<AcDbEntity> copied() const override {
+        auto copy = std::make_unique<Self>();
+        const auto& self = static_cast<const Self&>(*this);
+        copy->data_ = self.data_;
+        if constexpr (requires { self.shown_; }) copy->shown_ = self.shown_;
+        return copy;
     }
 };
 } // namespace qx::db
@@ -149,6 +157,10 @@ public:
     /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
     /// only kept.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
+    /// A copy under the matrix that is in no drawing and belongs to the caller; this entity, which must be
+    /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for an
+    /// entity with parts that are objects of their own.
+    Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const;
     /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing
     /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
     /// kept.
@@ -163,6 +175,8 @@ public:
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
+    /// The same entity in no drawing, without its extended data; null when that makes no sense.
+    virtual std::unique_ptr<AcDbEntity> copied() const { return nullptr; }
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
     virtual bool isMeasurable() const { return false; }
     bool isVisible() const;
