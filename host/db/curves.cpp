@@ -122,8 +122,10 @@ double AcDbArc::endAngle() const { return inOneTurn(data_.endDegrees * degree); 
 void AcDbArc::shape(qx::shape::Sink& sink) const {
     const OcsFrame frame{data_.normal};
     const double start = data_.startDegrees * degree;
-    sink.arc(qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
-                                  qx::shape::sweepBetween(start, data_.endDegrees * degree)));
+    auto arc = qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
+                                    qx::shape::sweepBetween(start, data_.endDegrees * degree));
+    arc.extends = true;
+    sink.arc(arc);
 }
 
 // ---- lightweight polyline

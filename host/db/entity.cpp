@@ -6,6 +6,7 @@
 #include "dbents.h"
 #include "dbmtext.h"
 #include "shape/ExtentsSink.h"
+#include "shape/IntersectionSink.h"
 
 #include <cmath>
 
@@ -121,5 +122,30 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
         boxVersion_ = version;
     }
     extents = box_;
+    return Acad::eOk;
+}
+
+// The walk goes over the operand that may have many primitives; the other one has a single one and is held.
+Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity* ent, AcDb::Intersect intType,
+                                            AcGePoint3dArray& points, Adesk::GsMarker,
+                                            Adesk::GsMarker) const {
+    using namespace qx::shape;
+    if (!ent) return Acad::eInvalidInput;
+    assertReadEnabled();
+    ent->assertReadEnabled();
+    if (!isMeasurable() || !ent->isMeasurable()) return Acad::eNotApplicable;
+    if (!isSimpleCurve() && !ent->isSimpleCurve()) return Acad::eNotImplementedYet;
+    const auto extentOf = [&](AcDb::Intersect bit) {
+        return intType & bit ? Extent::extended : Extent::asDrawn;
+    };
+    const Extent here = extentOf(AcDb::kExtendThis), there = extentOf(AcDb::kExtendArg);
+    OnlyPrimitive held;
+    (isSimpleCurve() ? this : ent)->shape(held);
+    held.operand.extent = isSimpleCurve() ? here : there;
+    IntersectionSink sink{held.operand, isSimpleCurve() ? there : here,
+                          isSimpleCurve() ? IntersectionSink::Order::alongCurve
+                                          : IntersectionSink::Order::asSeen};
+    (isSimpleCurve() ? ent : this)->shape(sink);
+    sink.appendTo(points);
     return Acad::eOk;
 }

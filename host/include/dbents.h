@@ -17,6 +17,7 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
 
     AcGePoint3d startPoint() const { return data_.start; }
     AcGePoint3d endPoint() const { return data_.end; }
@@ -61,6 +62,7 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
 
     AcGePoint3d center() const;
     double radius() const { return data_.radius; }
@@ -89,6 +91,7 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
 
     AcGePoint3d center() const;
     double radius() const { return data_.radius; }

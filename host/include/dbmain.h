@@ -10,6 +10,7 @@
 #include "dbid.h"
 #include "gemat3d.h"
 #include "gepnt3d.h"
+#include "gept3dar.h"
 #include "gevec3d.h"
 #include "rxclass.h"
 
@@ -165,6 +166,19 @@ public:
     /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
     /// kept.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+    /// Appends the points in which the two entities meet in space, in order along this one, each once.
+    /// Passing at no more than 1e-9 of the size of the coordinates counts as meeting; curves that lie upon
+    /// each other meet at the ends of the common part, and nowhere when it has none (two equal circles).
+    /// Extended, a line has no ends, an arc is its whole circle, an elliptic arc its whole ellipse, an open
+    /// polyline goes on straight where its first and last segment are straight; anything else, and what is
+    /// inside of a block, stays as it is. Text is the outline of its ink. Both must be open for reading,
+    /// unless they are in no drawing. The markers are not looked at.
+    ///
+    /// eOk and no points when they don't meet; eInvalidInput without an entity; eNotApplicable for a class
+    /// that is only kept; eNotImplementedYet when neither is a line, a circle or an arc.
+    Acad::ErrorStatus intersectWith(const AcDbEntity* ent, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                    Adesk::GsMarker thisGsMarker = 0,
+                                    Adesk::GsMarker otherGsMarker = 0) const;
 
     // Host side.
 
@@ -179,6 +193,9 @@ public:
     virtual std::unique_ptr<AcDbEntity> copied() const { return nullptr; }
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
     virtual bool isMeasurable() const { return false; }
+    /// True when the shape always is one segment, or one arc of a circle: such a curve can be intersected
+    /// with anything.
+    virtual bool isSimpleCurve() const { return false; }
     bool isVisible() const;
     const qx::db::LayerState& layerState() const { return *layer_; }
 
