@@ -37,6 +37,7 @@ namespace qx::db {
 struct EntityProperties {
     Adesk::Int32 colour = 256;
     Adesk::Int32 invisible = 0;
+    double thickness = 0; ///< along the normal, of the classes that have a shape; not drawn
 };
 
 /// The part of an object that can change, as the store sees it.
@@ -44,6 +45,7 @@ struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
     XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
+    const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies; null: its own
 };
 
 /// What every class with data of its own answers to the store.
@@ -150,13 +152,13 @@ public:
     AcDbObjectId layerId() const;
     /// 1 to 255, 0 by block, 256 by layer.
     Adesk::UInt16 colorIndex() const;
-    /// eBadColorIndex above 256. The classes here have no parts of their own to pass the colour on to.
+    /// eBadColorIndex above 256. The parts of an entity keep their colours.
     Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
 
     /// The entity under the matrix, in place. Nothing changes when the status is not eOk:
     /// eCannotScaleNonUniformly for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput
     /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
-    /// only kept.
+    /// only kept. Attributes and vertices move along, and the whole stays when one of them can't.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
     /// A copy under the matrix that is in no drawing and belongs to the caller; this entity, which must be
     /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for an
@@ -182,9 +184,10 @@ public:
 
     // Host side.
 
-    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move
-    /// along.
+    /// What transformBy() does with the entity's own data, whether or not it is open: for the parts of an
+    /// entity that move along. Before, what it will answer.
     Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
+    Acad::ErrorStatus canMoveFields(const AcGeMatrix3d& matrix);
     /// The box was measured once and moves along with translations; any other change makes it unknown.
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
@@ -209,6 +212,8 @@ protected:
     std::unique_ptr<qx::db::XDataPoints> xdata_;
 
 private:
+    Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+
     mutable AcDbExtents box_;
     mutable Adesk::UInt32 boxVersion_ = 0; ///< of the block definitions when it was measured; 0: unknown
     qx::db::EntityProperties kept_;        ///< of a class without data of its own
