@@ -76,7 +76,7 @@ const FieldTable& AcDbCircle::table() {
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                            });
     return fields;
@@ -106,7 +106,7 @@ const FieldTable& AcDbArc::table() {
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                                {Role::subclass, 100, 0, 0, "AcDbArc"},
                                                {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
@@ -129,16 +129,18 @@ void AcDbArc::shape(qx::shape::Sink& sink) const {
 // ---- lightweight polyline
 
 const FieldTable& AcDbPolyline::table() {
-    static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices),
-                                                   offsetof(Data, elevation)};
-    static const FieldTable fields = FieldTable::ofEntity(offsetof(Data, vertices),
-                                                          {
-                                                              {Role::subclass, 100, 0, 0, "AcDbPolyline"},
-                                                              {Role::integer, 70, offsetof(Data, flags)},
-                                                              {Role::plain, 38, offsetof(Data, elevation)},
-                                                              {Role::normal, 210, offsetof(Data, normal)},
-                                                          },
-                                                          &vertexGroups);
+    static const qx::db::VertexGroups vertexGroups{offsetof(Data, vertices), offsetof(Data, widths)};
+    static const FieldTable fields =
+        FieldTable::ofEntity(offsetof(Data, vertices),
+                             {
+                                 {Role::subclass, 100, 0, 0, "AcDbPolyline"},
+                                 {Role::integer, 70, offsetof(Data, flags)},
+                                 {Role::length, 43, offsetof(Data, constantWidth)},
+                                 {Role::elevation, 38, offsetof(Data, elevation)},
+                                 {Role::vertices, 10, 0},
+                                 {Role::normal, 210, offsetof(Data, normal)},
+                             },
+                             &vertexGroups);
     return fields;
 }
 

@@ -87,8 +87,9 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
         box_.shift(matrix.translation());
         return Acad::eOk;
     }
-    if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
-    const qx::db::Motion motion{matrix, all};
+    const double scale = qx::db::scaleOf(matrix);
+    if (scale == 0) return Acad::eCannotScaleNonUniformly;
+    const qx::db::Motion motion{matrix, scale, all};
     if (!motion.isSafe()) return Acad::eInvalidInput;
     if (record) RecordChain::drawingOf(record)->aboutToChange(record);
     touch(15);

@@ -42,7 +42,7 @@ template <class Data> std::vector<qx::db::Field> fieldsOfText() {
     return {
         {Role::subclass, 100, 0, 0, "AcDbText"},
         {Role::ocsPoint, 10, offsetof(Data, position)},
-        {Role::plain, 40, offsetof(Data, height)},
+        {Role::length, 40, offsetof(Data, height)},
         {Role::text, 1, offsetof(Data, text)},
         {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
         {Role::plain, 41, offsetof(Data, widthFactor), 1},

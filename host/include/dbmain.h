@@ -35,6 +35,7 @@ namespace qx::db {
 struct EntityProperties {
     Adesk::Int32 colour = 256;
     Adesk::Int32 invisible = 0;
+    double thickness = 0; ///< along the normal, of the classes that have a shape; not drawn
 };
 
 /// The part of an object that can change, as the store sees it.
@@ -42,6 +43,7 @@ struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
     XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
+    const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies; null: its own
 };
 
 /// What every class with data of its own answers to the store.

@@ -29,12 +29,17 @@ public:
     struct Vertex {
         double x = 0, y = 0, bulge = 0;
     };
+    /// At the vertex and at the end of the segment that follows it.
+    struct Widths {
+        double start = 0, end = 0;
+    };
     struct Data {
         qx::db::EntityProperties entity;
-        double elevation = 0;
+        double elevation = 0, constantWidth = 0;
         AcGeVector3d normal{0, 0, 1};
         Adesk::Int32 flags = 0; ///< 1: closed
         std::vector<Vertex> vertices;
+        std::vector<Widths> widths; ///< up to the last vertex that has any
     };
 
 private:
