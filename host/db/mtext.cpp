@@ -71,19 +71,18 @@ const FieldTable& AcDbMText::table() {
     return fields;
 }
 
-// An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they go
-// on saying the same.
+// An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they
+// go on saying the same.
 bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
-    drawing_ = &drawing;
-    bytes_ = drawing.bytesOf(objectId().record());
     bool hasDirection = false, hasAngle = false;
-    qx::db::FieldTags tags{bytes_};
+    qx::db::FieldTags tags{drawing.bytesOf(objectId().record())};
     for (qx::dxf::Tag tag; tags.next(tag);) {
         if (tag.code != 11 && tag.code != 50) continue;
         data_.isByAngle = tag.code == 50;
         (tag.code == 50 ? hasAngle : hasDirection) = true;
     }
-    if (data_.direction == AcGeVector3d{0, 0, 0}) hasDirection = false;
+    const AcGeVector3d& given = data_.direction;
+    hasDirection = hasDirection && (given.x != 0 || given.y != 0 || given.z != 0);
     data_.isByAngle = hasAngle && (data_.isByAngle || !hasDirection);
     data_.turnsAngle = hasAngle;
     data_.turnsDirection = hasDirection || !hasAngle;
@@ -123,7 +122,10 @@ const MultilineText& AcDbMText::lines() const {
     const qx::text::MultilineFormat format{data_.textHeight, data_.width, data_.lineSpacing,
                                            data_.lineSpacingStyle == exactly, attachment()};
     if (!layout_ || layout_->format != format) {
-        const auto text = drawing_ ? drawing_->encoding().decodeMultiline(joinedText(bytes_)) : U"";
+        const qx::db::Record* record = objectId().record();
+        const qx::db::Drawing* drawing = record ? qx::db::RecordChain::drawingOf(record) : nullptr;
+        const std::string bytes = drawing ? joinedText(drawing->bytesOf(record)) : "";
+        const std::u32string text = drawing ? drawing->encoding().decodeMultiline(bytes) : U"";
         layout_ = std::make_unique<Layout>(Layout{format, layOut(text, format)});
     }
     return layout_->text;

@@ -7,10 +7,10 @@ namespace qx::shape {
 struct EllipticArc;
 }
 
-/// The curve center() + majorAxis() cos p + minorAxis() sin p, from one parameter p to another; the minor axis
-/// is a quarter turn about the normal from the major one. What a file says is drawn as it stands: with a ratio
-/// of 1 a circle, above 1 an ellipse whose minor axis is the longer one, with a ratio of 0 or a major axis
-/// along the normal a line there and back, without a major axis a point.
+/// The curve center() + majorAxis() cos p + minorAxis() sin p, from one parameter p to another; the minor
+/// axis is a quarter turn about the normal from the major one. What a file says is drawn as it stands: with a
+/// ratio of 1 a circle, above 1 an ellipse whose minor axis is the longer one, with a ratio of 0 or a major
+/// axis along the normal a line there and back, without a major axis a point.
 class QX_HOST_API AcDbEllipse : public qx::db::Described<AcDbEllipse, AcDbCurve> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbEllipse)
@@ -22,9 +22,9 @@ public:
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
-    bool isClosed() const override;
+    virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
+    virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
+    virtual bool isClosed() const;
 
     AcGePoint3d center() const { return data_.centre; }
     /// From the centre to an end: half of the long axis.

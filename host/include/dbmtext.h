@@ -84,7 +84,5 @@ private:
     const qx::text::MultilineText& lines() const;
     Axes axes() const;
     Data data_;
-    std::string_view bytes_; ///< of its record, which has the text in parts
-    const qx::db::Drawing* drawing_ = nullptr;
     mutable std::unique_ptr<Layout> layout_;
 };

@@ -55,7 +55,6 @@ TEST(Multiline, showsItsCodes) {
         {"carets", U"a^Jb^M^Jc^Md^ e^xf^", "a|b|c|d^e^xf^"},
         {"tab", U"a^Ib", "a.b"},
         {"what is shown is no code", U"%%%%c\\\\P", "%%c\\P"},
-        {"fraction", U"a\\S1/2;b", "a|2|1|ab"},
         {"controls", U"a\x01\x1F b", "a b"},
     };
     for (const auto& c : cases) EXPECT_EQ(linesOf(laidOut(c.raw)), c.lines) << c.name;
