@@ -77,7 +77,9 @@ std::vector<Record*> History::lastChanged() const {
     if (done_.empty()) return records;
     std::unordered_set<const Record*> seen;
     forEach(done_.back(), false, [&](const Entry& entry) {
-        if (seen.insert(entry.record).second) records.push_back(entry.record);
+        Record* record = entry.record;
+        if (record->kind == Kind::vertex && record->owner) record = record->owner;
+        if (seen.insert(record).second) records.push_back(record);
     });
     return records;
 }

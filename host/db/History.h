@@ -38,6 +38,7 @@ public:
     std::size_t position() const { return done_.empty() ? 0 : done_.back().number; }
 
     /// The objects that the last finished step changed, each once, in the order of their first change.
+    /// Vertices count as their polyline.
     std::vector<Record*> lastChanged() const;
     /// How many changes the open step has logged so far.
     std::size_t changesSoFar() const { return open_.count; }

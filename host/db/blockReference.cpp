@@ -89,13 +89,9 @@ void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
 
 Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
     if (!isMeasurable()) return Acad::eNotApplicable;
-    const Acad::ErrorStatus status = AcDbEntity::transformBy(matrix);
-    const Record* self = objectId().record();
-    if (status != Acad::eOk || !self) return status;
-    Drawing* drawing = RecordChain::drawingOf(self);
-    drawing->forEachOwned(self, [&](Record* attribute) {
-        AcDbEntity* entity = drawing->liveEntity(attribute);
-        if (entity) entity->moveFields(matrix);
-    });
-    return status;
+    return AcDbEntity::transformBy(matrix);
+}
+
+AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
+    return new AcDbObjectIterator{objectId().record()};
 }

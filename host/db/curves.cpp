@@ -3,8 +3,7 @@
 #include "dbents.h"
 #include "dbpl.h"
 #include "ge/OcsFrame.h"
-#include "shape/Sink.h"
-#include "shape/arcs.h"
+#include "shape/PolylinePen.h"
 
 #include <cmath>
 #include <numbers>
@@ -28,7 +27,17 @@ double inOneTurn(double radians) {
     return rest < 0 ? rest + 2 * std::numbers::pi : rest;
 }
 
+/// The point at the angle, of a circle or an arc.
+template <class Data> AcGePoint3d onCircle(const Data& data, double degrees) {
+    const double angle = degrees * degree;
+    const AcGeVector3d arm{std::cos(angle) * data.radius, std::sin(angle) * data.radius, 0};
+    return OcsFrame{data.normal}.toWorld(data.centre + arm);
+}
+
 } // namespace
+
+Acad::ErrorStatus AcDbCurve::getStartPoint(AcGePoint3d&) const { return Acad::eNotApplicable; }
+Acad::ErrorStatus AcDbCurve::getEndPoint(AcGePoint3d&) const { return Acad::eNotApplicable; }
 
 // ---- line and point
 
@@ -49,6 +58,16 @@ const FieldTable& AcDbLine::table() {
 }
 
 void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
+
+Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& point) const {
+    point = data_.start;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& point) const {
+    point = data_.end;
+    return Acad::eOk;
+}
 
 const FieldTable& AcDbPoint::table() {
     static const FieldTable fields =
@@ -89,6 +108,13 @@ void AcDbCircle::shape(qx::shape::Sink& sink) const {
     sink.arc(qx::shape::fullCircle(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius));
 }
 
+Acad::ErrorStatus AcDbCircle::getStartPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, 0);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::getEndPoint(AcGePoint3d& point) const { return getStartPoint(point); }
+
 AcDbArc::AcDbArc(const AcGePoint3d& centre, double radius, double startAngle, double endAngle)
     : AcDbArc{centre, AcGeVector3d::kZAxis, radius, startAngle, endAngle} {}
 
@@ -124,6 +150,16 @@ void AcDbArc::shape(qx::shape::Sink& sink) const {
     const double start = data_.startDegrees * degree;
     sink.arc(qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
                                   qx::shape::sweepBetween(start, data_.endDegrees * degree)));
+}
+
+Acad::ErrorStatus AcDbArc::getStartPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, data_.startDegrees);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbArc::getEndPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, data_.endDegrees);
+    return Acad::eOk;
 }
 
 // ---- lightweight polyline
@@ -165,25 +201,19 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
     return Acad::eOk;
 }
 
-// Only the ends of an open polyline may be extended, and only where they are straight.
 void AcDbPolyline::shape(qx::shape::Sink& sink) const {
-    const auto& vertices = data_.vertices;
     const OcsFrame frame{data_.normal};
-    const auto pointOf = [&](const Vertex& v) {
-        return frame.toWorld(AcGePoint3d{v.x, v.y, data_.elevation});
-    };
-    if (vertices.empty()) return;
-    if (vertices.size() == 1) return sink.segment({pointOf(vertices[0]), pointOf(vertices[0])});
+    qx::shape::PolylinePen pen{sink, frame.z, isClosed()};
+    for (const Vertex& each : data_.vertices)
+        pen.vertex(frame.toWorld(AcGePoint3d{each.x, each.y, data_.elevation}), each.bulge);
+    pen.finish();
+}
 
-    const bool closed = isClosed();
-    const std::size_t segments = closed ? vertices.size() : vertices.size() - 1;
-    AcGePoint3d start = pointOf(vertices[0]);
-    for (std::size_t i = 0; i < segments; ++i) {
-        const AcGePoint3d end = pointOf(vertices[i + 1 < vertices.size() ? i + 1 : 0]);
-        if (qx::shape::isStraight(vertices[i].bulge))
-            sink.segment({start, end, !closed && i == 0, !closed && i + 1 == segments});
-        else
-            sink.arc(qx::shape::arcFromBulge(start, end, vertices[i].bulge, frame.z));
-        start = end;
-    }
+Acad::ErrorStatus AcDbPolyline::getStartPoint(AcGePoint3d& point) const {
+    return numVerts() ? getPointAt(0, point) : Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbPolyline::getEndPoint(AcGePoint3d& point) const {
+    if (numVerts() == 0) return Acad::eNotApplicable;
+    return getPointAt(isClosed() ? 0 : numVerts() - 1, point);
 }

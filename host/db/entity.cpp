@@ -17,8 +17,6 @@ using qx::db::Role;
 
 ACRX_DEFINE_MEMBERS(AcDbEntity, AcDbObject, nullptr)
 ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr)
-ACRX_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, L"POLYLINE")
-ACRX_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
 
 namespace {
 
@@ -67,7 +65,37 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
     if (!record->has(qx::db::Record::openForWrite)) assertWriteEnabled();
     const Drawing& drawing = *RecordChain::drawingOf(record);
     const Acad::ErrorStatus fault = drawing.faultAt(Drawing::Action::transform, record);
-    return drawing.noted(record, fault == Acad::eOk ? moveFields(matrix) : fault);
+    if (fault != Acad::eOk) return drawing.noted(record, fault);
+    return drawing.noted(record,
+                         Drawing::hasParts(record) ? moveWithParts(drawing, matrix) : moveFields(matrix));
+}
+
+// The entity itself comes last: its parts may lie in its plane.
+Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
+    const qx::db::Record* record = objectId().record();
+    Acad::ErrorStatus status = canMoveFields(matrix);
+    drawing.forEachOwned(record, [&](qx::db::Record* each) {
+        if (status != Acad::eOk) return;
+        AcDbEntity* part = drawing.liveEntity(each);
+        if (each->kind == qx::db::Kind::vertex && each->has(qx::db::Record::openForWrite))
+            status = Acad::eSubentitiesStillOpen;
+        else
+            status = part ? part->canMoveFields(matrix) : Acad::eNotApplicable;
+    });
+    if (status != Acad::eOk) return status;
+    drawing.forEachOwned(record, [&](qx::db::Record* each) { drawing.liveEntity(each)->moveFields(matrix); });
+    return moveFields(matrix);
+}
+
+Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix) {
+    const qx::db::Fields all = fields();
+    if (!all.table->isMovable()) return Acad::eNotApplicable;
+    const bool isShift = qx::db::isTranslation(matrix);
+    const double scale = isShift ? 1 : qx::db::scaleOf(matrix);
+    if (scale == 0) return Acad::eCannotScaleNonUniformly;
+    const bool isSafe = isShift ? qx::db::Shift{matrix.translation(), all}.isSafe()
+                                : qx::db::Motion{matrix, scale, all}.isSafe();
+    return isSafe ? Acad::eOk : Acad::eInvalidInput;
 }
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.

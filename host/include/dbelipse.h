@@ -22,9 +22,9 @@ public:
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
 
-    virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
-    virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
-    virtual bool isClosed() const;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    bool isClosed() const override;
 
     AcGePoint3d center() const { return data_.centre; }
     /// From the centre to an end: half of the long axis.

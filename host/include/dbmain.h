@@ -143,13 +143,13 @@ public:
     AcDbObjectId layerId() const;
     /// 1 to 255, 0 by block, 256 by layer.
     Adesk::UInt16 colorIndex() const;
-    /// eBadColorIndex above 256. The classes here have no parts of their own to pass the colour on to.
+    /// eBadColorIndex above 256. The parts of an entity keep their colours.
     Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
 
     /// The entity under the matrix, in place. Nothing changes when the status is not eOk:
     /// eCannotScaleNonUniformly for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput
     /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
-    /// only kept.
+    /// only kept. Attributes and vertices move along, and the whole stays when one of them can't.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
     /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing
     /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
@@ -158,9 +158,10 @@ public:
 
     // Host side.
 
-    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move
-    /// along.
+    /// What transformBy() does with the entity's own data, whether or not it is open: for the parts of an
+    /// entity that move along. Before, what it will answer.
     Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
+    Acad::ErrorStatus canMoveFields(const AcGeMatrix3d& matrix);
     /// The box was measured once and moves along with translations; any other change makes it unknown.
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
@@ -180,6 +181,8 @@ protected:
     std::unique_ptr<qx::db::XDataPoints> xdata_;
 
 private:
+    Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+
     mutable AcDbExtents box_;
     mutable Adesk::UInt32 boxVersion_ = 0; ///< of the block definitions when it was measured; 0: unknown
     qx::db::EntityProperties kept_;        ///< of a class without data of its own

@@ -14,7 +14,9 @@ public:
     bool isMeasurable() const override { return true; }
 
     unsigned numVerts() const { return static_cast<unsigned>(data_.vertices.size()); }
-    bool isClosed() const;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    bool isClosed() const override;
     AcGeVector3d normal() const { return data_.normal; }
     double elevation() const { return data_.elevation; }
     /// World coordinates; eInvalidIndex.
