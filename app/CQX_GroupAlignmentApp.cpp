@@ -1,6 +1,7 @@
 #include "CQX_GroupAlignmentApp.h"
 
 #include "ModuleResourceSwitch.h"
+#include "objectalign/command.h"
 #include "positionalign/command.h"
 
 namespace {
@@ -11,9 +12,11 @@ struct AlignmentCommand {
 };
 
 void runPositionAlign() { qx::positionalign::runCommand(); }
+void runObjectAlign() { qx::objectalign::runCommand(); }
 
 constexpr AlignmentCommand alignmentCommands[] = {
     {L"KV_PositionAlign", runPositionAlign},
+    {L"KV_ObjectAlign", runObjectAlign},
 };
 
 } // namespace

@@ -6,9 +6,13 @@
 #include "dbapserv.h"
 #include "ed/Session.h"
 #include "ed/adsNames.h"
+#include "kernel/SelectionSet.h"
 #include "kernel/groupLookup.h"
+#include "objectalign/alignToLine.h"
+#include "objectalign/wholeSelection.h"
 #include "positionalign/actions.h"
 
+#include <cmath>
 #include <stdexcept>
 
 namespace {
@@ -99,18 +103,39 @@ void leftAlignmentOfSelectionSet(benchmark::State& state) {
     ads_name selection{0, 0};
     scene.session().sets().create(selection, ed::RecordSet{scene.drawing(), std::move(members)});
     measure(state, scene, scene.selected(), [&] {
-        Adesk::Int32 count = 0;
-        acedSSLength(selection, &count);
-        AcDbObjectIdArray ids(count);
-        for (int i = 0; i < count; ++i) {
-            ads_name name{0, 0};
-            AcDbObjectId id;
-            if (acedSSName(selection, i, name) == RTNORM) acdbGetObjectId(id, name);
-            ids.append(id);
-        }
-        applyAction({Action::left, true, 0, SelectionMode::objects}, ids, base);
+        applyAction({Action::left, true, 0, SelectionMode::objects}, kernel::selectedIds(selection), base);
     });
     acedSSFree(selection);
+}
+
+/// A line across the drawing, in no drawing itself, and its angle.
+const AcDbLine slope{{0, 0, 0}, {1000, 500, 0}};
+const double slopeAngle = std::atan2(500, 1000);
+
+/// Each object turned onto the slope and set off from it.
+void objectsToLine(benchmark::State& state) {
+    Scene& scene = Scene::of(countOf(state), countOf(state) / 1000, 10);
+    measure(state, scene, scene.selected(), [&] {
+        AcGePoint3d landing;
+        for (const AcDbObjectId id : scene.ids())
+            objectalign::alignObjectToBaseLine(id, {100, 50}, slopeAngle, 5, true, slope, landing);
+    });
+}
+
+AcDbObjectId firstLine(const Scene& scene) {
+    for (const AcDbObjectId id : scene.ids())
+        if (id.record()->kind == db::Kind::line) return id;
+    throw std::runtime_error{"there is no line in the drawing"};
+}
+
+/// All as one, by the first line there is.
+void selectionToLine(benchmark::State& state) {
+    Scene& scene = Scene::of(countOf(state), countOf(state) / 1000, 10);
+    const AcDbObjectId baseLine = firstLine(scene);
+    measure(state, scene, scene.selected(), [&] {
+        AcGePoint3d reference;
+        objectalign::alignToBoundary(scene.ids(), baseLine, slopeAngle, 5, true, slope, {100, 50}, reference);
+    });
 }
 
 /// Each object is in one group; the argument says how many groups share them.
@@ -148,6 +173,8 @@ void groupCounts(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK(leftAlignment)->Apply(objectCounts);
 BENCHMARK(leftAlignmentOfSelectionSet)->Apply(objectCounts);
 BENCHMARK(horizontalDistribution)->Apply(objectCounts);
+BENCHMARK(objectsToLine)->Apply(objectCounts);
+BENCHMARK(selectionToLine)->Apply(objectCounts);
 BENCHMARK(leftAlignmentOfGroups)->Apply(groupCounts);
 BENCHMARK(groupsContaining)->Apply(groupCounts);
 

@@ -2,7 +2,7 @@
 
 #include "kernel/entityAccess.h"
 
-#include <cassert>
+#include <algorithm>
 
 namespace qx::kernel {
 namespace {
@@ -20,8 +20,8 @@ void rotateEntities(const AcDbObjectIdArray& ids, const AcGePoint3d& base, doubl
 }
 
 void rotateEntitiesEach(const AcDbObjectIdArray& ids, const AcGePoint3dArray& bases, double angle) {
-    assert(ids.length() == bases.length());
-    for (int i = 0; i < ids.length(); ++i) rotateEntity(ids[i], bases[i], angle);
+    const int count = std::min(ids.length(), bases.length());
+    for (int i = 0; i < count; ++i) rotateEntity(ids[i], bases[i], angle);
 }
 
 } // namespace qx::kernel

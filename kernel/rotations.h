@@ -15,8 +15,8 @@ Acad::ErrorStatus rotateEntity(AcDbObjectId id, const AcGePoint3d& base, double 
 /// Turns every entity about the same point, in list order; ids that can't be opened are skipped.
 void rotateEntities(const AcDbObjectIdArray& ids, const AcGePoint3d& base, double angle);
 
-/// Turns the i-th entity about the i-th point; ids that can't be opened are skipped. The lists are equally
-/// long.
+/// Turns the i-th entity about the i-th point; ids that can't be opened are skipped, and so is what one list
+/// has more than the other.
 void rotateEntitiesEach(const AcDbObjectIdArray& ids, const AcGePoint3dArray& bases, double angle);
 
 } // namespace qx::kernel

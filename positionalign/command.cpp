@@ -5,22 +5,10 @@
 
 #include "acutads.h"
 #include "adslib.h"
-#include "dbmain.h"
+#include "kernel/SelectionSet.h"
 
 namespace qx::positionalign {
 namespace {
-/// In the order of the set; a null id stands for a member that can't be named.
-AcDbObjectIdArray idsOf(const ads_name selection, int count) {
-    AcDbObjectIdArray ids(count);
-    for (int i = 0; i < count; ++i) {
-        ads_name name{0, 0};
-        AcDbObjectId id;
-        if (acedSSName(selection, i, name) == RTNORM) acdbGetObjectId(id, name);
-        ids.append(id);
-    }
-    return ids;
-}
-
 void run(const PositionAlignSettings& settings) {
     if (settings.mode != SelectionMode::objects && settings.mode != SelectionMode::groups) return;
 
@@ -37,8 +25,7 @@ void run(const PositionAlignSettings& settings) {
         return;
     }
     // Without a set there is nothing to do about objects; groups still answer that there is none.
-    const AcDbObjectIdArray ids = hasSelection ? idsOf(selection, count) : AcDbObjectIdArray();
-    applyAction(settings, ids, {base[0], base[1], base[2]});
+    applyAction(settings, kernel::selectedIds(selection), {base[0], base[1], base[2]});
 }
 } // namespace
 

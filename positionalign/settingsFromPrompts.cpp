@@ -1,18 +1,13 @@
+#include "controls/keywordPrompt.h"
 #include "positionalign/alignment.h"
 #include "positionalign/askSettings.h"
 
 #include "adslib.h"
 
-#include <algorithm>
-#include <cwchar>
-#include <iterator>
-
 namespace qx::positionalign {
 namespace {
-template <class Value> struct Keyword {
-    const ACHAR* text;
-    Value value;
-};
+using controls::askKeyword;
+using controls::Keyword;
 
 constexpr Keyword<SelectionMode> modes[] = {{L"O", SelectionMode::objects}, {L"G", SelectionMode::groups}};
 
@@ -27,20 +22,6 @@ constexpr Keyword<Action> actions[] = {
     {L"HD", Action::horizontalDistribution},
     {L"VD", Action::verticalDistribution},
 };
-
-/// What the keyword typed stands for; Enter gives `byDefault`, Esc nothing.
-template <class Value, std::size_t size>
-std::optional<Value> askKeyword(const Keyword<Value> (&keywords)[size], const ACHAR* list,
-                                const ACHAR* prompt, std::optional<Value> byDefault) {
-    ACHAR typed[133] = {};
-    acedInitGet(0, list);
-    const int result = acedGetKword(prompt, typed);
-    if (result == RTNONE) return byDefault;
-    if (result != RTNORM) return std::nullopt;
-    const auto found = std::find_if(std::begin(keywords), std::end(keywords),
-                                    [&](const auto& each) { return std::wcscmp(each.text, typed) == 0; });
-    return found == std::end(keywords) ? std::nullopt : std::optional{found->value};
-}
 
 std::optional<double> askOffset() {
     ads_real offset = 0;

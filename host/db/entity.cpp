@@ -2,9 +2,7 @@
 #include "db/FieldMove.h"
 #include "db/FieldTable.h"
 #include "dbcurve.h"
-#include "dbelipse.h"
 #include "dbents.h"
-#include "dbmtext.h"
 #include "shape/ExtentsSink.h"
 #include "shape/IntersectionSink.h"
 
@@ -20,8 +18,6 @@ using qx::db::Role;
 
 ACRX_DEFINE_MEMBERS(AcDbEntity, AcDbObject, nullptr)
 ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr)
-ACRX_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
-ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, L"MTEXT")
 
 namespace {
 

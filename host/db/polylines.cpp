@@ -137,7 +137,10 @@ const FieldTable& AcDb3dPolylineVertex::table() {
     return fields;
 }
 
-bool AcDb3dPolylineVertex::isControlVertex() const { return data_.flags & controlsSpline; }
+AcDb::Vertex3dType AcDb3dPolylineVertex::vertexType() const {
+    if (data_.flags & controlsSpline) return AcDb::k3dControlVertex;
+    return data_.flags & onSpline ? AcDb::k3dFitVertex : AcDb::k3dSimpleVertex;
+}
 
 // ---- flat polyline
 
@@ -214,7 +217,7 @@ AcDb::Poly3dType AcDb3dPolyline::polyType() const {
 
 template <class Visit> void AcDb3dPolyline::forEachShown(Visit&& visit) const {
     forEachVertex<AcDb3dPolylineVertex>(*this, [&](const AcDb3dPolylineVertex& vertex) {
-        if (!vertex.isControlVertex()) visit(vertex.position());
+        if (vertex.vertexType() != AcDb::k3dControlVertex) visit(vertex.position());
     });
 }
 

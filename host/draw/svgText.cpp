@@ -121,8 +121,9 @@ void putText(std::string& out, const PictureFrame& frame, const shape::TextRun& 
     const Placement place = placementOf(frame, run);
     if (!place.isVisible()) return;
     const auto* encoding = static_cast<const dxf::Encoding*>(run.encoding);
-    const std::u32string raw = encoding ? encoding->decode(run.bytes) : os::toUtf32(run.bytes);
-    for (const Stretch& stretch : stretchesOf(text::shownText(raw)))
+    const std::u32string shown =
+        encoding ? text::shownText(encoding->decode(run.bytes)) : os::toUtf32(run.bytes);
+    for (const Stretch& stretch : stretchesOf(shown))
         if (const Stretch inked = withoutOuterSpaces(stretch); !inked.characters.empty())
             putStretch(out, place, inked);
 }

@@ -75,6 +75,24 @@ std::u32string withoutEscapes(std::u32string text) {
     return plain;
 }
 
+std::u32string withoutMultilineEscapes(std::u32string text) {
+    if (text.find(U'\\') == std::u32string::npos) return text;
+    std::u32string plain;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::u32string_view rest = std::u32string_view{text}.substr(i);
+        const auto escape = rest[0] == U'\\' ? escapeAt(rest) : std::nullopt;
+        const std::size_t length = escape ? escape->length : rest.starts_with(U"\\\\") ? 2 : 1;
+        if (escape && std::u32string_view{U"\\{}"}.find(escape->character) != std::u32string_view::npos)
+            plain += U'\\';
+        if (escape)
+            plain += escape->character;
+        else
+            plain += rest.substr(0, length);
+        i += length;
+    }
+    return plain;
+}
+
 bool isAscii(std::string_view bytes) {
     return std::ranges::none_of(bytes, [](char c) { return static_cast<unsigned char>(c) > 0x7f; });
 }
@@ -102,6 +120,10 @@ std::string Encoding::rawToUtf8(std::string_view bytes) const {
 
 std::u32string Encoding::decode(std::string_view bytes) const {
     return withoutEscapes(os::toUtf32(rawToUtf8(bytes)));
+}
+
+std::u32string Encoding::decodeMultiline(std::string_view bytes) const {
+    return withoutMultilineEscapes(os::toUtf32(rawToUtf8(bytes)));
 }
 
 std::string Encoding::toUtf8(std::string_view bytes) const {

@@ -25,6 +25,10 @@ public:
     /// Bytes that stand for no character become U+FFFD; this never fails. The bytes are decoded before
     /// escapes are looked for, since a double-byte character may end in a backslash.
     std::u32string decode(std::string_view bytes) const;
+    /// The same for multiline text, which has codes of its own: in "\\\\U+0041" the first backslash only
+    /// shows the second, and a backslash or brace that comes from an escape gets a backslash in front, so
+    /// that it is no code.
+    std::u32string decodeMultiline(std::string_view bytes) const;
     std::string toUtf8(std::string_view bytes) const;
 
 private:

@@ -188,6 +188,7 @@ class AcDbObjectIterator;
 
 class QX_HOST_API AcDbBlockReference : public qx::db::Described<AcDbBlockReference, AcDbEntity> {
 public:
+    static constexpr bool standsAlone = false;
     ACRX_DECLARE_MEMBERS(AcDbBlockReference)
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
@@ -198,7 +199,6 @@ public:
     bool afterReading(const qx::db::Drawing& drawing) override;
     /// The attributes move along. eNotApplicable for arrays of insertions.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
-    std::unique_ptr<AcDbEntity> copied() const override { return nullptr; }
 
     AcGePoint3d position() const;
     /// About the normal, 0 to 2 pi.
@@ -245,6 +245,7 @@ private:
 /// polyline only: transformBy() answers eMustOpenThruOwner.
 class QX_HOST_API AcDbVertex : public AcDbEntity {
 public:
+    static constexpr bool standsAlone = false;
     ACRX_DECLARE_MEMBERS(AcDbVertex)
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
 };
@@ -252,6 +253,7 @@ public:
 namespace AcDb {
 enum Vertex2dType { k2dVertex = 0, k2dSplineCtlVertex = 1, k2dSplineFitVertex = 2, k2dCurveFitVertex = 3 };
 enum Poly2dType { k2dSimplePoly = 0, k2dFitCurvePoly = 1, k2dQuadSplinePoly = 2, k2dCubicSplinePoly = 3 };
+enum Vertex3dType { k3dSimpleVertex = 0, k3dControlVertex = 1, k3dFitVertex = 2 };
 enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };
 } // namespace AcDb
 
@@ -287,7 +289,7 @@ public:
     static const qx::db::FieldTable& table();
 
     AcGePoint3d position() const { return data_.position; }
-    bool isControlVertex() const;
+    AcDb::Vertex3dType vertexType() const;
 
     struct Data {
         qx::db::EntityProperties entity;
@@ -304,6 +306,7 @@ private:
 /// answers eSubentitiesStillOpen while one of them is open for writing.
 class QX_HOST_API AcDbVertexPolyline : public AcDbCurve {
 public:
+    static constexpr bool standsAlone = false;
     /// Of all vertices, those that only control a fitted curve included. The caller deletes it.
     AcDbObjectIterator* vertexIterator() const;
     bool isMeasurable() const override { return true; }

@@ -56,6 +56,7 @@ public:
         return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()};
     }
     std::unique_ptr<AcDbEntity> copied() const override {
+        if constexpr (!Self::standsAlone) return nullptr;
         auto copy = std::make_unique<Self>();
         const auto& self = static_cast<const Self&>(*this);
         copy->data_ = self.data_;
@@ -161,8 +162,8 @@ public:
     /// only kept. Attributes and vertices move along, and the whole stays when one of them can't.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
     /// A copy under the matrix that is in no drawing and belongs to the caller; this entity, which must be
-    /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for an
-    /// entity with parts that are objects of their own.
+    /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for a
+    /// class that is not whole without its drawing.
     Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const;
     /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing
     /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
@@ -192,6 +193,8 @@ public:
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
+    /// False for a class that is not whole without its drawing.
+    static constexpr bool standsAlone = true;
     /// The same entity in no drawing, without its extended data; null when that makes no sense.
     virtual std::unique_ptr<AcDbEntity> copied() const { return nullptr; }
     /// False for classes that are carried along as they are: they have no shape and can't be moved.

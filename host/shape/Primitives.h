@@ -46,7 +46,8 @@ struct EllipticArc {
 };
 
 /// One line of text: origin at the left end of its baseline; `along` is the advance direction scaled to one
-/// em, `up` to one text height. `bytes` and `encoding` are for those who draw the characters.
+/// em, `up` to one text height. `bytes` are for those who draw the characters: with an `encoding`, as a file
+/// has them, special codes included; without one, UTF-8 as shown, in which nothing is a code.
 struct TextRun {
     AcGePoint3d origin;
     AcGeVector3d along, up;

@@ -1,7 +1,6 @@
 #include "text/shownText.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace qx::text {
 namespace {
@@ -24,8 +23,9 @@ char32_t characterOf(char32_t number) {
     }
 }
 
-/// Expands what follows "%%"; returns how many characters of it were used, 0 when it is no code.
-std::size_t expandCode(std::u32string_view rest, std::u32string& shown) {
+} // namespace
+
+std::size_t expandPercentCode(std::u32string_view rest, std::u32string& shown) {
     if (rest.empty()) return 0;
     switch (rest[0]) {
     case U'c':
@@ -61,13 +61,11 @@ std::size_t expandCode(std::u32string_view rest, std::u32string& shown) {
     return used;
 }
 
-} // namespace
-
 std::u32string shownText(std::u32string_view raw) {
     std::u32string shown;
     shown.reserve(raw.size());
     while (!raw.empty()) {
-        const std::size_t used = raw.starts_with(U"%%") ? expandCode(raw.substr(2), shown) : 0;
+        const std::size_t used = raw.starts_with(U"%%") ? expandPercentCode(raw.substr(2), shown) : 0;
         if (used == 0) shown += raw[0];
         raw.remove_prefix(used == 0 ? 1 : used + 2);
     }

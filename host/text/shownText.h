@@ -3,6 +3,7 @@
 
 #include "qxexport.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,9 @@ namespace qx::text {
 /// its decimal number); drops %%u, %%o and %%k, which only switch a line through the text. Letters in either
 /// case. Anything else stays as it is written.
 QX_HOST_API std::u32string shownText(std::u32string_view raw);
+
+/// Appends what the code after a "%%" stands for; returns how many of the characters after it belong to the
+/// code, 0 when it is none.
+std::size_t expandPercentCode(std::u32string_view rest, std::u32string& shown);
 
 } // namespace qx::text

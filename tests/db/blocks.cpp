@@ -71,7 +71,7 @@ TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
          "2 B|10 0.0",
          "1..5 0..3 0..0"},
         {"classes that are only kept draw nothing",
-         {{"B", {unitLine, "SOLID|10 99.0", "MTEXT|10 99.0|1 a"}}},
+         {{"B", {unitLine, "SOLID|10 99.0", "HATCH|10 99.0"}}},
          "2 B|10 0.0",
          "1..3 2..3 0..0"},
         {"empty", {{"B", {}}}, "2 B|10 7.0", "status 1001"},

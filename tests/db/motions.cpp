@@ -46,6 +46,17 @@ std::string reference(Random& random) {
            tag(50, random.number(-400, 400));
 }
 
+/// Lines that run as an angle says, or a direction, or both, or neither.
+std::string multilineText(Random& random) {
+    std::string text = point(10, random.point(50)) + tag(40, random.number(0.5, 5)) +
+                       tag(41, random.number(-5, 30)) +
+                       "|1 Wall {\\W1.5;\\Q20;\\H0.5x;and} door\\Proof\\S1/2;|71 " +
+                       std::to_string(static_cast<int>(random.number(1, 10)));
+    if (random.oneIn(2)) text += tag(50, random.number(-400, 400));
+    if (random.oneIn(2)) text += point(11, AcGePoint3d::kOrigin + random.vector(3));
+    return random.oneIn(3) ? text + tag(50, random.number(-400, 400)) : text;
+}
+
 /// Vertices of a polyline, or attributes of a reference; `groups` makes those of one.
 std::vector<std::string> parts(int count, const std::function<std::string()>& groups) {
     std::vector<std::string> snippets;
@@ -76,6 +87,12 @@ const ClassCase classes[] = {
     {"LightweightPolyline", "LWPOLYLINE", vertices},
     {"Text", "TEXT",
      [](Random& r) { return letters(r) + "|73 " + std::to_string(static_cast<int>(r.number(0, 4))); }},
+    {"MultilineText", "MTEXT", multilineText},
+    {"Ellipse", "ELLIPSE",
+     [](Random& r) {
+         return point(10, r.point(50)) + point(11, AcGePoint3d::kOrigin + r.vector(9)) +
+                tag(40, r.number(0, 1.2)) + tag(41, r.number(-7, 7)) + tag(42, r.number(-7, 7));
+     }},
     {"BlockReference", "INSERT", [](Random& r) { return "|66 1" + reference(r); },
      [](Random& r) {
          return parts(2, [&] { return "ATTRIB" + letters(r) + "|2 T|70 0|74 1" + extrusion(r); });
@@ -241,7 +258,7 @@ TEST(Motions, areAllOrNothing) {
                                         "LINE|10 0.0|20 0.0|11 -9e14|21 0.0",
                                         "LWPOLYLINE|90 2|10 0.0|20 0.0|10 9e14|20 0.0",
                                         "TEXT|10 0.0|20 0.0|40 1.0|1 a|72 1|11 9e14|21 0.0",
-                                        "MTEXT|10 0.0|20 0.0|1 a", "INSERT|2 B|10 0.0|70 2"}};
+                                        "HATCH|10 0.0|20 0.0", "INSERT|2 B|10 0.0|70 2"}};
     const auto drawing = read(text.bytes());
     EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eInvalidInput);
     EXPECT_EQ(move(*drawing, 0x101, shift(-2e14, 0)), Acad::eInvalidInput);

@@ -21,6 +21,8 @@ AcGeMatrix3d mirrorY() {
                                          AcGeVector3d::kZAxis);
 }
 AcGeMatrix3d twice() { return AcGeMatrix3d::scaling(2); }
+/// About Z, without the rounding of a sine.
+const AcGeMatrix3d quarterTurn = AcGeMatrix3d{}.setCoordSystem({0, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
 
 /// What became of the entity's own groups: those behind the layer.
 std::string groupsAfter(const std::string& snippet, const std::function<void(const Drawing&)>& change) {
@@ -174,6 +176,30 @@ const PatchCase cases[] = {
      "10 2.0|20 3.0|40 2.5|1 a|72 2|11 1.0|21 1.0|31 0.0"},
     {"text seen from below", "TEXT|10 1.0|20 2.0|40 2.5|1 a|72 2|11 3.0|21 2.0|210 0|220 0|230 -1",
      shift(1, 0), "10 0.0|20 2.0|40 2.5|1 a|72 2|11 2.0|21 2.0|210 0|220 0|230 -1"},
+
+    // Multiline text and ellipses.
+    {"multiline text",
+     "MTEXT|10 1.0|20 2.0|40 2.50|41 9.0|71 1|3 a|1 b|7 S|11 1.0|21 0.0|31 0.0|42 3.0|73 1|44 1.0",
+     shift(5, 0), "10 6.0|20 2.0|40 2.50|41 9.0|71 1|3 a|1 b|7 S|11 1.0|21 0.0|31 0.0|42 3.0|73 1|44 1.0"},
+    {"multiline text by an angle: only that turns", "MTEXT|10 0.0|20 0.0|40 2.5|1 a|7 S|50 300.0|73 1",
+     turn(quarter), "10 0.0|20 0.0|40 2.5|1 a|7 S|50 30.0|73 1"},
+    {"multiline text by a direction: only that turns", "MTEXT|10 0.0|20 0.0|40 2.5|1 a|11 0.0|21 2.0",
+     turn(std::numbers::pi), "10 0.0|20 0.0|40 2.5|1 a|11 -2.4492935982947064e-16|21 -2.0"},
+    {"multiline text by neither gets a direction", "MTEXT|10 0.0|20 0.0|40 2.5|1 a|7 S", quarterTurn,
+     "10 0.0|20 0.0|40 2.5|1 a|11 0.0|21 1.0|31 0.0|7 S"},
+    {"multiline text by both: both turn", "MTEXT|10 0.0|20 0.0|40 2.5|1 a|11 1.0|21 0.0|50 0.0", quarterTurn,
+     "10 0.0|20 0.0|40 2.5|1 a|11 0.0|21 1.0|50 90.0"},
+    {"multiline text seen from below, by an angle",
+     "MTEXT|10 0.0|20 0.0|40 2.5|1 a|50 100.0|210 0|220 0|230 -1", quarterTurn,
+     "10 0.0|20 0.0|40 2.5|1 a|50 10.0|210 0|220 0|230 -1"},
+    {"multiline text scaled: height and width", "MTEXT|10 1.0|20 0.0|40 2.5|41 9.0|1 a|11 1.0|50 0.0|44 1.5",
+     AcGeMatrix3d::scaling(2), "10 2.0|20 0.0|40 5.0|41 18.0|1 a|11 2.0|50 0.0|44 1.5"},
+    {"ellipse moved", "ELLIPSE|10 1.0|20 2.0|11 3.0|21 0.0|40 0.5|41 0.0|42 6.28", shift(1, 0, 1),
+     "10 2.0|20 2.0|30 1.0|11 3.0|21 0.0|40 0.5|41 0.0|42 6.28"},
+    {"ellipse turned", "ELLIPSE|10 1.0|20 0.0|11 3.0|21 0.0|210 0|220 0|230 1.00|40 0.5|41 0.0|42 6.28",
+     quarterTurn, "10 0.0|20 1.0|11 0.0|21 3.0|210 0|220 0|230 1.00|40 0.5|41 0.0|42 6.28"},
+    {"ellipse scaled", "ELLIPSE|10 1.0|20 0.0|11 3.0|21 0.0|40 0.5", AcGeMatrix3d::scaling(2),
+     "10 2.0|20 0.0|11 6.0|21 0.0|40 0.5"},
 
     // Block references.
     {"insert", "INSERT|2 B|10 1.0|20 2.0|41 2.0|42 2.0|50 0", shift(1, 0),

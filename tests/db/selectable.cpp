@@ -30,7 +30,8 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
         {"polyline", "LWPOLYLINE|90 1|70 0|10 1.0|20 1.0", true},
         {"reference to a missing block", "INSERT|2 B|10 1.0", true},
         {"array of references", "INSERT|2 B|10 1.0|71 3", false},
-        {"multiline text", "MTEXT|10 1.0|1 a", false},
+        {"multiline text", "MTEXT|10 1.0|40 1.0|1 a", true},
+        {"ellipse", "ELLIPSE|10 1.0|11 1.0|40 0.5", true},
         {"hatch", "HATCH|10 1.0", false},
         {"proxy", "ACAD_PROXY_ENTITY|90 498", false},
         {"attribute on its own", "ATTRIB|10 1.0|40 1.0|1 a|2 T", false},
@@ -44,7 +45,7 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
 TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     const DrawingText text{
         .entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",
-                     "POINT|67 1|10 99.0|20 0.0", "MTEXT|10 99.0|1 a", "POINT|8 LOCKED|10 4.0|20 2.0",
+                     "POINT|67 1|10 99.0|20 0.0", "HATCH|10 99.0", "POINT|8 LOCKED|10 4.0|20 2.0",
                      "INSERT|66 1|2 B|10 3.0|20 3.0", "ATTRIB|10 3.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND",
                      "INSERT|66 1|8 OFF|2 B|10 9.0", "ATTRIB|10 99.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
         .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};

@@ -14,9 +14,10 @@ namespace {
 constexpr double width = 1600 / 1.06;
 const PictureFrame frame{qx::shape::Box{{-width / 2, -400, 0}, {width / 2, 552 - 0.03 * width, 0}}};
 
-TextRun runOf(std::string_view bytes, const AcGeVector3d& along, const AcGeVector3d& up) {
+TextRun runOf(std::string_view bytes, const AcGeVector3d& along, const AcGeVector3d& up,
+              bool isAsInFile = true) {
     static const auto& utf8 = qx::dxf::Encoding::of("AC1021", "ANSI_1252");
-    return {{0, 0, 0}, along, up, {1, 0, 1, 0, 1, false}, bytes, &utf8};
+    return {{0, 0, 0}, along, up, {1, 0, 1, 0, 1, false}, bytes, isAsInFile ? &utf8 : nullptr};
 }
 
 std::string drawn(const TextRun& run) {
@@ -62,6 +63,12 @@ TEST(SvgText, StandsAsTheHostMeasures) {
         std::replace(told.begin(), told.end(), '\n', '|');
         EXPECT_EQ(told, c.expected) << c.name;
     }
+}
+
+TEST(SvgText, ReadsNoCodesInWhatIsShown) {
+    const TextRun run = runOf("%%c\\U+4E2D中", {10, 0, 0}, {0, 10, 0}, false);
+    EXPECT_NE(drawn(run).find(">%%c\\U+4E2D<"), std::string::npos) << drawn(run);
+    EXPECT_NE(drawn(run).find(">中<"), std::string::npos) << drawn(run);
 }
 
 } // namespace

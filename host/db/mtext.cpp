@@ -1,0 +1,151 @@
+#include "db/Drawing.h"
+#include "db/FieldTable.h"
+#include "dbmtext.h"
+#include "ge/OcsFrame.h"
+#include "shape/Sink.h"
+#include "text/multiline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <string>
+
+using qx::db::FieldTable;
+using qx::db::Role;
+using qx::ge::OcsFrame;
+using qx::text::MultilineRun;
+using qx::text::MultilineText;
+
+ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, L"MTEXT")
+
+namespace {
+
+constexpr double degree = std::numbers::pi / 180;
+
+/// Long text is cut wherever a part is full, even within a character.
+std::string joinedText(std::string_view bytes) {
+    std::string text;
+    qx::db::FieldTags tags{bytes};
+    for (qx::dxf::Tag tag; tags.next(tag);)
+        if (tag.code == 1 || tag.code == 3) text += tag.value;
+    return text;
+}
+
+} // namespace
+
+struct AcDbMText::Layout {
+    qx::text::MultilineFormat format;
+    MultilineText text;
+};
+
+/// Unit vectors along the lines and upwards.
+struct AcDbMText::Axes {
+    AcGeVector3d along, up;
+};
+
+AcDbMText::AcDbMText() = default;
+AcDbMText::~AcDbMText() = default;
+
+const FieldTable& AcDbMText::table() {
+    static constexpr qx::db::Guard angle{offsetof(Data, turnsAngle), offsetof(Data, turnsAngle)};
+    static constexpr qx::db::Guard direction{offsetof(Data, turnsDirection), offsetof(Data, turnsDirection)};
+    static const FieldTable fields = [] {
+        FieldTable made = FieldTable::ofEntity(
+            sizeof(Data), {
+                              {Role::subclass, 100, 0, 0, "AcDbMText"},
+                              {Role::worldPoint, 10, offsetof(Data, location)},
+                              {Role::length, 40, offsetof(Data, textHeight)},
+                              {Role::length, 41, offsetof(Data, width)},
+                              {Role::length, 46, offsetof(Data, frameHeight)},
+                              {Role::integer, 71, offsetof(Data, attachment), kTopLeft},
+                              {Role::text, 1, offsetof(Data, text)},
+                              {Role::normal, 210, offsetof(Data, normal)},
+                              {Role::vector, 11, offsetof(Data, direction), 0, nullptr, &direction},
+                              {Role::angleDegrees, 50, offsetof(Data, rotationDegrees), 0, nullptr, &angle},
+                              {Role::integer, 73, offsetof(Data, lineSpacingStyle), 1},
+                              {Role::plain, 44, offsetof(Data, lineSpacing), 1},
+                          });
+        made.slots[made.slotOf(11)].fallback = 1; // lines run along x where nothing is said
+        return made;
+    }();
+    return fields;
+}
+
+// An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they
+// go on saying the same.
+bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
+    bool hasDirection = false, hasAngle = false;
+    qx::db::FieldTags tags{drawing.bytesOf(objectId().record())};
+    for (qx::dxf::Tag tag; tags.next(tag);) {
+        if (tag.code != 11 && tag.code != 50) continue;
+        data_.isByAngle = tag.code == 50;
+        (tag.code == 50 ? hasAngle : hasDirection) = true;
+    }
+    const AcGeVector3d& given = data_.direction;
+    hasDirection = hasDirection && (given.x != 0 || given.y != 0 || given.z != 0);
+    data_.isByAngle = hasAngle && (data_.isByAngle || !hasDirection);
+    data_.turnsAngle = hasAngle;
+    data_.turnsDirection = hasDirection || !hasAngle;
+    if (!hasDirection && !hasAngle) data_.direction = OcsFrame{data_.normal}.x;
+    return true;
+}
+
+AcDbMText::AttachmentPoint AcDbMText::attachment() const {
+    return static_cast<AttachmentPoint>(std::clamp<Adesk::Int32>(data_.attachment, kTopLeft, kBottomRight));
+}
+
+AcDbMText::Axes AcDbMText::axes() const {
+    constexpr double shortest = 1e-9; // of a unit vector's image in the plane
+    const OcsFrame frame{data_.normal};
+    AcGeVector3d along = frame.x;
+    if (data_.isByAngle) {
+        const double angle = data_.rotationDegrees * degree;
+        along = frame.toWorld(AcGeVector3d{std::cos(angle), std::sin(angle), 0});
+    } else {
+        const AcGeVector3d given = OcsFrame{data_.direction}.z; // of unit length, whatever the file says
+        const AcGeVector3d inPlane = given - frame.z * given.dotProduct(frame.z);
+        if (inPlane.length() > shortest) along = inPlane / inPlane.length();
+    }
+    return {along, frame.z.crossProduct(along)};
+}
+
+AcGeVector3d AcDbMText::direction() const { return axes().along; }
+
+double AcDbMText::rotation() const {
+    const AcGeVector3d along = OcsFrame{data_.normal}.toOcs(axes().along);
+    const double angle = std::atan2(along.y, along.x);
+    return angle < 0 ? angle + 2 * std::numbers::pi : angle;
+}
+
+const MultilineText& AcDbMText::lines() const {
+    constexpr int exactly = 2;
+    const qx::text::MultilineFormat format{data_.textHeight, data_.width, data_.lineSpacing,
+                                           data_.lineSpacingStyle == exactly, attachment()};
+    if (!layout_ || layout_->format != format) {
+        const qx::db::Record* record = objectId().record();
+        const qx::db::Drawing* drawing = record ? qx::db::RecordChain::drawingOf(record) : nullptr;
+        const std::string bytes = drawing ? joinedText(drawing->bytesOf(record)) : "";
+        const std::u32string text = drawing ? drawing->encoding().decodeMultiline(bytes) : U"";
+        layout_ = std::make_unique<Layout>(Layout{format, layOut(text, format)});
+    }
+    return layout_->text;
+}
+
+double AcDbMText::actualHeight() const { return lines().top - lines().bottom; }
+double AcDbMText::actualWidth() const { return lines().right - lines().left; }
+
+void AcDbMText::getBoundingPoints(AcGePoint3dArray& corners) const {
+    const MultilineText& text = lines();
+    const auto [along, up] = axes();
+    corners.setLogicalLength(0);
+    for (const double y : {text.top, text.bottom})
+        for (const double x : {text.left, text.right}) corners.append(data_.location + (along * x + up * y));
+}
+
+void AcDbMText::shape(qx::shape::Sink& sink) const {
+    const MultilineText& text = lines();
+    const auto [along, up] = axes();
+    for (const MultilineRun& run : text.runs)
+        sink.text({data_.location + (along * run.x + up * run.y), along * (run.height * run.widthFactor),
+                   (up + along * run.slant) * run.height, run.extent, text.charactersOf(run), nullptr});
+}

@@ -1,0 +1,16 @@
+// The vertices of the three kinds of polyline, as one list.
+#pragma once
+
+#include "dbmain.h"
+#include "gept3dar.h"
+
+namespace qx::kernel {
+
+/// World coordinates, in the polyline's order, without the control points of a fitted one; empty for any
+/// other entity. The polyline must be open.
+AcGePoint3dArray polylineVertices(AcDbEntity& entity);
+
+/// True for the three kinds of polyline.
+bool isPolyline(AcDbEntity& entity);
+
+} // namespace qx::kernel

@@ -1,0 +1,41 @@
+// The edge by which an object is aligned: where it is turned, and the direction that it has of its own. This
+// is the one place that tells the kinds of objects apart; arcs have no such edge and are not handled here.
+#pragma once
+
+#include "dbmain.h"
+#include "gepnt3d.h"
+
+#include <optional>
+
+namespace qx::objectalign {
+
+struct AlignmentEdge {
+    AcGePoint3d basePoint;
+    /// The other end; the base point itself where what comes to a line or point is that point alone.
+    AcGePoint3d secondPoint;
+    double edgeAngle = 0;    ///< radians; not always the direction from base to second point
+    double extraSpacing = 0; ///< from the edge to the outline
+    bool flipAllowed = true; ///< whether a turn may be taken back by a half turn
+    bool isRound = false;
+
+    /// The turn that brings the edge to the angle, the short way where that is allowed.
+    double turnTo(double targetAngle) const;
+};
+
+/// What the edge is chosen for. The end or vertex nearer to the reference wins.
+struct EdgeRequest {
+    enum class Purpose {
+        line, ///< distances are measured in the XY plane
+        point ///< distances to ends are measured in space; where a kind has no edge of its own, its middle
+              ///< counts
+    };
+    Purpose purpose;
+    AcGePoint3d reference;
+    double targetAngle; ///< radians
+};
+
+/// Nothing for a kind of object that is not aligned, and for a polyline whose vertices are all one point. The
+/// object must be open.
+std::optional<AlignmentEdge> alignmentEdge(AcDbEntity& entity, const EdgeRequest& request);
+
+} // namespace qx::objectalign

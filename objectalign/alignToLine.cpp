@@ -1,0 +1,110 @@
+#include "objectalign/alignToLine.h"
+
+#include "dbobjptr.h"
+#include "gept3dar.h"
+#include "kernel/classTests.h"
+#include "kernel/entityAccess.h"
+#include "kernel/plane.h"
+#include "kernel/rotations.h"
+#include "objectalign/AlignmentEdge.h"
+#include "objectalign/ArcTurn.h"
+#include "objectalign/angles.h"
+#include "objectalign/footPoint.h"
+
+#include <optional>
+
+namespace qx::objectalign {
+namespace {
+using kernel::inPlane;
+using kernel::inSpace;
+using kernel::unitAt;
+
+/// The line to align to, and what of it the person chose.
+struct Target {
+    const AcDbEntity& baseLine;
+    AcGePoint2d referencePoint;
+    double angle;
+    bool adjustSpacing;
+};
+
+AcGeMatrix3d translation(const AcGeVector2d& by) { return AcGeMatrix3d{}.setToTranslation(inSpace(by)); }
+
+// ---- arcs
+
+Acad::ErrorStatus alignArc(AcDbObjectId id, const Target& target, double spacing, AcGePoint3d& landing) {
+    const AcDbObjectPointer<AcDbArc> arc{id, AcDb::kForWrite};
+    if (arc.openStatus() != Acad::eOk) return arc.openStatus();
+    landing = arc->center();
+    const ArcTurn turned = turnArc(*arc.object(), target.angle, target.baseLine);
+    if (turned.status != Acad::eOk || !turned.hasApex) return turned.status;
+    landing = turned.foot;
+    if (!target.adjustSpacing) return Acad::eOk;
+
+    AcGeVector2d side = inPlane(arc->center() - turned.foot);
+    if (side.length() <= AcGeContext::gTol.equalPoint()) side = unitAt(target.angle).rotateBy(HALF_PI);
+    const AcGePoint2d goal = inPlane(turned.foot) + side.normal() * spacing;
+    return arc->transformBy(translation(goal - inPlane(turned.apex)));
+}
+
+// ---- all others
+
+bool touches(const AcDbEntity& entity, const AcDbEntity& baseLine) {
+    AcGePoint3dArray points;
+    entity.intersectWith(&baseLine, AcDb::kExtendBoth, points);
+    return !points.isEmpty();
+}
+
+/// Height of the letters; nothing for what is no text.
+std::optional<double> textHeight(AcDbEntity& entity) {
+    if (const auto* text = kernel::asText(&entity)) return text->height();
+    if (const auto* text = kernel::asMText(&entity)) return text->textHeight();
+    return std::nullopt;
+}
+
+/// How far text has to go on so that the line does not run through it; 0 for anything else.
+double clearance(AcDbObjectId id, const AcDbEntity& baseLine) {
+    const AcDbObjectPointer<AcDbEntity> entity{id};
+    if (entity.openStatus() != Acad::eOk) return 0;
+    const auto height = textHeight(*entity.object());
+    return height && touches(*entity.object(), baseLine) ? *height : 0;
+}
+
+Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, const AcGePoint3d& foot,
+                             double spacing, const Target& target) {
+    const AcGeVector2d toFoot = inPlane(foot - basePoint);
+    const AcGeVector2d across = inPlane(foot).isEqualTo(inPlane(basePoint))
+                                    ? unitAt(target.angle).rotateBy(HALF_PI)
+                                    : toFoot.normal();
+    const auto status = kernel::transformEntity(id, translation(toFoot + across * spacing));
+    if (status != Acad::eOk || spacing == 0.0) return status;
+    const double further = clearance(id, target.baseLine);
+    return further != 0 ? kernel::transformEntity(id, translation(across * further)) : status;
+}
+
+Acad::ErrorStatus alignEdge(AcDbObjectId id, const AlignmentEdge& edge, double spacing, const Target& target,
+                            AcGePoint3d& landing) {
+    const AcGePoint3d& base = edge.basePoint;
+    const AcGePoint3d foot = footPoint(inPlane(base), target.angle, target.baseLine, target.referencePoint);
+    landing = edge.isRound ? foot : AcGePoint3d{foot.x, foot.y, base.z};
+    const auto status = kernel::rotateEntity(id, base, edge.turnTo(target.angle));
+    if (status != Acad::eOk || !target.adjustSpacing) return status;
+    return moveBeyond(id, base, foot, spacing + edge.extraSpacing, target);
+}
+
+} // namespace
+
+int alignObjectToBaseLine(AcDbObjectId objectId, const AcGePoint2d& referencePoint, double targetAngle,
+                          double spacing, bool adjustSpacing, const AcDbEntity& baseLine,
+                          AcGePoint3d& landingPoint) {
+    const Target target{baseLine, referencePoint, targetAngle, adjustSpacing};
+    AcDbObjectPointer<AcDbEntity> entity{objectId};
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+    const bool isArc = kernel::asArc(entity) != nullptr;
+    const auto edge =
+        alignmentEdge(*entity.object(), {EdgeRequest::Purpose::line, inSpace(referencePoint), targetAngle});
+    entity.close();
+    if (isArc) return alignArc(objectId, target, spacing, landingPoint);
+    return edge ? alignEdge(objectId, *edge, spacing, target, landingPoint) : notHandled;
+}
+
+} // namespace qx::objectalign

@@ -1,0 +1,58 @@
+#include "objectalign/baselineChoice.h"
+
+#include "adslib.h"
+#include "dbobjptr.h"
+#include "geassign.h"
+#include "geline2d.h"
+#include "kernel/classTests.h"
+#include "kernel/construction.h"
+#include "kernel/plane.h"
+#include "objectalign/straightSegments.h"
+
+namespace qx::objectalign {
+namespace {
+using kernel::inPlane;
+
+constexpr Adesk::UInt16 red = 1;
+
+double distanceToCarrier(const AcGeLineSeg3d& segment, const AcGePoint2d& pick) {
+    const AcGeLine2d carrier{inPlane(segment.startPoint()), inPlane(segment.endPoint())};
+    return carrier.distanceTo(pick);
+}
+
+AcDbObjectId baselineBetweenPoints(ConstructionEntities& construction) {
+    ads_point first{}, second{};
+    if (acedGetPoint(nullptr, L"请选择第一个对齐点：", first) != RTNORM) return AcDbObjectId::kNull;
+    if (acedGetPoint(first, L"请选择第二个对齐点：", second) != RTNORM) return AcDbObjectId::kNull;
+    return construction.add(kernel::makeLine(asPnt3d(first), asPnt3d(second), red));
+}
+
+/// Null when the object has no line to offer.
+AcDbObjectId baselineOf(AcDbObjectId picked, const AcGePoint2d& pick, ConstructionEntities& construction) {
+    AcDbObjectPointer<AcDbEntity> entity{picked};
+    if (entity.openStatus() != Acad::eOk) return AcDbObjectId::kNull;
+    if (kernel::asLine(entity)) return picked;
+    const auto nearest = nearestSegment(straightSegments(*entity.object()), [&](const AcGeLineSeg3d& each) {
+        return distanceToCarrier(each, pick);
+    });
+    entity.close();
+    if (!nearest) return AcDbObjectId::kNull;
+    return construction.add(kernel::makeLine(nearest->startPoint(), nearest->endPoint(), 0));
+}
+} // namespace
+
+AcDbObjectId chooseBaseline(ConstructionEntities& construction) {
+    for (;;) {
+        ads_name name{};
+        ads_point point{};
+        const int result = acedEntSel(L"选择对齐基线（直线、多段线）或回车指定第一个对齐点：", name, point);
+        if (result == RTCAN) return AcDbObjectId::kNull;
+        if (result == RTERROR) return baselineBetweenPoints(construction);
+        AcDbObjectId id;
+        if (result != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) continue;
+        const AcDbObjectId baseline = baselineOf(id, asPnt2d(point), construction);
+        if (!baseline.isNull()) return baseline;
+    }
+}
+
+} // namespace qx::objectalign

@@ -1,0 +1,192 @@
+#include "dbmtext.h"
+#include "drawings/DrawingText.h"
+#include "text/measure.h"
+
+#include <cmath>
+#include <numbers>
+
+using namespace drawings;
+using namespace std::string_literals;
+using qx::db::Drawing;
+
+namespace {
+
+constexpr double pi = std::numbers::pi;
+
+std::string rounded(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.5g", std::abs(value) < 1e-9 ? 0.0 : value);
+    return text;
+}
+std::string told(double x, double y, double z) { return rounded(x) + "," + rounded(y) + "," + rounded(z); }
+
+/// The drawing's only entity.
+class OneText {
+public:
+    explicit OneText(const std::string& groups, const std::string& version = "AC1015",
+                     const std::string& codePage = "ANSI_936")
+        : drawing_{read(DrawingText{.entities = {"MTEXT|" + groups}, .version = version, .codePage = codePage}
+                            .bytes())} {}
+    const AcDbMText* operator->() const { return static_cast<const AcDbMText*>(entity()); }
+    const AcDbEntity* entity() const { return drawing_->liveEntity(drawing_->find(0x100)); }
+    std::string extents() const { return drawings::extents(*drawing_, 0x100); }
+    std::string corners() const {
+        AcGePoint3dArray points;
+        points.append({9, 9, 9});
+        (*this)->getBoundingPoints(points);
+        std::string text;
+        for (int i = 0; i < points.length(); ++i)
+            text += (i ? " " : "") + told(points[i].x, points[i].y, points[i].z);
+        return text;
+    }
+
+private:
+    std::unique_ptr<Drawing> drawing_;
+};
+
+/// Collects the characters that are drawn.
+class DrawnText final : public qx::shape::Sink {
+public:
+    explicit DrawnText(const AcDbEntity& entity) { entity.shape(*this); }
+    void segment(const qx::shape::Segment&) override {}
+    void arc(const qx::shape::EllipticArc&) override {}
+    void text(const qx::shape::TextRun& run) override {
+        (all += all.empty() ? "" : "|") += run.bytes;
+        EXPECT_EQ(run.encoding, nullptr) << "codes must not be read again";
+    }
+    std::string all;
+};
+
+TEST(MText, tellsWhatTheFileSays) {
+    const OneText text{"10 1.0|20 2.0|30 3.0|40 2.5|41 60.0|46 12.0|71 5|1 a|42 999.0|43 999.0"};
+    EXPECT_EQ(told(text->location().x, text->location().y, text->location().z), "1,2,3");
+    EXPECT_EQ(text->textHeight(), 2.5);
+    EXPECT_EQ(text->width(), 60);
+    EXPECT_EQ(text->height(), 12);
+    EXPECT_EQ(text->attachment(), AcDbMText::kMiddleCenter);
+    EXPECT_EQ(text->actualHeight(), 2.5);
+    EXPECT_DOUBLE_EQ(text->actualWidth(), 2.5 * qx::text::measure(U"a").advance);
+    EXPECT_EQ(
+        OneText { "10 1.0|40 1.0|1 a" } -> attachment(), AcDbMText::kTopLeft);
+    EXPECT_EQ(
+        OneText { "10 1.0|40 1.0|71 12|1 a" } -> attachment(), AcDbMText::kBottomRight);
+}
+
+TEST(MText, runsInItsDirection) {
+    const struct {
+        const char* name;
+        const char* groups;
+        const char* direction;
+        double degrees;
+    } cases[] = {
+        {"nothing said", "", "1,0,0", 0},
+        {"an angle", "|50 30.0", "0.86603,0.5,0", 30},
+        {"an angle of more than a turn", "|50 -330.0", "0.86603,0.5,0", 30},
+        {"a direction", "|11 0.0|21 2.0|31 0.0", "0,1,0", 90},
+        {"both, the angle later", "|11 0.0|21 1.0|50 180.0", "-1,0,0", 180},
+        {"both, the direction later", "|50 180.0|11 0.0|21 1.0", "0,1,0", 90},
+        {"a direction without length", "|50 90.0|11 0.0|21 0.0|31 0.0", "0,1,0", 90},
+        {"only such a one", "|11 0.0|21 0.0|31 0.0", "1,0,0", 0},
+        {"a tiny and a huge one", "|11 1e-200|21 1e-200", "0.70711,0.70711,0", 45},
+        {"out of the plane", "|11 3.0|21 3.0|31 5.0", "0.70711,0.70711,0", 45},
+        {"along the normal", "|31 5.0", "1,0,0", 0},
+        {"from below, nothing said", "|210 0|220 0|230 -1", "-1,0,0", 0},
+        {"from below, an angle", "|50 90.0|210 0|220 0|230 -1", "0,1,0", 90},
+        {"from below, a direction", "|11 1.0|210 0|220 0|230 -1", "1,0,0", 180},
+        {"upright", "|50 90.0|210 0|220 -1|230 0", "0,0,1", 90},
+    };
+    for (const auto& each : cases) {
+        const OneText text{"10 1.0|40 1.0|1 a"s + each.groups};
+        const AcGeVector3d direction = text->direction();
+        EXPECT_EQ(told(direction.x, direction.y, direction.z), each.direction) << each.name;
+        EXPECT_NEAR(text->rotation(), each.degrees * pi / 180, 1e-12) << each.name;
+    }
+}
+
+// Ink of H: 0.1 to 0.75 of its height, from the baseline to the top.
+TEST(MText, isMeasuredWhereItStands) {
+    const struct {
+        const char* name;
+        const char* groups;
+        const char* extents;
+        const char* corners;
+    } cases[] = {
+        {"top left", "10 5.0|20 5.0|40 2.0|1 H", "5.2..6.5 3..5 0..0", "5,5,0 6.7,5,0 5,3,0 6.7,3,0"},
+        {"two lines, bottom right", "10 5.0|20 5.0|40 2.0|71 9|1 H\\PHH", "1.8..4.8 5..10.3333 0..0",
+         "1.6,10.333,0 5,10.333,0 1.6,5,0 5,5,0"},
+        {"turned", "10 5.0|20 5.0|40 2.0|1 H|50 90.0", "5..7 5.2..6.5 0..0", "5,5,0 5,6.7,0 7,5,0 7,6.7,0"},
+        {"from below", "10 5.0|20 5.0|40 2.0|1 H|210 0|220 0|230 -1", "3.5..4.8 3..5 0..0",
+         "5,5,0 3.3,5,0 5,3,0 3.3,3,0"},
+        {"upright, high above", "10 5.0|20 5.0|30 9.0|40 2.0|1 H|210 0|220 -1|230 0", "5.2..6.5 5..5 7..9",
+         "5,5,9 6.7,5,9 5,5,7 6.7,5,7"},
+        {"tails hang below the box", "10 0.0|20 0.0|40 1.0|1 g", "0.1..0.6 -1.25..-0.33 0..0",
+         "0,0,0 0.7,0,0 0,-1,0 0.7,-1,0"},
+        {"broken at its width", "10 0.0|40 1.0|41 2.0|1 H H", "0.1..0.75 -2.66667..0 0..0",
+         "0,0,0 0.85,0,0 0,-2.6667,0 0.85,-2.6667,0"},
+        {"spaced exactly", "10 0.0|40 1.0|1 H\\P\\H3;H|44 2.0|73 2", "0.1..2.25 -4.33333..0 0..0",
+         "0,0,0 2.55,0,0 0,-4.3333,0 2.55,-4.3333,0"},
+        {"blank", "10 5.0|20 5.0|40 1.0|71 9|1 \\P \\~", "status 1001", "5,5,0 5,5,0 5,5,0 5,5,0"},
+        {"without height", "10 5.0|20 5.0|1 H", "status 1001", "5,5,0 5,5,0 5,5,0 5,5,0"},
+        {"of negative height", "10 5.0|20 5.0|40 -1.0|1 H", "status 1001", "5,5,0 5,5,0 5,5,0 5,5,0"},
+        {"without text", "10 5.0|20 5.0|40 1.0", "status 1001", "5,5,0 5,5,0 5,5,0 5,5,0"},
+        {"beyond all numbers", "10 5.0|20 5.0|40 1e308|1 HHHHHHHHHH", "status 1001", nullptr},
+    };
+    for (const auto& each : cases) {
+        const OneText text{each.groups};
+        EXPECT_EQ(text.extents(), each.extents) << each.name;
+        if (!each.corners) continue;
+        EXPECT_EQ(text.corners(), each.corners) << each.name;
+    }
+}
+
+TEST(MText, isDecodedOnce) {
+    const struct {
+        const char* name;
+        const char* version;
+        const char* groups;
+        const char* drawn;
+    } cases[] = {
+        {"GBK, a second byte that is a backslash", "AC1015", "1 \x95\x5CP\xD6\xD0", "昞P中"},
+        {"GBK, cut in the middle", "AC1015", "3 a\xD6|1 \xD0", "a中"},
+        {"UTF-8", "AC1032", "1 昞\\P中", "昞|中"},
+        {"UTF-8, cut in the middle", "AC1032", "3 \xE4\xB8|3 \xAD|1 b", "中b"},
+        {"a code cut in the middle", "AC1032", "3 a\\|1 Pb", "a|b"},
+        {"escapes", "AC1015", "1 \\U+4E2D\\M+5CEC4!", "中文!"},
+        {"an escape cut in the middle", "AC1015", "3 \\U+4E|1 2D", "中"},
+        {"a path that looks like an escape", "AC1015", "1 C:\\\\U+4E2D", "C:\\U+4E2D"},
+        {"escapes that would be codes", "AC1015", "1 \\U+005CP\\U+007Ba\\U+007D", "\\P{a}"},
+        {"what is shown looks like a code", "AC1015", "1 \\\\P %{%c}", "\\P %%c"},
+        {"groups of others", "AC1032", "102 {X|1 b|102 }|1 a|101 Embedded Object|1 c|1001 X|1000 d", "a"},
+    };
+    for (const auto& each : cases) {
+        const OneText text{"10 0.0|40 1.0|"s + each.groups, each.version};
+        EXPECT_EQ(DrawnText{*text.entity()}.all, each.drawn) << each.name;
+    }
+}
+
+TEST(MText, followsItsScaleAndItsUndoing) {
+    const DrawingText file{.entities = {"MTEXT|10 1.0|20 2.0|40 1.0|41 2.0|1 H H"}};
+    const auto drawing = read(file.bytes());
+    const std::string before = extents(*drawing, 0x100);
+    EXPECT_EQ(before, "1.1..1.75 -0.666667..2 0..0");
+    step(*drawing, [&] { EXPECT_EQ(move(*drawing, 0x100, AcGeMatrix3d::scaling(3)), Acad::eOk); });
+    EXPECT_EQ(extents(*drawing, 0x100), "3.3..5.25 -2..6 0..0") << "still broken at its width";
+    step(*drawing, [&] {
+        EXPECT_EQ(move(*drawing, 0x100, AcGeMatrix3d::rotation(pi / 2, AcGeVector3d::kZAxis)), Acad::eOk);
+    });
+    EXPECT_EQ(extents(*drawing, 0x100), "-6..2 3.3..5.25 0..0");
+    drawing->history().undo();
+    drawing->history().undo();
+    EXPECT_EQ(extents(*drawing, 0x100), before);
+    EXPECT_EQ(drawing->toBytes(), file.bytes());
+}
+
+TEST(MText, isSeenThroughBlocks) {
+    const auto drawing = read(DrawingText{
+        .entities = {"INSERT|2 B|10 100.0|20 0.0|41 2.0|42 2.0"},
+        .blocks = {{"B", {"MTEXT|10 5.0|20 5.0|40 2.0|1 H", "ELLIPSE|10 0.0|20 0.0|11 4.0|40 0.5"}}}}
+                                  .bytes());
+    EXPECT_EQ(extents(*drawing, 0x100), "92..113 -4..10 0..0");
+}
+
+} // namespace
