@@ -10,7 +10,7 @@
 namespace qx::ed {
 
 /// What a prompt asks for.
-enum class Ask { command, selection, point, real, keyword, text };
+enum class Ask { command, selection, entity, point, real, keyword, text };
 
 struct Input {
     enum class Kind {

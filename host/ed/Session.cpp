@@ -3,6 +3,7 @@
 #include "acdocman.h"
 #include "dbapserv.h"
 #include "ed/hostCommands.h"
+#include "ed/picking.h"
 #include "rx/ModuleLoader.h"
 
 #include <utility>
@@ -46,6 +47,8 @@ void Session::setDrawing(std::unique_ptr<db::Drawing> drawing) {
     variables_.force("DWGNAME", drawing_ ? drawing_->path() : std::string{});
     if (drawing_) tell(true);
 }
+
+double Session::pickReach() const { return pixelSize(*drawing_) * variables_.number("PICKBOX"); }
 
 // A command opens what it changes one object after the other, which is all that the host sees of its
 // progress.

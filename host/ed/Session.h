@@ -68,6 +68,8 @@ public:
     void abandonDrawing() { static_cast<void>(drawing_.release()); }
 
     UserFrame frame() const { return UserFrame{drawing_->ucs()}; }
+    /// How far from a point a pick reaches: PICKBOX pixels of the nominal view.
+    double pickReach() const;
     /// In user coordinates.
     AcGePoint3d lastPoint;
     /// What the last selection by prompt gave.
