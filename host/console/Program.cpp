@@ -157,10 +157,12 @@ Exit Program::runCommands() {
         return Exit::done;
     }
     catchInterrupts();
-    ConsoleSource console{os::isTerminal(StandardStream::input) && os::isTerminal(StandardStream::output)};
-    runner.run(console);
+    const bool isTyped = os::isTerminal(StandardStream::input);
+    ConsoleSource console{isTyped ? ConsoleSource::From::terminal : ConsoleSource::From::pipe,
+                          isTyped && os::isTerminal(StandardStream::output)};
+    const ed::RunEnd end = runner.run(console);
     if (!session_.line().transcript.isAtLineStart()) writeTranscript("\n");
-    return Exit::done;
+    return end == ed::RunEnd::failed ? failed(Exit::scriptFailed, session_.line().failure()) : Exit::done;
 }
 
 Exit Program::writeResults() {

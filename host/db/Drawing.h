@@ -137,6 +137,7 @@ public:
     // Undo. A step is what one command changed; a step without changes leaves no trace.
 
     History& history() { return history_; }
+    const History& history() const { return history_; }
     /// Called by the history when it has exchanged the object's state.
     void noteSwap(Record* record) {
         forgetBox(*record);

@@ -4,6 +4,7 @@
 #include "db/FieldMove.h"
 #include "dbmain.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
 #include <utility>
@@ -72,14 +73,22 @@ std::string History::redo() {
     return done_.back().name;
 }
 
-std::vector<Record*> History::lastChanged() const {
+std::vector<Record*> History::changedBy(std::span<const Step> steps) {
     std::vector<Record*> records;
-    if (done_.empty()) return records;
     std::unordered_set<const Record*> seen;
-    forEach(done_.back(), false, [&](const Entry& entry) {
-        if (seen.insert(entry.record).second) records.push_back(entry.record);
-    });
+    for (const Step& step : steps)
+        forEach(step, false, [&](const Entry& entry) {
+            if (seen.insert(entry.record).second) records.push_back(entry.record);
+        });
     return records;
+}
+
+std::vector<Record*> History::changedByLast(std::size_t count) const {
+    return changedBy(std::span{done_}.last(std::min(count, done_.size())));
+}
+
+std::vector<Record*> History::changedByNext(std::size_t count) const {
+    return changedBy(std::span{undone_}.last(std::min(count, undone_.size())));
 }
 
 // ---- logging

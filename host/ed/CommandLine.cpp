@@ -34,7 +34,8 @@ Input CommandLine::ask(Ask what, std::string_view prompt) {
 Input CommandLine::afterEnd(std::string_view prompt) {
     if (!prompt.empty()) transcript.prompt(prompt);
     transcript.answer("*取消*", false);
-    if (!isInteractive()) fail("the script ends inside the command " + command_);
+    if (sources_.empty() || !sources_.back()->mayEndAnywhere())
+        fail("the script ends inside the command " + command_);
     return cancelled();
 }
 

@@ -97,7 +97,7 @@ void CommandRunner::perform(const std::string& name, int flags, const Body& body
     const bool isStep = drawing && (flags & ACRX_CMD_NO_UNDO_MARKER) == 0;
 
     const Running running{session_, name, flags};
-    if (session_.observer) session_.observer->commandBegins(name);
+    if (session_.observer) session_.observer->commandBegins(drawing, name);
     if (isStep) drawing->history().begin(name);
     if (needsDrawing) drawing->setLocked(true);
     const Outcome outcome = body();

@@ -37,6 +37,9 @@ public:
     virtual Input next(Ask ask) = 0;
     /// True when a person answers, who is asked again after a refused answer; a refused answer ends a script.
     virtual bool isInteractive() const = 0;
+    /// True when it may end anywhere, which cancels the running command; otherwise an end inside a command
+    /// fails the source.
+    virtual bool mayEndAnywhere() const { return isInteractive(); }
     /// Names the source in sentences.
     virtual std::string name() const = 0;
 };

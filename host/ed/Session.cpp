@@ -21,7 +21,9 @@ Session::Session(Transcript::Sink sink) : line_{std::move(sink)} {
     rx::moduleLoader().setReporter([this](const std::string& text) { line_.transcript.sentence(text); });
 }
 
+// Whoever observed it may be gone already.
 Session::~Session() {
+    observer = nullptr;
     setDrawing(nullptr);
     rx::moduleLoader().setReporter({});
     current_ = nullptr;
@@ -33,6 +35,7 @@ void Session::setDrawing(std::unique_ptr<db::Drawing> drawing) {
             line_.transcript.sentence(sentence);
     };
     if (drawing_) tell(false);
+    if (observer) observer->drawingChanges();
     sets_.freeAll();
     previous.clear();
     pickFirst.clear();

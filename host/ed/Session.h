@@ -28,7 +28,9 @@ enum class CommandEnd {
 class CommandObserver {
 public:
     virtual ~CommandObserver() = default;
-    virtual void commandBegins(const std::string& name) = 0;
+    virtual void commandBegins(const db::Drawing* drawing, const std::string& name) = 0;
+    /// Another drawing, as yet without history, has taken the place of the open one.
+    virtual void drawingChanges() = 0;
     /// A set that the running command was given.
     virtual void selected(const RecordSet& set) = 0;
     virtual void message(std::string_view text) = 0;

@@ -46,6 +46,7 @@ const ExitCase exitCases[] = {
     {"script ends well", "a.dxf -s - -o b.dxf", "ERASE\nL\n\n", 0, ""},
     {"report", "a.dxf -s - --report r.json", "ERASE\nL\n\n", 0, ""},
     {"no drawing: an empty one", "-s - -o b.dxf", "LIST\nALL\n\n", 0, ""},
+    {"empty drawing", "''", "", 1, "qxhost: the drawing's file name is empty"},
     {"wrong option", "--frobnicate", "", 1, "unknown option --frobnicate"},
     {"module that is not there", "a.dxf --module no.arx -s -", "", 1, "no.arx"},
     {"drawing that is not there", "no.dxf -s -", "", 2, "no.dxf"},
@@ -97,10 +98,17 @@ TEST_F(Qxhost, talksToWhoeverTypes) {
     EXPECT_EQ(contentOf(folder / "b.dxf").find("CIRCLE"), std::string::npos);
 }
 
-TEST_F(Qxhost, endOfInputEndsIt) {
-    const Outcome result = run("a.dxf", "ERASE\nL\n");
-    EXPECT_EQ(result.exit, 0);
-    EXPECT_TRUE(result.output.ends_with("选择对象: *取消*\n命令: \n")) << result.output;
+TEST_F(Qxhost, pipedInputMayEndBetweenCommandsOnly) {
+    const Outcome between = run("a.dxf -o b.dxf", "ERASE\nL\n\n");
+    EXPECT_EQ(between.exit, 0) << between.errors;
+    EXPECT_TRUE(has("b.dxf"));
+    const Outcome inside = run("a.dxf -o c.dxf", "ERASE\nL\n");
+    EXPECT_EQ(inside.exit, 3);
+    EXPECT_NE(inside.errors.find("qxhost: stdin:2: the script ends inside the command ERASE\n"),
+              std::string::npos)
+        << inside.errors;
+    EXPECT_TRUE(inside.output.ends_with("选择对象: *取消*\n")) << inside.output;
+    EXPECT_FALSE(has("c.dxf"));
 }
 
 TEST_F(Qxhost, reportsAlsoWhenTheScriptFails) {
