@@ -8,6 +8,7 @@
 #include "os/terminal.h"
 #include "rx/ModuleLoader.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
@@ -60,6 +61,19 @@ void writeTranscript(std::string_view text) {
     if (isPerson) std::fflush(stdout);
 }
 
+// What the reader noticed, as sentences of the program's own; the report has all of it.
+void printFindings(const db::Drawing& drawing) {
+    constexpr std::size_t most = 20;
+    const auto& findings = drawing.findings();
+    for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
+        const std::string line = findings[i].line > 0 ? ':' + std::to_string(findings[i].line) : "";
+        printError(drawing.path() + line + ": " + findings[i].sentence);
+    }
+    if (findings.size() > most)
+        printError(drawing.path() + ": " + std::to_string(findings.size() - most) +
+                   " more findings; --report has them");
+}
+
 // The smallest drawing: model space, and layer 0.
 constexpr std::string_view emptyDrawing =
     "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1024\n9\n$HANDSEED\n5\n100\n0\nENDSEC\n"
@@ -81,6 +95,10 @@ constexpr std::string_view emptyDrawing =
 
 Program::Program(Options options) : options_{std::move(options)}, session_{writeTranscript} {
     if (options_.report) session_.observer = &report_;
+    session_.opened = [this](const db::Drawing& drawing) {
+        progress_.clear();
+        printFindings(drawing);
+    };
     if (os::isTerminal(StandardStream::error))
         session_.progress = [this](std::string_view job, std::uint64_t done, std::uint64_t total) {
             progress_.show(job, done, total);

@@ -81,6 +81,16 @@ void CommandLine::refuse(std::string_view sentence, const std::string& reason) {
     if (!isInteractive()) fail(reason);
 }
 
+void CommandLine::refuse(std::string_view sentence, const Outcome& failure) {
+    if (isInteractive()) return note(sentence, failure.error());
+    transcript.sentence(std::string{sentence} + "。");
+    fail(failure.error());
+}
+
+void CommandLine::note(std::string_view sentence, const std::string& cause) {
+    transcript.sentence(std::string{sentence} + ": " + cause);
+}
+
 void CommandLine::fail(const std::string& reason) {
     if (hasFailed()) return;
     const std::string name = sources_.empty() ? "input" : sources_.back()->name();

@@ -66,6 +66,8 @@ public:
     /// Closes the open drawing, with everything that was selected in it, and opens this one; null for none.
     /// Modules are told of both.
     void setDrawing(std::unique_ptr<db::Drawing> drawing);
+    /// The open drawing is the file of this name from now on.
+    void renameDrawing(const std::string& path);
     /// Leaves the drawing to the end of the process, which frees it faster.
     void abandonDrawing() { static_cast<void>(drawing_.release()); }
 
@@ -100,6 +102,8 @@ public:
     void endProgress();
 
     CommandObserver* observer = nullptr;
+    /// Told of each drawing that is opened.
+    std::function<void(const db::Drawing&)> opened;
     /// Told how far a long job is; null where nobody looks.
     std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
 
