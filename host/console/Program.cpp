@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace qx::console {
 namespace {
@@ -44,6 +45,10 @@ bool isSameFile(const std::string& one, const std::string& other) {
     std::error_code ignored;
     return std::filesystem::weakly_canonical(pathOf(one), ignored) ==
            std::filesystem::weakly_canonical(pathOf(other), ignored);
+}
+
+bool contains(const std::vector<std::string>& paths, const std::string& path) {
+    return std::ranges::any_of(paths, [&](const std::string& each) { return isSameFile(each, path); });
 }
 
 std::string standardInput() {
@@ -105,16 +110,22 @@ Program::Program(Options options) : options_{std::move(options)}, session_{write
         };
 }
 
-// A picture or report over the drawing, the script or another result would lose it without a word.
+// A result over an input or over another result would lose that without a word. Only the drawing may be
+// replaced by what became of it.
 std::string Program::pathUsedTwice() const {
-    const std::optional<std::string> written[] = {options_.svg, options_.report};
-    const std::optional<std::string> others[] = {options_.drawing.empty() ? std::nullopt
-                                                                          : std::optional{options_.drawing},
-                                                 options_.script, options_.save};
-    if (options_.svg && options_.report && isSameFile(*options_.svg, *options_.report)) return *options_.svg;
-    for (const auto& path : written)
-        for (const auto& other : others)
-            if (path && other && isSameFile(*path, *other)) return *path;
+    std::vector<std::string> inputs = options_.modules;
+    if (options_.script && *options_.script != "-") inputs.push_back(*options_.script);
+    std::vector<std::string> others = inputs;
+    if (!options_.drawing.empty()) others.push_back(options_.drawing);
+    if (options_.save) {
+        if (contains(inputs, *options_.save)) return *options_.save;
+        others.push_back(*options_.save);
+    }
+    for (const auto& written : {options_.svg, options_.report}) {
+        if (!written) continue;
+        if (contains(others, *written)) return *written;
+        others.push_back(*written);
+    }
     return {};
 }
 

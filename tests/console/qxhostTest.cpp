@@ -53,6 +53,7 @@ const ExitCase exitCases[] = {
     {"report over the drawing", "a.dxf -s - --report a.dxf", "", 1, "a.dxf: one file can't be"},
     {"picture over the script", "a.dxf -s x.scr --svg x.scr", "", 1, "x.scr: one file can't be"},
     {"target over the script", "a.dxf -s x.scr -f -o x.scr", "", 1, "x.scr: one file can't be"},
+    {"target over a module", "a.dxf --module m.arx -s - -o m.arx", "", 1, "m.arx: one file can't be"},
     {"picture and report", "a.dxf -s - --svg p --report p", "", 1, "p: one file can't be"},
     {"picture and target", "a.dxf -s - --svg p.dxf -o p.dxf", "", 1, "p.dxf: one file can't be"},
     {"report and target", "a.dxf -s - --report p.dxf -o p.dxf", "", 1, "p.dxf: one file can't be"},
