@@ -163,7 +163,7 @@ public:
     enum class Action { openForRead, openForWrite, transform };
     using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
     void setFault(Fault fault) { fault_ = std::move(fault); }
-    /// Told of each object that is opened for writing; unset it costs nothing where objects are only read.
+    /// Told of each object that is opened for writing; reading costs nothing more by it.
     using WriteListener = std::function<void()>;
     void setWriteListener(WriteListener listener) { writeListener_ = std::move(listener); }
     /// Told of every opening and every transformation that is refused, and why.

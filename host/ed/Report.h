@@ -1,6 +1,7 @@
 // The account of a session as JSON: for each command that ran, the objects it changed with their boxes before
-// and after, the selected objects that stayed as they were with the reason, and the messages it printed; then
-// what the reader noticed about the drawing.
+// and after ("created", "modified", "erased", or "restored" when an object of the file comes back), the
+// selected objects that stayed as they were with the reason, and the messages it printed; then what the
+// reader noticed about the drawing.
 //
 // The boxes before come from taking the command's step back and doing it again (of U, UNDO and REDO the other
 // way round), so a report costs about as much as the commands did.
