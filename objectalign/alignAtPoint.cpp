@@ -32,7 +32,7 @@ struct Target {
 /// An object that was turned, and what of it is to come to the point; without a middle it stays where it is.
 struct Turned {
     int status;
-    std::optional<AcGePoint2d> middle;
+    std::optional<AcGePoint2d> middle = std::nullopt;
     double extraSpacing = 0;
 };
 

@@ -50,7 +50,7 @@ Aligned align(const AcDbObjectIdArray& ids, const AlignmentLine& line, const Set
     AcDbObjectIdArray aligned;
     AcGePoint3dArray pivots;
     const AcDbObjectPointer<AcDbEntity> baseLine{line.id};
-    if (baseLine.openStatus() != Acad::eOk) return {};
+    if (baseLine.openStatus() != Acad::eOk) return {aligned, pivots};
     for (const AcDbObjectId id : ids) {
         AcGePoint3d landing;
         const int status = alignObjectToBaseLine(id, line.pick, line.angle, settings.spacing,

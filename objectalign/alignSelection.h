@@ -29,8 +29,8 @@ using Reference = std::variant<AlignmentLine, AlignmentPoint>;
 struct WholeSelection {
     AcDbObjectIdArray ids;
     Moves moves = Moves::objects;
-    AcDbObjectId baseLine;
-    AcGePoint2d basePoint; ///< about which it is turned
+    AcDbObjectId baseLine = {};
+    AcGePoint2d basePoint = {}; ///< about which it is turned
 };
 
 /// Polylines and where each was picked; one may stand there twice.

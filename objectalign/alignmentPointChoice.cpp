@@ -1,5 +1,6 @@
 #include "objectalign/alignmentPointChoice.h"
 
+#include "acutads.h"
 #include "adslib.h"
 #include "dbobjptr.h"
 #include "geassign.h"

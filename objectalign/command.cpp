@@ -1,6 +1,7 @@
 #include "objectalign/command.h"
 
 #include "acdocman.h"
+#include "acutads.h"
 #include "adslib.h"
 #include "dbobjptr.h"
 #include "geassign.h"

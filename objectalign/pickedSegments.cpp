@@ -85,7 +85,7 @@ Segment ranked(const Segment& segment, const AcGePoint2d& reference) {
 /// A polyline that was turned; without a middle it has no segment to align.
 struct Turned {
     Acad::ErrorStatus status;
-    std::optional<AcGePoint2d> middle;
+    std::optional<AcGePoint2d> middle = std::nullopt;
 };
 
 Turned turnSegment(AcDbObjectId id, const AcGePoint2d& pick, const Base& base) {

@@ -8,13 +8,13 @@
 namespace qx::objectalign {
 
 struct Tangent {
-    AcDbObjectId curve; ///< the circle or arc; null when there is no tangent, and then nothing was drawn
-    AcGePoint2d point;  ///< the pick, brought onto the curve along its radius
-    double angle = 0;   ///< of the tangent, radians, 0 to 2 pi
-    AcDbObjectId line;  ///< the tangent, drawn from the point as long as the radius
-    AcGePoint3d centre;
+    AcDbObjectId curve = {}; ///< the circle or arc; null when there is no tangent, and then nothing was drawn
+    AcGePoint2d point = {};  ///< the pick, brought onto the curve along its radius
+    double angle = 0;        ///< of the tangent, radians, 0 to 2 pi
+    AcDbObjectId line = {};  ///< the tangent, drawn from the point as long as the radius
+    AcGePoint3d centre = {};
     double radius = 0;
-    AcGePoint3d lineStart, lineEnd; ///< z 0
+    AcGePoint3d lineStart = {}, lineEnd = {}; ///< z 0
 };
 
 /// The tangent runs from the point towards where the centre comes when it is turned about the point by a

@@ -25,16 +25,27 @@ namespace {
 struct Option {
     std::string_view longName;
     std::string_view shortName;
-    std::function<void(Options&, std::string)> take; ///< of an option with a value
+    std::function<bool(Options&, std::string)> take; ///< of an option with a value; false: it has one already
     std::function<void(Options&)> set;               ///< of one without
 };
 
+bool takeOnce(std::optional<std::string>& place, std::string value) {
+    const bool isFirst = !place;
+    if (isFirst) place = std::move(value);
+    return isFirst;
+}
+
+bool addModule(Options& options, std::string value) {
+    options.modules.push_back(std::move(value));
+    return true;
+}
+
 const Option options[] = {
-    {"--script", "-s", [](Options& o, std::string v) { o.script = std::move(v); }, {}},
-    {"--save", "-o", [](Options& o, std::string v) { o.save = std::move(v); }, {}},
-    {"--svg", "", [](Options& o, std::string v) { o.svg = std::move(v); }, {}},
-    {"--report", "", [](Options& o, std::string v) { o.report = std::move(v); }, {}},
-    {"--module", "", [](Options& o, std::string v) { o.modules.push_back(std::move(v)); }, {}},
+    {"--script", "-s", [](Options& o, std::string v) { return takeOnce(o.script, std::move(v)); }, {}},
+    {"--save", "-o", [](Options& o, std::string v) { return takeOnce(o.save, std::move(v)); }, {}},
+    {"--svg", "", [](Options& o, std::string v) { return takeOnce(o.svg, std::move(v)); }, {}},
+    {"--report", "", [](Options& o, std::string v) { return takeOnce(o.report, std::move(v)); }, {}},
+    {"--module", "", addModule, {}},
     {"--force", "-f", {}, [](Options& o) { o.force = true; }},
     {"--version", "", {}, [](Options& o) { o.showVersion = true; }},
     {"--help", "-h", {}, [](Options& o) { o.showHelp = true; }},
@@ -64,7 +75,8 @@ Outcome takeOption(Options& result, const std::string& argument, Arguments::cons
     if (equals == std::string::npos && next == end) return Outcome::failure(name + " needs a file name");
     std::string value = equals != std::string::npos ? argument.substr(equals + 1) : *next++;
     if (value.empty()) return Outcome::failure(name + " needs a file name");
-    option->take(result, std::move(value));
+    if (!option->take(result, std::move(value)))
+        return Outcome::failure(std::string{option->longName} + " is given twice; it takes one file");
     return {};
 }
 
@@ -77,7 +89,9 @@ Result<Options> parseOptions(const std::vector<std::string>& arguments) {
         if (argument.starts_with('-') && argument != "-") {
             if (const Outcome outcome = takeOption(result, argument, at, arguments.end()); !outcome)
                 return Result<Options>::failure(outcome.error());
-        } else if (argument.empty() || !result.drawing.empty())
+        } else if (argument.empty())
+            return Result<Options>::failure("the drawing's file name is empty");
+        else if (!result.drawing.empty())
             return Result<Options>::failure("one drawing at a time, please: " + argument);
         else
             result.drawing = argument;

@@ -8,12 +8,14 @@
 #include "os/terminal.h"
 #include "rx/ModuleLoader.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace qx::console {
 namespace {
@@ -45,6 +47,10 @@ bool isSameFile(const std::string& one, const std::string& other) {
            std::filesystem::weakly_canonical(pathOf(other), ignored);
 }
 
+bool contains(const std::vector<std::string>& paths, const std::string& path) {
+    return std::ranges::any_of(paths, [&](const std::string& each) { return isSameFile(each, path); });
+}
+
 std::string standardInput() {
     std::string text;
     std::array<char, 4096> buffer{};
@@ -58,6 +64,19 @@ void writeTranscript(std::string_view text) {
     static const bool isPerson = os::isTerminal(StandardStream::output);
     std::fwrite(text.data(), 1, text.size(), stdout);
     if (isPerson) std::fflush(stdout);
+}
+
+// What the reader noticed, as sentences of the program's own; the report has all of it.
+void printFindings(const db::Drawing& drawing) {
+    constexpr std::size_t most = 20;
+    const auto& findings = drawing.findings();
+    for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
+        const std::string line = findings[i].line > 0 ? ':' + std::to_string(findings[i].line) : "";
+        printError(drawing.path() + line + ": " + findings[i].sentence);
+    }
+    if (findings.size() > most)
+        printError(drawing.path() + ": " + std::to_string(findings.size() - most) +
+                   " more findings; --report has them");
 }
 
 // The smallest drawing: model space, and layer 0.
@@ -81,22 +100,32 @@ constexpr std::string_view emptyDrawing =
 
 Program::Program(Options options) : options_{std::move(options)}, session_{writeTranscript} {
     if (options_.report) session_.observer = &report_;
+    session_.opened = [this](const db::Drawing& drawing) {
+        progress_.clear();
+        printFindings(drawing);
+    };
     if (os::isTerminal(StandardStream::error))
         session_.progress = [this](std::string_view job, std::uint64_t done, std::uint64_t total) {
             progress_.show(job, done, total);
         };
 }
 
-// A picture or report over the drawing, the script or another result would lose it without a word.
+// A result over an input or over another result would lose that without a word. Only the drawing may be
+// replaced by what became of it.
 std::string Program::pathUsedTwice() const {
-    const std::optional<std::string> written[] = {options_.svg, options_.report};
-    const std::optional<std::string> others[] = {options_.drawing.empty() ? std::nullopt
-                                                                          : std::optional{options_.drawing},
-                                                 options_.script, options_.save};
-    if (options_.svg && options_.report && isSameFile(*options_.svg, *options_.report)) return *options_.svg;
-    for (const auto& path : written)
-        for (const auto& other : others)
-            if (path && other && isSameFile(*path, *other)) return *path;
+    std::vector<std::string> inputs = options_.modules;
+    if (options_.script && *options_.script != "-") inputs.push_back(*options_.script);
+    std::vector<std::string> others = inputs;
+    if (!options_.drawing.empty()) others.push_back(options_.drawing);
+    if (options_.save) {
+        if (contains(inputs, *options_.save)) return *options_.save;
+        others.push_back(*options_.save);
+    }
+    for (const auto& written : {options_.svg, options_.report}) {
+        if (!written) continue;
+        if (contains(others, *written)) return *written;
+        others.push_back(*written);
+    }
     return {};
 }
 
@@ -157,10 +186,12 @@ Exit Program::runCommands() {
         return Exit::done;
     }
     catchInterrupts();
-    ConsoleSource console{os::isTerminal(StandardStream::input) && os::isTerminal(StandardStream::output)};
-    runner.run(console);
+    const bool isTyped = os::isTerminal(StandardStream::input);
+    ConsoleSource console{isTyped ? ConsoleSource::From::terminal : ConsoleSource::From::pipe,
+                          isTyped && os::isTerminal(StandardStream::output)};
+    const ed::RunEnd end = runner.run(console);
     if (!session_.line().transcript.isAtLineStart()) writeTranscript("\n");
-    return Exit::done;
+    return end == ed::RunEnd::failed ? failed(Exit::scriptFailed, session_.line().failure()) : Exit::done;
 }
 
 Exit Program::writeResults() {

@@ -51,10 +51,12 @@ void Blocks::addRecord(Record* record, std::string_view bytes) {
     BlockDefinition& definition = definitions_.emplace_back();
     definition.name = drawing_.encoding().toUtf8(nameIn(bytes));
     definition.record = record;
-    definition.isLayout = foldedName(definition.name).starts_with("*model_space") ||
-                          foldedName(definition.name).starts_with("*paper_space");
+    const std::string name = foldedName(definition.name);
+    definition.isPaper = name.starts_with("*paper_space");
+    definition.isLayout = definition.isPaper || name.starts_with("*model_space");
+    definition.isCurrent = name == "*paper_space" || name == "*model_space";
     byRecord_[record] = &definition;
-    byFoldedName_.try_emplace(foldedName(definition.name), &definition);
+    byFoldedName_.try_emplace(name, &definition);
 }
 
 BlockDefinition* Blocks::addBegin(Record* record, std::string_view bytes) {

@@ -18,13 +18,18 @@
 namespace qx::db {
 
 struct BlockDefinition {
-    std::string name;          ///< UTF-8
-    Record* record = nullptr;  ///< in the table of block records
-    Record* begin = nullptr;   ///< its BLOCK, null when the file has none
-    Record* end = nullptr;     ///< its ENDBLK
-    bool isLayout = false;     ///< model or paper space: its entities stand in a section of their own
+    std::string name;         ///< UTF-8
+    Record* record = nullptr; ///< in the table of block records
+    Record* begin = nullptr;  ///< its BLOCK, null when the file has none
+    Record* end = nullptr;    ///< its ENDBLK
+    bool isLayout = false;    ///< model or paper space
+    bool isCurrent = false;   ///< the layout that has its entities in a section of their own
+    bool isPaper = false;
     AcGePoint3d basePoint;     ///< what comes to a reference's insertion point
     std::vector<Record*> made; ///< entities that were added in this session
+
+    /// New entities go to the section of entities; otherwise before the ENDBLK, if there is one.
+    bool isInSection() const { return isCurrent || (isLayout && !end); }
 
     // Kept while shapes are walked.
     bool isBeingDrawn = false;

@@ -206,6 +206,11 @@ shape::Box Drawing::extentsAtOpening() const {
     return sink.box();
 }
 
+bool Drawing::canAppendTo(const Record* blockRecord) const {
+    const BlockDefinition* definition = blocks_->of(blockRecord);
+    return definition && (definition->isInSection() || definition->end);
+}
+
 Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
     BlockDefinition* definition = blocks_->of(blockRecord);
     if (nextHandle_ == 0) {

@@ -49,6 +49,7 @@ public:
 
     AcDbDatabase& database() { return database_; }
     const std::string& path() const { return path_; }
+    void rename(std::string path) { path_ = std::move(path); }
     const dxf::Encoding& encoding() const { return *encoding_; }
     /// What was noticed while reading, and later when an object's fields were read or drawn.
     const std::vector<Finding>& findings() const { return findings_; }
@@ -134,7 +135,9 @@ public:
     std::size_t openCount() const { return openCount_; }
     /// Closes whatever is still open and says how many objects that were.
     std::size_t closeAll();
-    /// A new entity into a block; the drawing takes it over, open for writing.
+    /// False for a block that the file only names: saving has no place for its entities.
+    bool canAppendTo(const Record* blockRecord) const;
+    /// A new entity into such a block; the drawing takes it over, open for writing.
     Record* append(Record* blockRecord, AcDbEntity* entity);
 
     /// Opening for writing is refused with eLockViolation while the drawing is not locked for a command.
@@ -144,6 +147,7 @@ public:
     // Undo. A step is what one command changed; a step without changes leaves no trace.
 
     History& history() { return history_; }
+    const History& history() const { return history_; }
     /// Called by the history when it has exchanged the object's state.
     void noteSwap(Record* record) {
         forgetBox(*record);
@@ -166,6 +170,9 @@ public:
     enum class Action { openForRead, openForWrite, transform };
     using Fault = std::function<Acad::ErrorStatus(Action, const Record*)>;
     void setFault(Fault fault) { fault_ = std::move(fault); }
+    /// Told of each object that is opened for writing; reading costs nothing more by it.
+    using WriteListener = std::function<void()>;
+    void setWriteListener(WriteListener listener) { writeListener_ = std::move(listener); }
     /// Told of every opening and every transformation that is refused, and why.
     using RefusalListener = std::function<void(const Record*, Acad::ErrorStatus)>;
     void setRefusalListener(RefusalListener listener) { refusalListener_ = std::move(listener); }
@@ -226,6 +233,7 @@ private:
     std::size_t deletions_ = 0;
     bool locked_ = false;
     Fault fault_;
+    WriteListener writeListener_;
     RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used

@@ -4,6 +4,7 @@
 #include "db/FieldMove.h"
 #include "dbmain.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_set>
 #include <utility>
@@ -72,16 +73,24 @@ std::string History::redo() {
     return done_.back().name;
 }
 
-std::vector<Record*> History::lastChanged() const {
+std::vector<Record*> History::changedBy(std::span<const Step> steps) {
     std::vector<Record*> records;
-    if (done_.empty()) return records;
     std::unordered_set<const Record*> seen;
-    forEach(done_.back(), false, [&](const Entry& entry) {
-        Record* record = entry.record;
-        if (record->kind == Kind::vertex && record->owner) record = record->owner;
-        if (seen.insert(record).second) records.push_back(record);
-    });
+    for (const Step& step : steps)
+        forEach(step, false, [&](const Entry& entry) {
+            Record* record = entry.record;
+            if (record->kind == Kind::vertex && record->owner) record = record->owner;
+            if (seen.insert(record).second) records.push_back(record);
+        });
     return records;
+}
+
+std::vector<Record*> History::changedByLast(std::size_t count) const {
+    return changedBy(std::span{done_}.last(std::min(count, done_.size())));
+}
+
+std::vector<Record*> History::changedByNext(std::size_t count) const {
+    return changedBy(std::span{undone_}.last(std::min(count, undone_.size())));
 }
 
 // ---- logging

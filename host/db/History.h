@@ -10,6 +10,7 @@
 #include "db/StepMemory.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -37,9 +38,10 @@ public:
     /// Tells one state of the drawing from any other: the number of the last step done, 0 before the first.
     std::size_t position() const { return done_.empty() ? 0 : done_.back().number; }
 
-    /// The objects that the last finished step changed, each once, in the order of their first change.
-    /// Vertices count as their polyline.
-    std::vector<Record*> lastChanged() const;
+    /// The objects that the last `count` steps done changed, or the next ones that redo() would do: each
+    /// once, in the order in which the steps came to stand there. Vertices count as their polyline.
+    std::vector<Record*> changedByLast(std::size_t count) const;
+    std::vector<Record*> changedByNext(std::size_t count) const;
     /// How many changes the open step has logged so far.
     std::size_t changesSoFar() const { return open_.count; }
 
@@ -70,6 +72,7 @@ private:
         std::size_t count = 0;
         std::size_t number = 0; ///< never used twice
     };
+    static std::vector<Record*> changedBy(std::span<const Step> steps);
     template <class Visit> static void forEach(const Step& step, bool backwards, Visit&& visit);
     Entry& add(Record* record, Form form, std::size_t bytes);
     void logLiveObject(Record* record, std::uint8_t flags);

@@ -1,6 +1,7 @@
 // Reading a drawing: one walk over the tags that cuts the file into records and finds out who owns them.
 // Values are read later, when an object is first asked for.
 #include "db/Drawing.h"
+#include "db/Oddities.h"
 #include "db/classes.h"
 #include "dbsymtb.h"
 #include "dxf/Tag.h"
@@ -57,6 +58,7 @@ private:
 
     Drawing& drawing_;
     const Progress& progress_;
+    Oddities oddities_{drawing_};
     std::string error_;
     Section section_ = Section::none;
     Record* record_ = nullptr;
@@ -70,6 +72,7 @@ private:
     std::string_view ownerHandle_; ///< empty when it gives none
     bool isInGroup_ = false;       ///< between 102 { and 102 }
     bool isInPaper_ = false;
+    bool isArray_ = false; ///< with more than one row or column, if it is an insertion
 
     // Neighbours mostly share an owner.
     std::string_view lastOwnerHandle_;
@@ -99,6 +102,7 @@ std::string Reader::read() {
     if (error_.empty() && !drawing_.encoding_) refuseVersion({});
     if (error_.empty() && !drawing_.modelSpace_)
         makeModelSpace(drawing_.bytes_.data() + drawing_.bytes_.size());
+    if (error_.empty()) oddities_.report();
     return error_;
 }
 
@@ -131,7 +135,7 @@ void Reader::startRecord(const dxf::Tag& tag) {
     record_->begin = tag.begin;
     record_->kind = kindOf(dxf::trimmed(tag.value), isAmongEntities);
     ownerHandle_ = {};
-    isInGroup_ = isInPaper_ = false;
+    isInGroup_ = isInPaper_ = isArray_ = false;
     if (tag.begin >= nextReport_) report(tag.begin);
 
     const bool isOutside = section_ == Section::none;
@@ -159,6 +163,10 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 67:
         isInPaper_ = dxf::trimmed(tag.value) == "1";
+        break;
+    case 70:
+    case 71:
+        if (record_->kind == Kind::insert && dxf::toReal(tag.value).value_or(1) > 1) isArray_ = true;
         break;
     case 102:
         isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
@@ -220,6 +228,7 @@ void Reader::finishRecord(const char* end) {
     default:
         break;
     }
+    if (section_ != Section::other) oddities_.note(record_, bytes, isArray_);
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }
 

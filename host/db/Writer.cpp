@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
 #include <utility>
 
 namespace qx::db {
@@ -28,11 +29,17 @@ private:
     void writeGroup(const Record* record);
     void writeHeader(const Record* record);
     void writeNewBefore(const Record* record);
+    void writeNewSection();
+    void writeNew(const BlockDefinition& definition);
+    const Record* placeOfNewSection() const;
     void put(std::string_view bytes) {
         if (bytes.size() > buffer_.size() - buffered_) flush();
         if (bytes.size() > buffer_.size()) return hand(bytes);
         std::memcpy(buffer_.data() + buffered_, bytes.data(), bytes.size());
         buffered_ += bytes.size();
+    }
+    void putLines(std::initializer_list<std::string_view> lines) {
+        for (const std::string_view line : lines) put(line), put(lineEnd_);
     }
     void flush() { hand({buffer_.data(), std::exchange(buffered_, 0)}); }
     void hand(std::string_view bytes) { isGood_ = isGood_ && (bytes.empty() || sink_(bytes)); }
@@ -43,7 +50,8 @@ private:
     std::string_view lineEnd_;
     Patcher patcher_;
     bool hasErased_ = false;
-    std::uint64_t newestHandle_ = 0; ///< of the new objects that are written; 0: none
+    const Record* newSectionBefore_ = nullptr; ///< where entities get a section; null: they have one
+    std::uint64_t newestHandle_ = 0;           ///< of the new objects that are written; 0: none
     bool isGood_ = true;
     std::array<char, 1 << 16> buffer_; ///< many pieces are no longer than a number
     std::size_t buffered_ = 0;
@@ -62,6 +70,7 @@ void Writer::lookOver() {
         if (each->has(Record::isNew) && !each->has(Record::erased))
             newestHandle_ = std::max(newestHandle_, each->handle);
     }
+    if (newestHandle_ && !drawing_.entities_) newSectionBefore_ = placeOfNewSection();
 }
 
 // Attributes and vertices go with the entity that owns them.
@@ -73,8 +82,8 @@ bool Writer::isDropped(const Record* record) const {
 bool Writer::isTouched(const Record* record) const {
     if (record->has(Record::changed) || isDropped(record)) return true;
     if (hasErased_ && record->kind == Kind::group) return true;
-    return newestHandle_ &&
-           (record == drawing_.header_ || record->kind == Kind::endSection || record->kind == Kind::endBlock);
+    return newestHandle_ && (record == drawing_.header_ || record == newSectionBefore_ ||
+                             record->kind == Kind::endSection || record->kind == Kind::endBlock);
 }
 
 bool Writer::write(const Progress& progress) {
@@ -150,15 +159,39 @@ void Writer::writeHeader(const Record* record) {
 // ENDBLK.
 void Writer::writeNewBefore(const Record* record) {
     if (!newestHandle_) return;
+    if (record == newSectionBefore_) return writeNewSection();
     const bool endsEntities = record->kind == Kind::endSection && record == drawing_.endOfEntities();
-    for (const BlockDefinition& definition : drawing_.blocks().all()) {
-        if (definition.isLayout ? !endsEntities : definition.end != record) continue;
-        for (Record* each : definition.made) {
-            if (each->has(Record::erased)) continue;
-            auto& entity = static_cast<AcDbEntity&>(*each->live);
-            put(newObjectBytes(entity, definition.record->handle, lineEnd_));
-        }
+    for (const BlockDefinition& definition : drawing_.blocks().all())
+        if (definition.isInSection() ? endsEntities : definition.end == record) writeNew(definition);
+}
+
+// The usual place: behind all that entities refer to, before the objects.
+const Record* Writer::placeOfNewSection() const {
+    const Record* place = nullptr;
+    for (const Record* each = drawing_.firstRecord(); each; each = RecordChain::next(each)) {
+        if (each->kind == Kind::table || each->kind == Kind::block) place = nullptr;
+        if (each == drawing_.objects_ || (!place && each->kind == Kind::endOfFile)) place = each;
     }
+    return place;
+}
+
+void Writer::writeNewSection() {
+    const auto hasNew = [](const BlockDefinition& definition) {
+        return definition.isInSection() && std::ranges::any_of(definition.made, [](const Record* each) {
+                   return !each->has(Record::erased);
+               });
+    };
+    if (std::ranges::none_of(drawing_.blocks().all(), hasNew)) return;
+    putLines({"  0", "SECTION", "  2", "ENTITIES"});
+    for (const BlockDefinition& definition : drawing_.blocks().all())
+        if (definition.isInSection()) writeNew(definition);
+    putLines({"  0", "ENDSEC"});
+}
+
+void Writer::writeNew(const BlockDefinition& definition) {
+    for (const Record* each : definition.made)
+        if (!each->has(Record::erased))
+            put(newObjectBytes(static_cast<AcDbEntity&>(*each->live), definition, lineEnd_));
 }
 
 Outcome Drawing::save(const std::string& path, os::Backup backup, const Progress& progress) const {

@@ -37,6 +37,7 @@ Acad::ErrorStatus Drawing::tryOpen(Record* record, AcDb::OpenMode mode, bool ope
     if (mode == AcDb::kForWrite && isOnLockedLayer(record)) return Acad::eOnLockedLayer;
     const Action action = mode == AcDb::kForWrite ? Action::openForWrite : Action::openForRead;
     if (const Acad::ErrorStatus status = faultAt(action, record); status != Acad::eOk) return status;
+    if (mode == AcDb::kForWrite && writeListener_) writeListener_();
 
     if (mode == AcDb::kForRead)
         ++record->readers;
@@ -68,6 +69,7 @@ Acad::ErrorStatus Drawing::tryUpgrade(Record* record) {
     if (isOnLockedLayer(record)) return Acad::eOnLockedLayer;
     if (const Acad::ErrorStatus status = faultAt(Action::openForWrite, record); status != Acad::eOk)
         return status;
+    if (writeListener_) writeListener_();
     record->readers = 0;
     record->set(Record::openForWrite);
     return Acad::eOk;

@@ -1,5 +1,6 @@
 #include "db/patches.h"
 
+#include "db/Blocks.h"
 #include "db/FieldTable.h"
 #include "db/Layers.h"
 #include "dbpl.h"
@@ -240,17 +241,19 @@ std::string vertexText(const VertexGroups& groups, void* base, std::string_view 
 
 } // namespace
 
-std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::string_view lineEnd) {
+std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd) {
     char handle[20];
     std::string bytes = tagString(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
     std::snprintf(handle, sizeof handle, "%llX",
                   static_cast<unsigned long long>(entity.objectId().record()->handle));
     bytes += tagString(5, handle, lineEnd);
-    if (ownerHandle) {
+    if (const std::uint64_t ownerHandle = owner.record->handle) {
         std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(ownerHandle));
         bytes += tagString(330, handle, lineEnd);
     }
-    bytes += tagString(100, "AcDbEntity", lineEnd) + tagString(8, entity.layerState().bytes, lineEnd);
+    bytes += tagString(100, "AcDbEntity", lineEnd);
+    if (owner.isPaper) bytes += tagString(67, "1", lineEnd);
+    bytes += tagString(8, entity.layerState().bytes, lineEnd);
 
     const FieldTable& table = *entity.fields().table;
     void* base = entity.fields().base;

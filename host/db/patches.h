@@ -14,6 +14,8 @@
 
 namespace qx::db {
 
+struct BlockDefinition;
+
 struct Field;
 struct FieldTable;
 struct Slot;
@@ -78,7 +80,7 @@ private:
     const char* defaultAnchor_ = nullptr;
 };
 
-/// The bytes of an object that the file does not have yet. `ownerHandle` 0 leaves the owner out.
-std::string newObjectBytes(AcDbEntity& entity, std::uint64_t ownerHandle, std::string_view lineEnd);
+/// The bytes of an object that the file does not have yet. An owner without a handle is left out.
+std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd);
 
 } // namespace qx::db

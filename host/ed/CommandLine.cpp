@@ -34,7 +34,8 @@ Input CommandLine::ask(Ask what, std::string_view prompt) {
 Input CommandLine::afterEnd(std::string_view prompt) {
     if (!prompt.empty()) transcript.prompt(prompt);
     transcript.answer("*取消*", false);
-    if (!isInteractive()) fail("the script ends inside the command " + command_);
+    if (sources_.empty() || !sources_.back()->mayEndAnywhere())
+        fail("the script ends inside the command " + command_);
     return cancelled();
 }
 
@@ -78,6 +79,16 @@ Input CommandLine::readSources(Ask what) {
 void CommandLine::refuse(std::string_view sentence, const std::string& reason) {
     transcript.sentence(sentence);
     if (!isInteractive()) fail(reason);
+}
+
+void CommandLine::refuse(std::string_view sentence, const Outcome& failure) {
+    if (isInteractive()) return note(sentence, failure.error());
+    transcript.sentence(std::string{sentence} + "。");
+    fail(failure.error());
+}
+
+void CommandLine::note(std::string_view sentence, const std::string& cause) {
+    transcript.sentence(std::string{sentence} + ": " + cause);
 }
 
 void CommandLine::fail(const std::string& reason) {

@@ -6,6 +6,7 @@
 
 #include "ed/Tokenizer.h"
 #include "ed/Transcript.h"
+#include "os/Result.h"
 
 #include <string>
 #include <string_view>
@@ -22,6 +23,12 @@ public:
     Input ask(Ask what, std::string_view prompt);
     /// The answer was none: `sentence` for the person, `reason` (English) for a script that fails by it.
     void refuse(std::string_view sentence, const std::string& reason);
+    /// Something failed: `sentence` without its full stop for the person, who is also told the cause. A
+    /// failure's own sentence is English; so is the reason for which a script fails, and in a script it
+    /// stands there only.
+    void refuse(std::string_view sentence, const Outcome& failure);
+    /// The same for what is no answer to anything and fails no script.
+    void note(std::string_view sentence, const std::string& cause);
     /// Fails the source without a sentence.
     void fail(const std::string& reason);
 

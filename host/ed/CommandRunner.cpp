@@ -73,6 +73,9 @@ void CommandRunner::runInput(const Input& input) {
 void CommandRunner::runCommand(const std::string& typed) {
     const auto command = rx::commandStack().find(os::toWide(typed));
     if (!command) return complain("未知命令“" + typed + "”。", "unknown command \"" + typed + '"');
+    if (command->isStale())
+        return complain("命令 " + typed + " 所属的模块已卸载，无法执行；请重新加载该模块。",
+                        command->run().error());
     const int flags = command->commandFlags();
     perform(os::toUtf8(command->globalName()), flags, [&] { return command->run(); });
 }
@@ -97,7 +100,7 @@ void CommandRunner::perform(const std::string& name, int flags, const Body& body
     const bool isStep = drawing && (flags & ACRX_CMD_NO_UNDO_MARKER) == 0;
 
     const Running running{session_, name, flags};
-    if (session_.observer) session_.observer->commandBegins(name);
+    if (session_.observer) session_.observer->commandBegins(drawing, name);
     if (isStep) drawing->history().begin(name);
     if (needsDrawing) drawing->setLocked(true);
     const Outcome outcome = body();
@@ -116,7 +119,7 @@ CommandEnd CommandRunner::settle(const std::string& name, db::Drawing* step, con
     if (step && stands && step->history().end()) end = CommandEnd::changed;
     if (step && !stands) step->history().rollBack();
     if (left > 0 || deleted > 0 || !outcome) ++session_.violations;
-    if (!outcome) complain(outcome.error(), outcome.error());
+    if (!outcome) session_.line().refuse(name + " 因内部错误而中断", outcome);
     if (left > 0)
         complain("命令 " + name + " 结束时有 " + std::to_string(left) + " 个对象没有关闭，该命令已撤消。",
                  name + " left " + std::to_string(left) + " objects open");

@@ -10,7 +10,7 @@
 namespace qx::ed {
 
 /// What a prompt asks for.
-enum class Ask { command, selection, point, real, keyword, text };
+enum class Ask { command, selection, entity, point, real, keyword, text };
 
 struct Input {
     enum class Kind {
@@ -37,6 +37,9 @@ public:
     virtual Input next(Ask ask) = 0;
     /// True when a person answers, who is asked again after a refused answer; a refused answer ends a script.
     virtual bool isInteractive() const = 0;
+    /// True when it may end anywhere, which cancels the running command; otherwise an end inside a command
+    /// fails the source.
+    virtual bool mayEndAnywhere() const { return isInteractive(); }
     /// Names the source in sentences.
     virtual std::string name() const = 0;
 };

@@ -32,9 +32,19 @@ std::string identity(const db::Drawing& drawing, db::Record* record) {
     return "{\"handle\": " + quoted(upperCase({buffer, end})) + ", \"class\": " + quoted(className);
 }
 
-const char* changeName(bool existedBefore, bool existsNow) {
-    if (!existedBefore) return "created";
+const char* changeName(const db::Record* record, bool existedBefore, bool existsNow) {
+    if (!existedBefore) return record->has(db::Record::isNew) ? "created" : "restored";
     return existsNow ? "modified" : "erased";
+}
+
+// Negative when steps were taken back.
+std::ptrdiff_t stepsTaken(const db::History& history, std::size_t before) {
+    return static_cast<std::ptrdiff_t>(history.stepsDone()) - static_cast<std::ptrdiff_t>(before);
+}
+
+void walk(db::History& history, std::ptrdiff_t steps) {
+    for (; steps > 0; --steps) history.redo();
+    for (; steps < 0; ++steps) history.undo();
 }
 
 std::string trimmed(std::string_view text) {
@@ -45,11 +55,18 @@ std::string trimmed(std::string_view text) {
 
 } // namespace
 
-void Report::commandBegins(const std::string& name) {
+void Report::commandBegins(const db::Drawing* drawing, const std::string& name) {
     name_ = name;
     running_ = true;
+    stepsBefore_ = drawing ? drawing->history().stepsDone() : 0;
     selected_.clear();
     messages_.clear();
+    refusals_.clear();
+}
+
+void Report::drawingChanges() {
+    stepsBefore_ = 0;
+    selected_.clear();
     refusals_.clear();
 }
 
@@ -63,11 +80,13 @@ void Report::message(std::string_view text) {
 
 void Report::commandEnds(db::Drawing* drawing, CommandEnd end) {
     running_ = false;
+    const std::ptrdiff_t taken = drawing ? stepsTaken(drawing->history(), stepsBefore_) : 0;
     std::vector<db::Record*> changed;
-    if (drawing && end == CommandEnd::changed) changed = drawing->history().lastChanged();
+    if (taken > 0) changed = drawing->history().changedByLast(static_cast<std::size_t>(taken));
+    if (taken < 0) changed = drawing->history().changedByNext(static_cast<std::size_t>(-taken));
     std::string text = "{\"command\": " + quoted(name_);
     text += std::string{", \"rolledBack\": "} + (end == CommandEnd::rolledBack ? "true" : "false");
-    text += ",\n  \"changed\": " + (drawing ? changes(*drawing, changed) : "[]");
+    text += ",\n  \"changed\": " + (drawing ? changes(*drawing, changed, taken) : "[]");
     text += ",\n  \"unchanged\": " + (drawing ? stayed(*drawing, changed) : "[]");
     text += ",\n  \"messages\": " + json::list(messages_) + '}';
     commands_.push_back(std::move(text));
@@ -89,18 +108,25 @@ std::vector<Report::State> Report::statesOf(db::Drawing& drawing, const std::vec
     return states;
 }
 
-std::string Report::changes(db::Drawing& drawing, const std::vector<db::Record*>& records) const {
+std::vector<Report::State> Report::statesBefore(db::Drawing& drawing, const std::vector<db::Record*>& records,
+                                                std::ptrdiff_t stepsTaken) {
+    walk(drawing.history(), -stepsTaken);
+    std::vector<State> states = statesOf(drawing, records);
+    walk(drawing.history(), stepsTaken);
+    return states;
+}
+
+std::string Report::changes(db::Drawing& drawing, const std::vector<db::Record*>& records,
+                            std::ptrdiff_t stepsTaken) const {
     if (records.empty()) return "[]";
     const std::vector<State> after = statesOf(drawing, records);
-    drawing.history().undo();
-    const std::vector<State> before = statesOf(drawing, records);
-    drawing.history().redo();
+    const std::vector<State> before = statesBefore(drawing, records, stepsTaken);
     std::vector<std::string> entries;
     for (std::size_t i = 0; i < records.size(); ++i)
-        entries.push_back("\n    " + identity(drawing, records[i]) +
-                          ", \"change\": " + quoted(changeName(before[i].exists, after[i].exists)) +
-                          ", \"before\": " + boxText(before[i].box) +
-                          ", \"after\": " + boxText(after[i].box) + '}');
+        entries.push_back(
+            "\n    " + identity(drawing, records[i]) +
+            ", \"change\": " + quoted(changeName(records[i], before[i].exists, after[i].exists)) +
+            ", \"before\": " + boxText(before[i].box) + ", \"after\": " + boxText(after[i].box) + '}');
     return json::list(entries);
 }
 

@@ -1,9 +1,10 @@
 // The account of a session as JSON: for each command that ran, the objects it changed with their boxes before
-// and after, the selected objects that stayed as they were with the reason, and the messages it printed; then
-// what the reader noticed about the drawing.
+// and after ("created", "modified", "erased", or "restored" when an object of the file comes back), the
+// selected objects that stayed as they were with the reason, and the messages it printed; then what the
+// reader noticed about the drawing.
 //
-// The boxes before come from taking the command's step back and doing it again, so a report costs about as
-// much as the commands did.
+// The boxes before come from taking the command's step back and doing it again (of U, UNDO and REDO the other
+// way round), so a report costs about as much as the commands did.
 #pragma once
 
 #include "ed/Session.h"
@@ -17,7 +18,8 @@ namespace qx::ed {
 
 class QX_HOST_API Report : public CommandObserver {
 public:
-    void commandBegins(const std::string& name) override;
+    void commandBegins(const db::Drawing* drawing, const std::string& name) override;
+    void drawingChanges() override;
     void selected(const RecordSet& set) override;
     void message(std::string_view text) override;
     void commandEnds(db::Drawing* drawing, CommandEnd end) override;
@@ -33,7 +35,10 @@ private:
     };
     static State stateOf(db::Drawing& drawing, db::Record* record);
     static std::vector<State> statesOf(db::Drawing& drawing, const std::vector<db::Record*>& records);
-    std::string changes(db::Drawing& drawing, const std::vector<db::Record*>& records) const;
+    static std::vector<State> statesBefore(db::Drawing& drawing, const std::vector<db::Record*>& records,
+                                           std::ptrdiff_t stepsTaken);
+    std::string changes(db::Drawing& drawing, const std::vector<db::Record*>& records,
+                        std::ptrdiff_t stepsTaken) const;
     std::string stayed(db::Drawing& drawing, const std::vector<db::Record*>& changed) const;
 
     std::vector<std::string> commands_; ///< finished ones, as JSON
@@ -41,6 +46,7 @@ private:
     // Of the running command.
     std::string name_;
     bool running_ = false;
+    std::size_t stepsBefore_ = 0; ///< done in the drawing when it began
     std::vector<db::Record*> selected_;
     std::vector<std::string> messages_;
     std::unordered_map<const db::Record*, Acad::ErrorStatus> refusals_;

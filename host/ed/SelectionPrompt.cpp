@@ -1,10 +1,10 @@
 #include "ed/SelectionPrompt.h"
 
 #include "dbgroup.h"
+#include "ed/forms.h"
 #include "ed/picking.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace qx::ed {
@@ -42,22 +42,6 @@ std::vector<db::Record*> withoutRepeats(const db::Drawing& drawing, const std::v
 }
 
 } // namespace
-
-std::optional<std::uint64_t> parseHandent(std::string_view form) {
-    const auto skip = [&](std::string_view expected) {
-        while (form.starts_with(' ')) form.remove_prefix(1);
-        const bool there = upperCase(form.substr(0, expected.size())) == expected;
-        if (there) form.remove_prefix(expected.size());
-        return there;
-    };
-    if (!skip("(") || !skip("HANDENT") || !skip("\"")) return std::nullopt;
-    std::uint64_t handle = 0;
-    const auto [stop, error] = std::from_chars(form.data(), form.data() + form.size(), handle, 16);
-    if (error != std::errc{}) return std::nullopt;
-    form.remove_prefix(static_cast<std::size_t>(stop - form.data()));
-    if (!form.starts_with('"') || !skip("\"") || !skip(")") || !form.empty()) return std::nullopt;
-    return handle;
-}
 
 SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::string removePrompt)
     : session_{session}, drawing_{*session.drawing()}, addPrompt_{std::move(addPrompt)},
@@ -136,10 +120,9 @@ void SelectionPrompt::takePrevious() {
 }
 
 void SelectionPrompt::takePoint(AcGePoint3d user) {
-    const double reach = pixelSize(drawing_) * session_.variables().number("PICKBOX");
-    if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), reach))
+    if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), session_.pickReach()))
         return takePicked(picked);
-    const auto opposite = askCorner("指定对角点: ");
+    const auto opposite = askCorner("指定对角点: ", OnEnter::endSelection);
     if (opposite) takeWindow(user, *opposite, opposite->x < user.x ? Rectangle::crossing : Rectangle::window);
 }
 
@@ -160,16 +143,17 @@ bool SelectionPrompt::takeEntity(const std::string& form) {
 }
 
 void SelectionPrompt::takeRectangle(Rectangle rectangle) {
-    const auto first = askCorner("指定第一个角点: ");
+    const auto first = askCorner("指定第一个角点: ", OnEnter::leaveWindow);
     if (!first) return;
-    const auto second = askCorner("指定对角点: ");
+    const auto second = askCorner("指定对角点: ", OnEnter::leaveWindow);
     if (second) takeWindow(*first, *second, rectangle);
 }
 
 // What is no point is an answer to the selection prompt instead, so that one missed pick does not upset all
 // that follows it.
-std::optional<AcGePoint3d> SelectionPrompt::askCorner(const std::string& prompt) {
+std::optional<AcGePoint3d> SelectionPrompt::askCorner(const std::string& prompt, OnEnter onEnter) {
     const Input input = session_.line().ask(Ask::point, prompt);
+    if (input.kind == Input::Kind::enter && onEnter == OnEnter::leaveWindow) return std::nullopt;
     const auto point = input.kind == Input::Kind::text ? parsePoint(input.text) : std::nullopt;
     if (!point) {
         pushedBack_ = input;

@@ -42,7 +42,9 @@ private:
     void takePicked(db::Record* picked);
 
     Input askInput();
-    std::optional<AcGePoint3d> askCorner(const std::string& prompt);
+    /// What Enter means instead of a corner: who asked for a window gives that up, and only that.
+    enum class OnEnter { leaveWindow, endSelection };
+    std::optional<AcGePoint3d> askCorner(const std::string& prompt, OnEnter onEnter);
     void takeWindow(const AcGePoint3d& first, const AcGePoint3d& second, Rectangle rectangle);
     void found(const Records& records, std::size_t groups = 0);
     void say(const std::string& sentence);
@@ -54,8 +56,5 @@ private:
     bool removing_ = false;
     std::optional<Input> pushedBack_;
 };
-
-/// The handle in `(handent "2F")`; nothing for any other text.
-QX_HOST_API std::optional<std::uint64_t> parseHandent(std::string_view form);
 
 } // namespace qx::ed

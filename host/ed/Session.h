@@ -28,7 +28,9 @@ enum class CommandEnd {
 class CommandObserver {
 public:
     virtual ~CommandObserver() = default;
-    virtual void commandBegins(const std::string& name) = 0;
+    virtual void commandBegins(const db::Drawing* drawing, const std::string& name) = 0;
+    /// Another drawing, as yet without history, has taken the place of the open one.
+    virtual void drawingChanges() = 0;
     /// A set that the running command was given.
     virtual void selected(const RecordSet& set) = 0;
     virtual void message(std::string_view text) = 0;
@@ -64,10 +66,14 @@ public:
     /// Closes the open drawing, with everything that was selected in it, and opens this one; null for none.
     /// Modules are told of both.
     void setDrawing(std::unique_ptr<db::Drawing> drawing);
+    /// The open drawing is the file of this name from now on.
+    void renameDrawing(const std::string& path);
     /// Leaves the drawing to the end of the process, which frees it faster.
     void abandonDrawing() { static_cast<void>(drawing_.release()); }
 
     UserFrame frame() const { return UserFrame{drawing_->ucs()}; }
+    /// How far from a point a pick reaches: PICKBOX pixels of the nominal view.
+    double pickReach() const;
     /// In user coordinates.
     AcGePoint3d lastPoint;
     /// What the last selection by prompt gave.
@@ -96,6 +102,8 @@ public:
     void endProgress();
 
     CommandObserver* observer = nullptr;
+    /// Told of each drawing that is opened.
+    std::function<void(const db::Drawing&)> opened;
     /// Told how far a long job is; null where nobody looks.
     std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
 

@@ -23,11 +23,14 @@ bool mayDropChanges(Session& session) {
     return confirms(session, "图形有未保存的修改。是否放弃这些修改?");
 }
 
-void saveTo(Session& session, const std::string& path) {
+bool saveTo(Session& session, const std::string& path) {
     const Outcome outcome = session.drawing()->save(path, os::Backup::keep, progressOf(session, "saving"));
-    if (!outcome) return session.line().refuse(outcome.error(), outcome.error());
-    session.drawing()->markSaved();
-    say(session, "已保存到 " + path);
+    if (outcome) {
+        session.drawing()->markSaved();
+        say(session, "已保存到 " + path);
+    } else
+        session.line().refuse("无法保存到 " + path, outcome);
+    return static_cast<bool>(outcome);
 }
 
 } // namespace
@@ -38,7 +41,8 @@ void openCommand() {
     const auto name = askText(session.line(), {.prompt = "输入要打开的图形文件名: "});
     if (name.kind != Answered::value) return;
     auto drawing = db::Drawing::read(name.value, progressOf(session, "loading"));
-    if (!drawing) return session.line().refuse(drawing.error(), drawing.error());
+    if (!drawing)
+        return session.line().refuse("无法打开图形 " + name.value, Outcome::failure(drawing.error()));
     session.setDrawing(std::move(*drawing));
     say(session, "已打开 " + name.value);
 }
@@ -54,7 +58,7 @@ void saveAsCommand() {
     const auto name = askText(session.line(), {.prompt = "图形另存为: "});
     if (name.kind != Answered::value) return;
     if (exists(name.value) && !confirms(session, "文件 " + name.value + " 已存在。是否替换?")) return;
-    saveTo(session, name.value);
+    if (saveTo(session, name.value)) session.renameDrawing(name.value);
 }
 
 void quitCommand() {

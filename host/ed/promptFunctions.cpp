@@ -1,6 +1,6 @@
 #include "acedads.h"
-#include "ed/Session.h"
-#include "ed/prompts.h"
+#include "ed/adsNames.h"
+#include "ed/entityPrompt.h"
 #include "os/encoding.h"
 
 #include <algorithm>
@@ -12,6 +12,7 @@ using ed::Answered;
 using ed::Session;
 
 constexpr std::size_t longestKeyword = 132;
+constexpr int pickedNothing = 7, answeredEnter = 52; // ERRNO
 
 ed::Request requestFor(Session& session, const ACHAR* prompt) {
     enum Bits { noNull = 1, noZero = 2, noNegative = 4 };
@@ -38,6 +39,17 @@ template <class Value> int resultOf(Session& session, const ed::Answer<Value>& a
     return RTCAN;
 }
 
+void copyPoint(const AcGePoint3d& point, ads_point result) {
+    result[0] = point.x;
+    result[1] = point.y;
+    result[2] = point.z;
+}
+
+int withErrorNumber(Session& session, int number) {
+    session.variables().force("ERRNO", number);
+    return RTERROR;
+}
+
 void copyKeyword(const std::string& keyword, ACHAR* result) {
     const std::wstring wide = os::toWide(keyword).substr(0, longestKeyword);
     *std::copy(wide.begin(), wide.end(), result) = 0;
@@ -59,11 +71,21 @@ int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result) {
     if (answer.kind == Answered::value) {
         const AcGePoint3d last = pt ? AcGePoint3d{pt[0], pt[1], pt[2]} : session->lastPoint;
         session->lastPoint = session->frame().resolved(answer.value, last);
-        result[0] = session->lastPoint.x;
-        result[1] = session->lastPoint.y;
-        result[2] = session->lastPoint.z;
+        copyPoint(session->lastPoint, result);
     }
     return resultOf(*session, answer);
+}
+
+int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
+    Session* session = Session::current();
+    if (!session || !session->drawing()) return RTERROR;
+    const auto answer = ed::askEntity(*session, requestFor(*session, str ? str : L"选择对象: "));
+    if (answer.kind == Answered::none) return withErrorNumber(*session, answeredEnter);
+    if (answer.kind != Answered::value) return resultOf(*session, answer);
+    if (!answer.value.entity) return withErrorNumber(*session, pickedNothing);
+    ed::nameEntity(entres, answer.value.entity);
+    copyPoint(answer.value.point, ptres);
+    return RTNORM;
 }
 
 int acedGetReal(const ACHAR* prompt, ads_real* result) {

@@ -57,7 +57,8 @@ void loadOrUnload(Session& session, bool load) {
     if (name.kind != Answered::value) return;
     auto& loader = rx::moduleLoader();
     const Outcome outcome = load ? loader.load(name.value) : loader.unload(name.value);
-    if (!outcome) return session.line().refuse(outcome.error(), outcome.error());
+    if (!outcome)
+        return session.line().refuse((load ? "无法加载模块 " : "无法卸载模块 ") + name.value, outcome);
     say(session, name.value + (load ? " 已加载。" : " 已卸载。"));
 }
 

@@ -63,13 +63,18 @@ QX_HOST_API int acedSSFree(const ads_name sname);
 /// command without ACRX_CMD_REDRAW. The second set is not used.
 QX_HOST_API int acedSSSetFirst(const ads_name pset, const ads_name unused);
 
-// Questions with one answer. RTCAN when the person cancels; RTNONE for Enter; RTKWORD for a keyword, which
-// acedGetInput then gives. Outputs are changed on RTNORM only.
+// Questions with one answer. RTCAN when the person cancels; RTNONE for Enter, unless it is said
+// otherwise; RTKWORD for a keyword, which acedGetInput then gives. Outputs are changed on RTNORM only.
 
 /// Sets rules for the next question only. `val`: 1 Enter is no answer, 2 no zero, 4 no negative number; other
 /// bits are not used here. `kwl`: keywords with blanks between them, their abbreviations in capitals; may be
 /// null.
 QX_HOST_API int acedInitGet(int val, const ACHAR* kwl);
+/// One object by a pick: the main entity, without its groups, and where the pick was in user coordinates,
+/// which need not be on the object. A null `str` gives the host's own prompt. A pick that hits nothing is not
+/// asked again: RTERROR, and ERRNO is 7; Enter gives RTERROR too, and ERRNO is 52. Of the rules only keywords
+/// count.
+QX_HOST_API int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres);
 /// A point in user coordinates. From `pt`, when it is not null, a relative point counts.
 QX_HOST_API int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result);
 QX_HOST_API int acedGetReal(const ACHAR* prompt, ads_real* result);

@@ -32,7 +32,8 @@ class QX_HOST_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
     /// The drawing takes the entity over: afterwards it is closed, never deleted. Needs the record open for
-    /// writing; eAlreadyInDb for an entity that a drawing holds; eNullEntityPointer.
+    /// writing; eAlreadyInDb for an entity that a drawing holds; eNullEntityPointer;
+    /// eNotApplicable for a block that the file only names.
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
 };

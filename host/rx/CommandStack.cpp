@@ -41,10 +41,11 @@ void Command::retire() {
 
 Outcome Command::run() const {
     const std::string name = os::toUtf8(entry_.global);
-    if (stale_) return Outcome::failure("命令 " + name + " 所属的模块已卸载，无法执行；请重新加载该模块。");
+    if (stale_)
+        return Outcome::failure("The module of the command " + name + " was unloaded; load it again.");
     const ResourceHandleScope resources{entry_.resources};
     if (const auto problem = thrownBy(entry_.owner, entry_.function))
-        return Outcome::failure("命令 " + name + " 因内部错误而中断：" + *problem + "。");
+        return Outcome::failure("The command " + name + " failed: " + *problem + ".");
     return {};
 }
 

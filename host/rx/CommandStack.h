@@ -43,9 +43,8 @@ public:
     /// The module is gone: what it gave must not be touched any more.
     void retire();
 
-    /// Runs the command's function with its resource handle current. Fails, with a sentence in the language
-    /// of the command line, when the command is stale or its function threw. The command may remove itself
-    /// meanwhile.
+    /// Runs the command's function with its resource handle current. Fails, with a sentence in English, when
+    /// the command is stale or its function threw. The command may remove itself meanwhile.
     Outcome run() const;
 
 private:

@@ -63,7 +63,8 @@ TEST_F(ModuleTest, RegistersSamplesAndAlignmentCommands) {
 TEST_F(ModuleTest, UnloadingTakesOnlyTheSamples) {
     ASSERT_TRUE(loader_.unload("QX_GroupAlignment"));
     EXPECT_EQ(commands(), std::vector<std::string>{"!KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0"});
-    EXPECT_NE(commandStack().find(L"kv_positionalign")->run().error().find("已卸载"), std::string::npos);
+    EXPECT_NE(commandStack().find(L"kv_positionalign")->run().error().find("was unloaded"),
+              std::string::npos);
     ASSERT_TRUE(loader_.load(modulePath));
     auto sorted = commands();
     std::sort(sorted.begin(), sorted.end());

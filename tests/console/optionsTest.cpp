@@ -33,6 +33,11 @@ const OptionCase optionCases[] = {
     {"value missing", {"a.dxf", "-s"}, "!-s needs a file name"},
     {"empty value", {"--save="}, "!--save needs a file name"},
     {"value too much", {"--force=yes"}, "!--force takes no value"},
+    {"empty drawing", {""}, "!the drawing's file name is empty"},
+    {"script twice", {"-s", "a", "--script", "a"}, "!--script is given twice; it takes one file"},
+    {"target twice", {"--save=b.dxf", "-o", "c.dxf"}, "!--save is given twice; it takes one file"},
+    {"picture twice", {"--svg", "a", "--svg", "b"}, "!--svg is given twice; it takes one file"},
+    {"report twice", {"--report", "a", "--report=b"}, "!--report is given twice; it takes one file"},
     {"two drawings", {"a.dxf", "b.dxf"}, "!one drawing at a time, please: b.dxf"},
 };
 

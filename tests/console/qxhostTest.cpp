@@ -46,7 +46,21 @@ const ExitCase exitCases[] = {
     {"script ends well", "a.dxf -s - -o b.dxf", "ERASE\nL\n\n", 0, ""},
     {"report", "a.dxf -s - --report r.json", "ERASE\nL\n\n", 0, ""},
     {"no drawing: an empty one", "-s - -o b.dxf", "LIST\nALL\n\n", 0, ""},
+    {"empty drawing", "''", "", 1, "qxhost: the drawing's file name is empty"},
     {"wrong option", "--frobnicate", "", 1, "unknown option --frobnicate"},
+    {"picture over the drawing", "a.dxf -s - --svg ./a.dxf", "", 1,
+     "./a.dxf: one file can't be two things at once"},
+    {"report over the drawing", "a.dxf -s - --report a.dxf", "", 1, "a.dxf: one file can't be"},
+    {"picture over the script", "a.dxf -s x.scr --svg x.scr", "", 1, "x.scr: one file can't be"},
+    {"target over the script", "a.dxf -s x.scr -f -o x.scr", "", 1, "x.scr: one file can't be"},
+    {"target over a module", "a.dxf --module m.arx -s - -o m.arx", "", 1, "m.arx: one file can't be"},
+    {"picture and report", "a.dxf -s - --svg p --report p", "", 1, "p: one file can't be"},
+    {"picture and target", "a.dxf -s - --svg p.dxf -o p.dxf", "", 1, "p.dxf: one file can't be"},
+    {"report and target", "a.dxf -s - --report p.dxf -o p.dxf", "", 1, "p.dxf: one file can't be"},
+    {"byte order mark, then a comment", "a.dxf -s - -o b.dxf", "\xEF\xBB\xBF; delete\nERASE\nL\n\n", 0, ""},
+    {"form that is never closed", "a.dxf -s - -o b.dxf", "ERASE\n(handent \"A1\"", 3,
+     "stdin:2: \"(handent \"A1\"\" selects nothing"},
+    {"form for a command that is never closed", "a.dxf -s - -o b.dxf", "(handent \"A1\"\n\n", 3, "stdin:1: "},
     {"module that is not there", "a.dxf --module no.arx -s -", "", 1, "no.arx"},
     {"drawing that is not there", "no.dxf -s -", "", 2, "no.dxf"},
     {"drawing that is none", "input -s -", "no DXF at all\n", 2, "input"},
@@ -86,6 +100,34 @@ TEST_F(Qxhost, readsAScriptFile) {
     EXPECT_EQ(contentOf(folder / "two words.dxf"), scene);
 }
 
+TEST_F(Qxhost, savesUnderTheNewNameAfterSaveas) {
+    const Outcome result = run("a.dxf -s -", "SAVEAS b.dxf\nERASE\nL\n\nSAVE\nSETVAR DWGNAME\n");
+    EXPECT_EQ(result.exit, 0) << result.errors;
+    EXPECT_EQ(contentOf(folder / "a.dxf"), scene);
+    EXPECT_EQ(contentOf(folder / "b.dxf.bak"), scene);
+    EXPECT_EQ(contentOf(folder / "b.dxf").find("CIRCLE"), std::string::npos);
+    EXPECT_NE(result.output.find("DWGNAME = \"b.dxf\""), std::string::npos) << result.output;
+    EXPECT_EQ(run("a.dxf -s -", "SAVEAS no/b.dxf\n").exit, 3);
+    EXPECT_EQ(run("a.dxf", "SAVEAS no/b.dxf\nERASE L\n\nSAVE\n").exit, 0);
+    EXPECT_NE(contentOf(folder / "a.dxf"), scene) << "a failed SAVEAS changes no name";
+}
+
+TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
+    put(folder / "odd.dxf",
+        drawings::DrawingText{.entities = {"LINE|5 A1|10 0|11 1", "LINE|5 A1|10 0|11 2", "HATCH|10 1.0"}}
+            .bytes());
+    const std::string hatch = "1 object of classes that are only kept (HATCH 1) can't be selected";
+    const Outcome result = run("odd.dxf -s - --report r.json", "");
+    EXPECT_EQ(result.exit, 0);
+    EXPECT_TRUE(result.errors.starts_with("qxhost: odd.dxf:")) << result.errors;
+    EXPECT_NE(result.errors.find(": the handle A1 is given a second time"), std::string::npos)
+        << result.errors;
+    EXPECT_NE(result.errors.find("qxhost: odd.dxf: " + hatch + '\n'), std::string::npos) << result.errors;
+    EXPECT_NE(contentOf(folder / "r.json").find(hatch), std::string::npos);
+    EXPECT_NE(run("a.dxf -s -", "OPEN odd.dxf\n").errors.find(hatch), std::string::npos);
+    EXPECT_EQ(run("a.dxf -s -", "").errors.find("a.dxf"), std::string::npos) << "nothing odd, nothing said";
+}
+
 TEST_F(Qxhost, talksToWhoeverTypes) {
     const Outcome result =
         run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
@@ -97,10 +139,17 @@ TEST_F(Qxhost, talksToWhoeverTypes) {
     EXPECT_EQ(contentOf(folder / "b.dxf").find("CIRCLE"), std::string::npos);
 }
 
-TEST_F(Qxhost, endOfInputEndsIt) {
-    const Outcome result = run("a.dxf", "ERASE\nL\n");
-    EXPECT_EQ(result.exit, 0);
-    EXPECT_TRUE(result.output.ends_with("选择对象: *取消*\n命令: \n")) << result.output;
+TEST_F(Qxhost, pipedInputMayEndBetweenCommandsOnly) {
+    const Outcome between = run("a.dxf -o b.dxf", "ERASE\nL\n\n");
+    EXPECT_EQ(between.exit, 0) << between.errors;
+    EXPECT_TRUE(has("b.dxf"));
+    const Outcome inside = run("a.dxf -o c.dxf", "ERASE\nL\n");
+    EXPECT_EQ(inside.exit, 3);
+    EXPECT_NE(inside.errors.find("qxhost: stdin:2: the script ends inside the command ERASE\n"),
+              std::string::npos)
+        << inside.errors;
+    EXPECT_TRUE(inside.output.ends_with("选择对象: *取消*\n")) << inside.output;
+    EXPECT_FALSE(has("c.dxf"));
 }
 
 TEST_F(Qxhost, reportsAlsoWhenTheScriptFails) {

@@ -124,6 +124,19 @@ TEST(Groups, getErasedMembersBackInTheirPlaces) {
     EXPECT_EQ(members(*drawing, DrawingText::firstGroup), "102 101 100");
 }
 
+// An attribute goes with its reference, though nobody has erased it by itself.
+TEST(Groups, loseAttributesThatGoWithTheirReference) {
+    const DrawingText text{.entities = {"INSERT|66 1|2 B|10 0.0", "ATTRIB|1 a|2 T", "SEQEND", point},
+                           .groups = {{"G", {"101", "103", "100"}}}};
+    const auto drawing = read(text.bytes());
+    step(*drawing, [&] { erase(*drawing, 0x100); });
+    const std::string saved = drawing->toBytes();
+    EXPECT_NE(saved.find(tags("71 1|340 103|0 ENDSEC")), std::string::npos) << saved;
+    EXPECT_EQ(saved.find("ATTRIB"), std::string::npos);
+    drawing->history().undo();
+    EXPECT_EQ(drawing->toBytes(), text.bytes());
+}
+
 TEST(Groups, sayWhetherTheyAreSelectable) {
     for (const bool is : {true, false}) {
         const auto drawing = read(DrawingText{.groups = {{"G", {}, is}}}.bytes());

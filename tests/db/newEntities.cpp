@@ -157,4 +157,81 @@ TEST(NewEntities, inABlockStandBeforeItsEnd) {
     EXPECT_EQ(drawing->toBytes(), text.bytes());
 }
 
+/// The compact tags of a new line on layer 0.
+std::string newLineTags(const std::string& handle, const std::string& owner, const std::string& flag = "") {
+    return "0 LINE|5 " + handle + owner + "|100 AcDbEntity" + flag +
+           "|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0";
+}
+
+TEST(NewEntities, inPaperSpaceSayThatTheyAre) {
+    DrawingText text{.entities = {line}};
+    const auto drawing = read(text.bytes());
+    append(*drawing, newLine(), DrawingText::paperSpace);
+    append(*drawing, newLine());
+    text.handSeed = "1002";
+    const std::string expected = text.bytes();
+    EXPECT_EQ(drawing->toBytes(),
+              inserted(expected, endOfEntities(expected),
+                       tags(newLineTags("1001", "|330 1F") + "|" + newLineTags("1000", "|330 1E", "|67 1"))));
+    const auto again = read(drawing->toBytes());
+    EXPECT_TRUE(again->isSelectable(again->find(0x1001)));
+    EXPECT_FALSE(again->isSelectable(again->find(0x1000)));
+}
+
+TEST(NewEntities, inAnotherLayoutStandInItsBlock) {
+    DrawingText text{.blocks = {{"*Paper_Space0", {}}}};
+    const auto drawing = read(text.bytes());
+    append(*drawing, newLine(), DrawingText::firstBlock);
+    const std::string saved = drawing->toBytes();
+    EXPECT_NE(saved.find(tags(newLineTags("1000", "|330 30", "|67 1") + "|0 ENDBLK")), std::string::npos)
+        << saved;
+    EXPECT_EQ(read(saved)->toBytes(), saved);
+    EXPECT_EQ(extents(*read(saved), 0x1000), "0..1.5 0..2 0..0");
+}
+
+TEST(NewEntities, getASectionWhereThereIsNone) {
+    const std::string header = "0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC";
+    const std::string objects = "|0 SECTION|2 OBJECTS|0 DICTIONARY|5 C|0 ENDSEC";
+    const std::string tables = "|0 SECTION|2 TABLES|0 TABLE|2 BLOCK_RECORD|0 BLOCK_RECORD|5 1F|2 *Model_Space"
+                               "|0 ENDTAB|0 ENDSEC";
+    const std::string blocks = "|0 SECTION|2 BLOCKS|0 BLOCK|2 *Model_Space|0 ENDBLK|0 ENDSEC";
+    const struct {
+        const char* name;
+        std::string before, after; ///< of the new section
+        const char* owner;
+    } cases[] = {
+        {"before the objects", header + tables + blocks, objects, "|330 1F"},
+        {"before the end", header + tables, "", "|330 1F"},
+        {"objects before the tables", header + objects + tables, "", "|330 1F"},
+        {"nothing but a header", header, "", ""},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(tags(each.before + each.after + "|0 EOF"));
+        const std::string bytes = drawing->toBytes();
+        AcDbObjectPointer<AcDbBlockTableRecord> space{AcDbObjectId{drawing->modelSpace()}, AcDb::kForWrite};
+        AcDbEntity* entity = newLine().release();
+        ASSERT_EQ(space->appendAcDbEntity(entity), Acad::eOk) << each.name;
+        const std::uint64_t handle = entity->objectId().handle().value();
+        entity->close();
+        const std::string saved = drawing->toBytes();
+        EXPECT_EQ(saved, tags(each.before + "|0 SECTION|2 ENTITIES|" + newLineTags(hex(handle), each.owner) +
+                              "|0 ENDSEC" + each.after + "|0 EOF"))
+            << each.name;
+        const auto again = read(saved);
+        EXPECT_TRUE(again->isSelectable(again->find(handle))) << each.name;
+        ASSERT_EQ(erase(*drawing, handle), Acad::eOk);
+        EXPECT_EQ(drawing->toBytes(), bytes) << each.name << ": no section for what is erased again";
+    }
+}
+
+TEST(NewEntities, areRefusedByABlockThatIsOnlyNamed) {
+    const auto drawing =
+        read(tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC|0 SECTION|2 TABLES|0 TABLE"
+                  "|2 BLOCK_RECORD|0 BLOCK_RECORD|5 30|2 B|0 ENDTAB|0 ENDSEC|0 EOF"));
+    AcDbObjectPointer<AcDbBlockTableRecord> block{idOf(*drawing, 0x30), AcDb::kForWrite};
+    const auto entity = newLine();
+    EXPECT_EQ(block->appendAcDbEntity(entity.get()), Acad::eNotApplicable);
+    EXPECT_TRUE(entity->objectId().isNull());
+}
+
 } // namespace

@@ -56,6 +56,9 @@ TEST(RefusedFiles, areRefusedWithFileLineAndReason) {
          "15: a section begins before the one before it has ended"},
         {"section without a name", header + tags("0 SECTION|0 ENDSEC|0 EOF"), "11: a section without a name"},
         {"entity outside", header + tags("0 LINE|10 1|0 EOF"), "11: \"LINE\" stands outside of any section"},
+        {"tables behind the entities",
+         header + tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"),
+         "17: the tables stand behind what refers to them"},
         {"second section end", header + tags("0 ENDSEC|0 EOF"),
          "11: \"ENDSEC\" stands outside of any section"},
     };
@@ -106,6 +109,21 @@ TEST(OddSections, areKept) {
         (*drawing)->extentsAtOpening();
         AcDbObjectPointer<AcDbObject> space{AcDbObjectId{(*drawing)->modelSpace()}, AcDb::kForWrite};
     }
+}
+
+TEST(OddSections, aSecondOneOfEntitiesIsKeptButNotUsed) {
+    const std::string first = "0 SECTION|2 ENTITIES|0 LINE|5 100|8 0|10 1.0|11 2.0|0 ENDSEC|";
+    const std::string second =
+        "0 SECTION|2 ENTITIES|0 LINE|5 101|8 0|10 5.0|11 6.0|0 HATCH|5 100|0 ENDSEC|0 EOF";
+    const auto drawing = read(header + tags(first + second));
+    ASSERT_EQ(drawing->findings().size(), 1u);
+    EXPECT_EQ(drawing->findings()[0].line, 27u);
+    EXPECT_EQ(drawing->findings()[0].sentence,
+              "a second section ENTITIES; its objects are kept and can't be used");
+    EXPECT_TRUE(drawing->isSelectable(drawing->find(0x100)));
+    EXPECT_FALSE(drawing->isSelectable(drawing->find(0x101)));
+    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
+    EXPECT_TRUE(drawing->toBytes().ends_with(tags(second))) << drawing->toBytes();
 }
 
 } // namespace

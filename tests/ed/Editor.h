@@ -38,6 +38,13 @@ public:
     ed::Session session;
 };
 
+/// Answers like a script, and is asked again like a person.
+class Person : public ed::ScriptSource {
+public:
+    using ScriptSource::ScriptSource;
+    bool isInteractive() const override { return true; }
+};
+
 /// A failed check of what a rule of the host demands after any script: nothing open, no rule broken.
 void expectInOrder(Editor& editor);
 

@@ -4,6 +4,7 @@
 #include "dbobjptr.h"
 #include "drawings/DrawingText.h"
 #include "ed/Editor.h"
+#include "rx/CommandStack.h"
 
 #include <gtest/gtest.h>
 
@@ -75,6 +76,62 @@ TEST(Scripts, runToTheirEnd) {
     }
 }
 
+// The transcript is Chinese, what fails a script is English.
+TEST(Scripts, sayFailuresInTwoLanguages) {
+    const struct {
+        const char* script;
+        const char* transcript;
+        const char* failure; ///< its beginning
+    } cases[] = {
+        {"OPEN no.dxf\n", "无法打开图形 no.dxf。\n", "test.scr:1: Can't read no.dxf: "},
+        {"SAVEAS no/a.dxf\n", "无法保存到 no/a.dxf。\n", "test.scr:1: Can't write no/a.dxf: "},
+        {"ARX L no.arx\n", "无法加载模块 no.arx。\n", "test.scr:1: Can't find the module no.arx."},
+        {"ARX U no\n", "无法卸载模块 no。\n", "test.scr:1: no is not loaded."},
+        {"BODY\n", "命令 BODY 所属的模块已卸载，无法执行；请重新加载该模块。\n",
+         "test.scr:1: The module of the command BODY was unloaded; load it again."},
+    };
+    for (const auto& each : cases) {
+        Editor editor{scene};
+        editor.define([] {});
+        rx::commandStack().find(L"BODY")->retire();
+        const auto run = editor.run(each.script);
+        EXPECT_EQ(run.failure.substr(0, std::string_view{each.failure}.size()), each.failure);
+        EXPECT_TRUE(run.transcript.ends_with(each.transcript)) << run.transcript;
+        expectInOrder(editor);
+    }
+}
+
+// Nothing but the transcript tells a person, so the cause stands there, too.
+TEST(Commands, tellAPersonTheCause) {
+    Editor editor{scene};
+    tests::Person person{"ARX L no.arx\nOPEN no.dxf\n", "input"};
+    EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), RunEnd::sourceEnded);
+    EXPECT_NE(editor.transcript.find("\n无法加载模块 no.arx: Can't find the module no.arx.\n"),
+              std::string::npos)
+        << editor.transcript;
+    EXPECT_NE(editor.transcript.find("\n无法打开图形 no.dxf: Can't read no.dxf: "), std::string::npos)
+        << editor.transcript;
+}
+
+// A drawing of many lines is selected and erased while somebody looks.
+TEST(Commands, tellTheirProgress) {
+    constexpr int many = 20000;
+    drawings::DrawingText text;
+    for (int i = 0; i < many; ++i) text.entities.push_back(i ? "POINT|10 1.0" : "POINT|8 LOCKED|10 1.0");
+    Editor editor{text.bytes()};
+    std::vector<std::uint64_t> seen;
+    editor.session.progress = [&](std::string_view job, std::uint64_t done, std::uint64_t total) {
+        EXPECT_EQ(job, "ERASE");
+        EXPECT_EQ(total, many);
+        seen.push_back(done);
+    };
+    editor.run("ERASE\nALL\n\n");
+    ASSERT_EQ(seen.size(), many - 1);
+    EXPECT_EQ(seen.back(), many - 1);
+    editor.run("U\nERASE\nL\n\n");
+    EXPECT_EQ(seen.size(), many - 1) << "the command after it selects little";
+}
+
 TEST(Scripts, oneStepPerCommand) {
     Editor editor{scene};
     editor.define([&] {
@@ -109,7 +166,7 @@ const ViolationCase violationCases[] = {
          entity->setColorIndex(1);
      },
      ""},
-    {"exception", [](Editor&) { throw std::runtime_error{"trouble"}; }, "trouble"},
+    {"exception", [](Editor&) { throw std::runtime_error{"trouble"}; }, "BODY 因内部错误而中断。\n"},
     {"something else thrown", [](Editor&) { throw 1; }, ""},
 };
 

@@ -124,20 +124,25 @@ TEST(Prompts, pointsFollowRulesBaseAndUserSystem) {
     }
 }
 
+// The base is in user coordinates like the result, whatever the last point was; the second point counts from
+// the first.
 TEST(Prompts, relativePointsStartAtTheBaseThatIsGiven) {
-    Editor editor{scene};
-    ads_point result{};
-    const ads_point base{100, 100, 0};
-    editor.runBody([&] { acedGetPoint(base, L"到: ", result); }, "@5,-5\n");
-    EXPECT_EQ(text(result[0]) + ',' + text(result[1]), "105,95");
+    const char* turned = "|9 $UCSORG|10 50|20 0|30 0|9 $UCSXDIR|10 0|20 1|30 0|9 $UCSYDIR|10 -1|20 0|30 0";
+    for (const char* header : {"", turned}) {
+        Editor editor{drawings::DrawingText{.header = header}.bytes()};
+        ads_point first{}, second{};
+        const ads_point base{100, 100, 7};
+        editor.runBody(
+            [&] {
+                acedGetPoint(nullptr, L"从: ", first);
+                acedGetPoint(base, L"到: ", first);
+                acedGetPoint(nullptr, L"再: ", second);
+            },
+            "1,1\n@5,-5\n@1,1\n");
+        EXPECT_EQ(text(first[0]) + ',' + text(first[1]) + ',' + text(first[2]), "105,95,7") << header;
+        EXPECT_EQ(text(second[0]) + ',' + text(second[1]), "106,96") << header;
+    }
 }
-
-// A person is asked again; here the answers come from a source that says so.
-class Person : public ed::ScriptSource {
-public:
-    using ScriptSource::ScriptSource;
-    bool isInteractive() const override { return true; }
-};
 
 TEST(Prompts, aPersonIsAskedAgain) {
     Editor editor{scene};
@@ -146,7 +151,7 @@ TEST(Prompts, aPersonIsAskedAgain) {
         acedInitGet(7, nullptr);
         result = realAnswer();
     });
-    Person person{"FOO\nBODY\n\nx\n0\n-1\n2\n", "input"};
+    tests::Person person{"FOO\nBODY\n\nx\n0\n-1\n2\n", "input"};
     EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), ed::RunEnd::sourceEnded);
     EXPECT_EQ(result, "5100 2");
     EXPECT_EQ(editor.transcript,

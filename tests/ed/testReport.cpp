@@ -75,6 +75,55 @@ TEST_F(Report, knowsNewAndErasedObjects) {
     expect(R"("change":"erased","before":{"min":[0,0,0],"max":[10,5,0]},"after":null})");
 }
 
+// What each of the commands changed, one after the other: "handle change, x from -> to".
+std::string changesOf(const std::string& json) {
+    std::string text;
+    for (std::size_t at = 0; (at = json.find("{\"handle\":", at)) != std::string::npos; ++at) {
+        const std::string entry = json.substr(at, json.find("}}", at) - at);
+        const auto value = [&](const char* key) {
+            const std::size_t from = entry.find(key) + std::string_view{key}.size();
+            return entry.substr(from, entry.find_first_of(",\"}", from) - from);
+        };
+        const auto x = [&](const char* key) {
+            const std::size_t box = entry.find(key);
+            const std::size_t from = entry.find("\"min\":[", box) + 7;
+            return entry.substr(box + std::string_view{key}.size(), 4) == "null"
+                       ? std::string{"none"}
+                       : entry.substr(from, entry.find(',', from) - from);
+        };
+        text += text.empty() ? "" : "; ";
+        text += value("\"handle\":\"") + ' ' + value("\"change\":\"") + ' ' + x("\"before\":") + " -> " +
+                x("\"after\":");
+    }
+    return text;
+}
+
+TEST_F(Report, tellsWhatIsTakenBackAndDoneAgain) {
+    editor.define([] { moveSelected(2); });
+    const std::string pick = "(handent \"A1\")\n\n";
+    const struct {
+        const char* name;
+        std::string script;
+        const char* changes;
+    } cases[] = {
+        {"moved and taken back", "BODY\n" + pick + "U\n", "A1 modified 0 -> 2; A1 modified 2 -> 0"},
+        {"done again", "REDO\n", "A1 modified 0 -> 2"},
+        {"two steps at once", "ERASE\n" + pick + "UNDO 2\n", "A1 erased 2 -> none; A1 restored none -> 0"},
+        {"nothing to take back", "U\n", ""},
+        {"one step of two, then the other", "REDO\nREDO\n", "A1 modified 0 -> 2; A1 erased 2 -> none"},
+        {"more steps than there are", "UNDO 9\n", "A1 restored none -> 0"},
+    };
+    for (const auto& each : cases) {
+        report = ed::Report{};
+        const std::string bytes = editor.run(each.script).bytes;
+        std::string json = report.toJson(nullptr);
+        std::erase_if(json, [](char c) { return c == ' ' || c == '\n'; });
+        EXPECT_EQ(changesOf(json), each.changes) << each.name;
+        EXPECT_EQ(editor.drawing().toBytes(), bytes) << each.name;
+    }
+    EXPECT_EQ(editor.drawing().toBytes(), scene);
+}
+
 TEST_F(Report, saysThatACommandWasTakenBack) {
     editor.runBody(
         [] {

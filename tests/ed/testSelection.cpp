@@ -3,7 +3,6 @@
 #include "dbmain.h"
 #include "drawings/DrawingText.h"
 #include "ed/Editor.h"
-#include "ed/SelectionPrompt.h"
 
 #include <gtest/gtest.h>
 
@@ -71,6 +70,8 @@ const SelectionCase selectionCases[] = {
     {"window to the left takes what it touches", "750,500\n650,50\n\n", "A4"},
     {"W inside a circle", "W\n450,350\n550,450\n\n", "-5001"},
     {"corner relative to the last point", "W\n-1,-1\n@1002,21\n\n", "A1 A7 A9"},
+    {"Enter leaves the window, not the selection", "W\n\nC\n0,0\n\nL\n\n", "A9"},
+    {"a cancel at a corner cancels", "L\nW\n^C", "-5002"},
     {"last", "L\n\n", "A9"},
     {"remove and add", "ALL\nR\nW\n-1,-1\n1001,20\nA\n(handent \"A7\")\n\n", "A2 A3 A4 A7"},
     {"removing a group by one pick", "ALL\nR\n500,500\n\n", "A1 A4 A7 A9"},
@@ -219,13 +220,5 @@ TEST(PickFirst, isSetByCommandsThatMay) {
         editor.run("^C");
         EXPECT_TRUE(editor.session.pickFirst.isEmpty());
     }
-}
-
-TEST(Handent, isReadStrictly) {
-    EXPECT_EQ(ed::parseHandent("(handent \"2F\")"), 0x2Fu);
-    EXPECT_EQ(ed::parseHandent("( Handent  \"2f\" )"), 0x2Fu);
-    for (const char* text : {"(handent \"\")", "(handent 2F)", "(handent \"2F\"", "(handent \"2G\")",
-                             "handent \"2F\"", "(handent \"2F\") x", "(handent \"11112222333344445\")"})
-        EXPECT_EQ(ed::parseHandent(text), std::nullopt) << text;
 }
 } // namespace

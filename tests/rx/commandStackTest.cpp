@@ -115,7 +115,7 @@ TEST(CommandStack, StaleCommandsStayAndGiveWay) {
     EXPECT_EQ(listing(stack), "!G/One/Eins G/Two/Zwei !H/One/Eins");
 
     const int before = runs;
-    EXPECT_EQ(stale->run().error(), "命令 One 所属的模块已卸载，无法执行；请重新加载该模块。");
+    EXPECT_EQ(stale->run().error(), "The module of the command One was unloaded; load it again.");
     EXPECT_EQ(runs, before);
     EXPECT_EQ(stale->functionAddr(), nullptr);
 
@@ -157,8 +157,8 @@ TEST(Command, ExceptionsEndHere) {
     CommandStack stack;
     add(stack, "G/Error/", 5, someInstance, throwError);
     add(stack, "G/Number/", 5, someInstance, throwNumber);
-    EXPECT_EQ(stack.find(L"error")->run().error(), "命令 Error 因内部错误而中断：reason。");
-    EXPECT_EQ(stack.find(L"number")->run().error(), "命令 Number 因内部错误而中断：unknown exception。");
+    EXPECT_EQ(stack.find(L"error")->run().error(), "The command Error failed: reason.");
+    EXPECT_EQ(stack.find(L"number")->run().error(), "The command Number failed: unknown exception.");
     EXPECT_EQ(AfxGetResourceHandle(), nullptr);
     EXPECT_EQ(ModuleScope::current(), hostItself);
 }

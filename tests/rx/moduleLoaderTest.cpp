@@ -200,7 +200,7 @@ TEST_F(PuppetTest, CommandOutlivesItsModuleAndComesBack) {
     EXPECT_EQ(play("unload A"), "A! A2");
     ASSERT_FALSE(isInProcess("puppetA"));
     ASSERT_TRUE(commandStack().find(L"do"));
-    EXPECT_NE(commandStack().find(L"do")->run().error().find("已卸载"), std::string::npos);
+    EXPECT_NE(commandStack().find(L"do")->run().error().find("was unloaded"), std::string::npos);
     EXPECT_EQ(play("load A"), "A1");
     EXPECT_TRUE(commandStack().find(L"do")->run());
     EXPECT_EQ(commandStack().all().size(), 1u);

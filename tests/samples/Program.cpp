@@ -35,6 +35,14 @@ Outcome runProgram(const TemporaryFolder& folder, const std::string& arguments) 
     return runIn(folder, "'" QX_BIN_DIR "/qxhost' " + arguments);
 }
 
+std::string troublesIn(const Outcome& outcome) {
+    std::istringstream lines{outcome.errors};
+    std::string troubles;
+    for (std::string line; std::getline(lines, line);)
+        if (!line.ends_with(") can't be selected")) troubles += line + '\n';
+    return troubles;
+}
+
 std::string samplePath(const std::string& name) { return QX_SOURCE_DIR "/samples/" + name; }
 
 std::vector<std::string> sampleScripts(const std::string& drawing) {

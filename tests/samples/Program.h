@@ -20,6 +20,9 @@ Outcome runIn(const TemporaryFolder& folder, const std::string& commandLine);
 /// Runs the program of this build in the folder.
 Outcome runProgram(const TemporaryFolder& folder, const std::string& arguments);
 
+/// What was said besides which objects of the drawing can't be selected.
+std::string troublesIn(const Outcome& outcome);
+
 std::string samplePath(const std::string& name);
 
 /// The names of the sample scripts without their ending, in order; of one drawing, or of all.

@@ -15,7 +15,7 @@ protected:
         const Outcome outcome = runProgram(folder, quoted(drawing) + " -s " + quoted(script) +
                                                        " -o once.dxf --report report.json");
         ASSERT_EQ(outcome.exit, 0) << outcome.errors;
-        EXPECT_EQ(outcome.errors, "");
+        EXPECT_EQ(troublesIn(outcome), "");
         transcript = outcome.transcript;
     }
 

@@ -1,0 +1,124 @@
+#include "db/Oddities.h"
+
+#include "db/Drawing.h"
+#include "db/classes.h"
+#include "dbgroup.h"
+#include "dxf/Tag.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+
+namespace qx::db {
+namespace {
+
+constexpr std::size_t mostRepeats = 20; // told one by one
+constexpr std::size_t mostClasses = 8;  // named
+
+std::string counted(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : many);
+}
+
+// Of most kinds every object can be measured; the others ask their class.
+bool isKeptOnly(Kind kind, std::string_view bytes, bool isArray) {
+    if (kind == Kind::otherEntity) return true;
+    if (kind < Kind::polyline) return isArray;
+    return !static_cast<AcDbEntity&>(*newObject(kind, bytes)).isMeasurable();
+}
+
+std::string className(const Drawing& drawing, const Record* record) {
+    if (record->kind == Kind::insert) return "INSERT in rows and columns";
+    const std::string_view bytes = drawing.bytesOf(record);
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    dxf::Tag tag;
+    cursor.next(tag);
+    std::string name{dxf::trimmed(tag.value).substr(0, 40)};
+    std::ranges::replace_if(
+        name, [](char c) { return c < 0x20 || c > 0x7E; }, '?');
+    return name;
+}
+
+} // namespace
+
+bool HandleSet::add(std::uint64_t handle) {
+    constexpr std::uint64_t largest = std::uint64_t{1} << 26, bitsPerWord = 64;
+    if (handle >= largest) return large_.insert(handle).second;
+    const auto word = static_cast<std::size_t>(handle / bitsPerWord);
+    if (word >= bits_.size()) bits_.resize(std::max(word + 1, 2 * bits_.size()));
+    const std::uint64_t bit = std::uint64_t{1} << (handle % bitsPerWord);
+    const bool isNew = (bits_[word] & bit) == 0;
+    bits_[word] |= bit;
+    return isNew;
+}
+
+void Oddities::note(const Record* record, std::string_view bytes, bool isArray) {
+    if (record->handle != 0 && !handles_.add(record->handle)) repeats_.push_back(record);
+    if (record->kind == Kind::group) hasGroups_ = true;
+    if (!isMainEntity(record->kind)) return;
+    if (record->handle == 0) handleless_.push_back(record);
+    if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(record->kind, bytes, isArray))
+        keptOnly_.push_back(record);
+}
+
+void Oddities::report() {
+    reportHandles();
+    if (!keptOnly_.empty()) reportKeptOnly();
+}
+
+void Oddities::reportHandles() const {
+    char handle[20];
+    for (std::size_t i = 0; i < std::min(repeats_.size(), mostRepeats); ++i) {
+        std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(repeats_[i]->handle));
+        drawing_.addFinding(repeats_[i],
+                            std::string{"the handle "} + handle +
+                                " is given a second time; it means the object that had it first");
+    }
+    if (repeats_.size() > mostRepeats)
+        drawing_.addFinding(repeats_[mostRepeats], "from here on " +
+                                                       counted(repeats_.size() - mostRepeats,
+                                                               "more object has", "more objects have") +
+                                                       " a handle that is given a second time");
+    if (!handleless_.empty())
+        drawing_.addFinding(handleless_.front(),
+                            counted(handleless_.size(), "entity has", "entities have") +
+                                " no handle, this is the first; no script and no group can name " +
+                                (handleless_.size() == 1 ? "it" : "them"));
+}
+
+void Oddities::reportKeptOnly() const {
+    drawing_.addFinding(nullptr, counted(keptOnly_.size(), "object", "objects") +
+                                     " of classes that are only kept (" + classesOf(keptOnly_) +
+                                     ") can't be selected");
+    const auto members = hasGroups_ ? keptOnlyMembersOfGroups() : std::vector<const Record*>{};
+    if (!members.empty())
+        drawing_.addFinding(nullptr,
+                            counted(members.size(), "member", "members") + " of groups of such classes (" +
+                                classesOf(members) +
+                                (members.size() == 1 ? ") stays where it is when its group moves"
+                                                     : ") stay where they are when their group moves"));
+}
+
+std::vector<const Record*> Oddities::keptOnlyMembersOfGroups() const {
+    std::unordered_set<const Record*> waiting{keptOnly_.begin(), keptOnly_.end()};
+    std::vector<const Record*> members;
+    for (Record* each : drawing_.groups())
+        if (const auto* group = AcDbGroup::cast(drawing_.live(each)))
+            for (const Record* member : group->members())
+                if (waiting.erase(member) > 0) members.push_back(member);
+    return members;
+}
+
+std::string Oddities::classesOf(const std::vector<const Record*>& records) const {
+    std::map<std::string, std::size_t> counts;
+    for (const Record* each : records) ++counts[className(drawing_, each)];
+    std::vector<std::pair<std::string, std::size_t>> classes{counts.begin(), counts.end()};
+    std::ranges::stable_sort(classes, std::greater{}, &std::pair<std::string, std::size_t>::second);
+    std::string text;
+    for (std::size_t i = 0; i < std::min(classes.size(), mostClasses); ++i)
+        text += (i > 0 ? ", " : "") + classes[i].first + ' ' + std::to_string(classes[i].second);
+    if (classes.size() > mostClasses)
+        text += " and " + counted(classes.size() - mostClasses, "more class", "more classes");
+    return text;
+}
+
+} // namespace qx::db

@@ -1,0 +1,26 @@
+// The forms in parentheses with which a script names an object: `(handent "2F")`, and for a pick
+// `(list (handent "2F") (list x y z))`. Words in any case, blanks between the parts as one likes; whatever
+// else stands there makes it no form.
+#pragma once
+
+#include "ed/points.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace qx::ed {
+
+/// The handle in `(handent "2F")`.
+QX_HOST_API std::optional<std::uint64_t> parseHandent(std::string_view form);
+
+/// An object by its handle, and where it is picked.
+struct TypedPick {
+    std::uint64_t handle = 0;
+    TypedPoint point; ///< in user coordinates; z is 0 when it was not given
+
+    friend bool operator==(const TypedPick&, const TypedPick&) = default;
+};
+QX_HOST_API std::optional<TypedPick> parsePick(std::string_view form);
+
+} // namespace qx::ed

@@ -1,0 +1,93 @@
+#include "db/Oddities.h"
+#include "drawings/DrawingText.h"
+
+#include <algorithm>
+
+using namespace drawings;
+using qx::db::Finding;
+
+namespace {
+
+const std::string line = "LINE|10 1.0|20 1.0|11 2.0|21 1.0";
+const std::string noHandle = "LINE|102 {|5 AB|102 }|10 1.0"; // the 5 keeps the builder from giving one
+
+/// What was found: sentences, each with the compact tags of the line that it names.
+std::string findings(const std::string& bytes) {
+    std::string text;
+    const auto drawing = read(bytes);
+    for (const Finding& finding : drawing->findings()) {
+        std::size_t at = 0;
+        for (std::size_t i = 1; i < finding.line; ++i) at = bytes.find('\n', at) + 1;
+        const std::size_t handle = bytes.find("\n  5\n", at) + 5;
+        text += text.empty() ? "" : "; ";
+        if (finding.line > 0) text += "at " + bytes.substr(handle, bytes.find('\n', handle) - handle) + ": ";
+        text += finding.sentence;
+    }
+    EXPECT_EQ(drawing->toBytes(), bytes);
+    return text;
+}
+
+TEST(Oddities, areFoundWhileReading) {
+    const std::string second = " is given a second time; it means the object that had it first";
+    const struct {
+        const char* name;
+        DrawingText text;
+        std::string findings;
+    } cases[] = {
+        {"nothing odd", {.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 1|71 1"}}, ""},
+        {"a handle twice", {.entities = {line, line + "|5 100"}}, "at 100: the handle 100" + second},
+        {"a handle in two sections", {.entities = {line + "|5 d"}}, "at D: the handle D" + second},
+        {"a large handle three times",
+         {.entities = {line + "|5 FFFFFFFFFFFFFFF0", line + "|5 FFFFFFFFFFFFFFF0"}},
+         "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
+        {"an entity without a handle",
+         {.entities = {noHandle, line}},
+         "at AB: 1 entity has no handle, this is the first; no script and no group can name it"},
+        {"more of them, some in a block",
+         {.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
+         "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
+        {"classes that are only kept",
+         {.entities = {"3DFACE|10 1.0", "HATCH|10 1.0", line, "DIMENSION|10 1.0", "HATCH|10 1.0"}},
+         "4 objects of classes that are only kept (HATCH 2, 3DFACE 1, DIMENSION 1) can't be selected"},
+        {"one object",
+         {.entities = {"HATCH|10 1.0"}},
+         "1 object of classes that are only kept (HATCH 1) can't be selected"},
+        {"an insertion in columns",
+         {.entities = {"INSERT|2 B|10 1.0|70 3", "INSERT|2 B|10 1.0|71 2"}},
+         "2 objects of classes that are only kept (INSERT in rows and columns 2) can't be selected"},
+        {"not in model space",
+         {.entities = {"HATCH|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"HATCH|10 1.0"}}}},
+         ""},
+        {"members of groups, each once",
+         {.entities = {"HATCH|10 1.0", line, "HATCH|10 1.0"},
+          .groups = {{"G", {"100", "101"}}, {"H", {"100", "101", "100"}}}},
+         "2 objects of classes that are only kept (HATCH 2) can't be selected; "
+         "1 member of groups of such classes (HATCH 1) stays where it is when its group moves"},
+        {"two members",
+         {.entities = {"HATCH|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
+         "2 objects of classes that are only kept (DIMENSION 1, HATCH 1) can't be selected; "
+         "2 members of groups of such classes (DIMENSION 1, HATCH 1) stay where they are when their group "
+         "moves"},
+    };
+    for (const auto& each : cases) EXPECT_EQ(findings(each.text.bytes()), each.findings) << each.name;
+}
+
+TEST(Oddities, areFewLinesHoweverManyThereAre) {
+    DrawingText text;
+    for (int i = 0; i < 25; ++i) text.entities.push_back(line + "|5 AA");
+    for (int i = 0; i < 10; ++i) text.entities.push_back("CLASS" + std::to_string(i) + "|10 1.0");
+    const auto drawing = read(text.bytes());
+    ASSERT_EQ(drawing->findings().size(), 22u);
+    EXPECT_EQ(drawing->findings()[20].sentence,
+              "from here on 4 more objects have a handle that is given a second time");
+    EXPECT_TRUE(drawing->findings()[21].sentence.ends_with("CLASS7 1 and 2 more classes) can't be selected"))
+        << drawing->findings()[21].sentence;
+}
+
+TEST(Oddities, theFirstObjectKeepsItsHandle) {
+    const auto drawing = read(DrawingText{.entities = {line + "|5 AA", "POINT|5 AA|10 1.0"}}.bytes());
+    ASSERT_TRUE(drawing->find(0xAA));
+    EXPECT_EQ(drawing->find(0xAA)->kind, qx::db::Kind::line);
+}
+
+} // namespace
