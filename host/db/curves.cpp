@@ -201,6 +201,90 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
     return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbPolyline::getWidthsAt(unsigned index, double& startWidth, double& endWidth) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    const bool hasOwn = index < data_.widths.size();
+    startWidth = hasOwn ? data_.widths[index].start : data_.constantWidth;
+    endWidth = hasOwn ? data_.widths[index].end : data_.constantWidth;
+    return Acad::eOk;
+}
+
+// ---- segments of lightweight polylines
+
+AcDbPolyline::SegType AcDbPolyline::segType(unsigned index) const {
+    if (index >= numVerts()) return kEmpty;
+    if (numVerts() == 1 || (index + 1 == numVerts() && !isClosed())) return kPoint;
+    if (pointAt(index).isEqualTo(pointAt(following(index)))) return kCoincident;
+    return qx::shape::isStraight(data_.vertices[index].bulge) ? kLine : kArc;
+}
+
+Acad::ErrorStatus AcDbPolyline::expect(SegType type, unsigned index) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    return segType(index) == type ? Acad::eOk : Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbPolyline::getLineSegAt(unsigned index, AcGeLineSeg3d& segment) const {
+    const Acad::ErrorStatus status = expect(kLine, index);
+    if (status != Acad::eOk) return status;
+    AcGePoint3d start, end;
+    getPointAt(index, start);
+    getPointAt(following(index), end);
+    segment.set(start, end);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getLineSegAt(unsigned index, AcGeLineSeg2d& segment) const {
+    const Acad::ErrorStatus status = expect(kLine, index);
+    if (status == Acad::eOk) segment.set(pointAt(index), pointAt(following(index)));
+    return status;
+}
+
+Acad::ErrorStatus AcDbPolyline::getArcSegAt(unsigned index, AcGeCircArc3d& arc) const {
+    const Acad::ErrorStatus status = expect(kArc, index);
+    if (status != Acad::eOk) return status;
+    const AcGeVector3d up = OcsFrame{data_.normal}.z;
+    const double bulge = data_.vertices[index].bulge;
+    AcGePoint3d start, end;
+    getPointAt(index, start);
+    getPointAt(following(index), end);
+    const qx::shape::EllipticArc drawn = qx::shape::arcFromBulge(start, end, bulge, up);
+    arc = AcGeCircArc3d{drawn.centre, bulge < 0 ? -up : up, drawn.u, drawn.u.length(), 0, drawn.sweep};
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getArcSegAt(unsigned index, AcGeCircArc2d& arc) const {
+    const Acad::ErrorStatus status = expect(kArc, index);
+    if (status != Acad::eOk) return status;
+    const double bulge = data_.vertices[index].bulge;
+    const AcGePoint2d start = pointAt(index), end = pointAt(following(index));
+    const qx::shape::EllipticArc drawn =
+        qx::shape::arcFromBulge({start.x, start.y, 0}, {end.x, end.y, 0}, bulge, AcGeVector3d::kZAxis);
+    arc = AcGeCircArc2d{{drawn.centre.x, drawn.centre.y}, drawn.u.length(), 0, drawn.sweep,
+                        {drawn.u.x, drawn.u.y},           bulge < 0};
+    return Acad::eOk;
+}
+
+// ---- changes of lightweight polylines
+
+Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& point, double bulge,
+                                            double startWidth, double endWidth) {
+    if (!objectId().isNull()) return Acad::eNotApplicable;
+    if (index > numVerts()) return Acad::eInvalidIndex;
+    if (startWidth != 0 || endWidth != 0 || !data_.widths.empty()) {
+        data_.widths.resize(data_.vertices.size());
+        data_.widths.insert(data_.widths.begin() + index, Widths{startWidth, endWidth});
+    }
+    data_.vertices.insert(data_.vertices.begin() + index, Vertex{point.x, point.y, bulge});
+    return Acad::eOk;
+}
+
+void AcDbPolyline::setClosed(Adesk::Boolean closed) {
+    assertWriteEnabled();
+    touch(8);
+    data_.flags = closed ? data_.flags | 1 : data_.flags & ~1;
+    forgetBox();
+}
+
 void AcDbPolyline::shape(qx::shape::Sink& sink) const {
     const OcsFrame frame{data_.normal};
     qx::shape::PolylinePen pen{sink, frame.z, isClosed()};

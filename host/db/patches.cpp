@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace qx::db {
 
@@ -44,6 +45,14 @@ ShortText valueText(const Slot& slot, void* base) {
     char text[16];
     std::snprintf(text, sizeof text, "%6d", memberAt<Adesk::Int32>(base, slot.offset));
     return ShortText{text};
+}
+
+/// Where the tag ends that begins the fields of that subclass; empty when the file leaves it out.
+std::optional<const char*> behindMarker(std::string_view bytes, std::string_view marker) {
+    FieldTags tags{bytes};
+    for (dxf::Tag tag; tags.next(tag);)
+        if (tag.code == 100 && dxf::trimmed(tag.value) == marker) return tag.end;
+    return std::nullopt;
 }
 
 } // namespace
@@ -84,7 +93,7 @@ const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject
     isYMissing_ = false;
     lastVertexTag_ = nullptr;
     compareFields(bytes);
-    insertMissing();
+    insertMissing(bytes);
     if (!isInOrder_) std::ranges::stable_sort(patches_, {}, &Patch::at);
     return patches_;
 }
@@ -181,8 +190,8 @@ bool Patcher::isAnyMissing() const {
     return false;
 }
 
-// A missing group goes behind the last one before it in the table that the file has.
-void Patcher::insertMissing() {
+// A missing group goes behind the last one before it in the table that the file has, markers included.
+void Patcher::insertMissing(std::string_view bytes) {
     if (!isAnyMissing()) return;
     const char* anchor = defaultAnchor_;
     std::size_t slot = 0;
@@ -191,6 +200,7 @@ void Patcher::insertMissing() {
         for (std::size_t i = slot; i < slot + count; ++i)
             if (seenAt_[i]) anchor = seenAt_[i];
         if (field.role == Role::vertices && lastVertexTag_) anchor = lastVertexTag_;
+        if (field.role == Role::subclass) anchor = behindMarker(bytes, field.marker).value_or(anchor);
         insertMissing(field, slot, anchor);
         slot += count;
     }

@@ -56,7 +56,7 @@ private:
     void compareVertex(const dxf::Tag& tag);
     void finishVertex();
     bool isAnyMissing() const;
-    void insertMissing();
+    void insertMissing(std::string_view bytes);
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
     void compareXData(const char* begin, const char* end);
     void compareReal(std::string_view text, double value);

@@ -2,6 +2,7 @@
 #include "db/Drawing.h"
 #include "db/FieldTable.h"
 #include "dbents.h"
+#include "dbpl.h"
 #include "ge/OcsFrame.h"
 #include "shape/PolylinePen.h"
 
@@ -233,4 +234,27 @@ Acad::ErrorStatus AcDb3dPolyline::getEndPoint(AcGePoint3d& point) const {
     Ends ends;
     forEachShown([&](const AcGePoint3d& each) { ends.add(each); });
     return ends.give(point, isClosed() ? ends.start : ends.end);
+}
+
+// ---- conversion
+
+Acad::ErrorStatus AcDbPolyline::convertFrom(AcDbEntity*& entity, Adesk::Boolean transferId) {
+    if (transferId) return Acad::eNotImplementedYet;
+    if (!entity) return Acad::eNullEntityPointer;
+    const AcDb2dPolyline* source = AcDb2dPolyline::cast(entity);
+    if (!source) return Acad::eIllegalEntityType;
+    if (!objectId().isNull() || source->polyType() != AcDb::k2dSimplePoly) return Acad::eNotApplicable;
+    source->assertReadEnabled();
+
+    constexpr int kept = 1 | 128; // what the flags of both classes mean alike
+    const AcDb2dPolyline::Data& from = source->data();
+    data_ = {from.entity, from.elevation, 0, from.normal, from.flags & kept, {}, {}};
+    setLayerState(source->layerState());
+    forEachVertex<AcDb2dVertex>(*source, [&](const AcDb2dVertex& vertex) {
+        const bool hasOwn = vertex.startWidth() != 0 || vertex.endWidth() != 0;
+        addVertexAt(numVerts(), {vertex.position().x, vertex.position().y}, vertex.bulge(),
+                    hasOwn ? vertex.startWidth() : from.startWidth,
+                    hasOwn ? vertex.endWidth() : from.endWidth);
+    });
+    return Acad::eOk;
 }

@@ -325,9 +325,6 @@ public:
     AcDb::Poly2dType polyType() const;
     double elevation() const { return data_.elevation; }
     AcGeVector3d normal() const { return data_.normal; }
-    double defaultStartWidth() const { return data_.startWidth; }
-    double defaultEndWidth() const { return data_.endWidth; }
-    double thickness() const { return data_.entity.thickness; }
     /// World coordinates.
     AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
     /// As acdbOpenObject(); eInvalidInput for an id that is no part of this polyline.
@@ -344,6 +341,9 @@ public:
         Adesk::Int32 flags = 0;     ///< 1: closed, 2: curve-fit, 4: spline
         Adesk::Int32 curveType = 0; ///< 5: quadratic
     };
+
+    /// Host side.
+    const Data& data() const { return data_; }
 
 private:
     template <class, class> friend class qx::db::Described;

@@ -29,11 +29,8 @@ public:
     /// Draws what is left; a single vertex is a point.
     void finish() {
         if (count_ == 1) return sink_.segment({to_, to_});
+        if (count_ > 1 && isClosed_) vertex(first_, 0);
         if (count_ > 1) draw(!isClosed_);
-        if (count_ > 1 && isClosed_) {
-            vertex(first_, 0);
-            draw(false);
-        }
     }
 
 private:
