@@ -38,12 +38,6 @@ double* elevationOf(const Fields& fields) {
     return elevation ? &memberAt<double>(fields.base, elevation->offset) : nullptr;
 }
 
-const AcGeVector3d& normalOf(const Fields& fields) {
-    if (const Field* normal = fields.table->normal)
-        return memberAt<AcGeVector3d>(fields.base, normal->offset);
-    return fields.normal ? *fields.normal : AcGeVector3d::kZAxis;
-}
-
 /// For fields and for points among them.
 template <class AnyField> bool counts(const AnyField& field, void* base) {
     const Guard* guard = field.guard;
@@ -52,6 +46,12 @@ template <class AnyField> bool counts(const AnyField& field, void* base) {
 }
 
 } // namespace
+
+const AcGeVector3d& normalOf(const Fields& fields) {
+    if (const Field* normal = fields.table->normal)
+        return memberAt<AcGeVector3d>(fields.base, normal->offset);
+    return fields.normal ? *fields.normal : AcGeVector3d::kZAxis;
+}
 
 bool isTranslation(const AcGeMatrix3d& m) {
     const auto* e = m.entry;

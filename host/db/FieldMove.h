@@ -14,6 +14,9 @@ bool isTranslation(const AcGeMatrix3d& matrix);
 /// they make together; 0 for any other matrix. Both to within 1e-9: a motion has exactly 1.
 double scaleOf(const AcGeMatrix3d& matrix);
 
+/// Of the plane in which an object lies: its own normal, else its owner's, else Z.
+const AcGeVector3d& normalOf(const Fields& fields);
+
 /// A translation: one vector is added to each point, so that numbers it does not reach keep their last digit.
 class Shift {
 public:

@@ -71,9 +71,10 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
                          Drawing::hasParts(record) ? moveWithParts(drawing, matrix) : moveFields(matrix));
 }
 
-// The entity itself comes last: its parts may lie in its plane.
+// Parts that lie in the entity's plane need its normal as it was.
 Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
     const qx::db::Record* record = objectId().record();
+    const AcGeVector3d normal = qx::db::normalOf(fields());
     Acad::ErrorStatus status = canMoveFields(matrix);
     drawing.forEachOwned(record, [&](qx::db::Record* each) {
         if (status != Acad::eOk) return;
@@ -81,15 +82,18 @@ Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMa
         if (each->kind == qx::db::Kind::vertex && each->has(qx::db::Record::openForWrite))
             status = Acad::eSubentitiesStillOpen;
         else
-            status = part ? part->canMoveFields(matrix) : Acad::eNotApplicable;
+            status = part ? part->canMoveFields(matrix, &normal) : Acad::eNotApplicable;
     });
     if (status != Acad::eOk) return status;
-    drawing.forEachOwned(record, [&](qx::db::Record* each) { drawing.liveEntity(each)->moveFields(matrix); });
-    return moveFields(matrix);
+    moveFields(matrix);
+    drawing.forEachOwned(
+        record, [&](qx::db::Record* each) { drawing.liveEntity(each)->moveFields(matrix, &normal); });
+    return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix) {
-    const qx::db::Fields all = fields();
+Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix, const AcGeVector3d* ownersNormal) {
+    qx::db::Fields all = fields();
+    all.normal = ownersNormal;
     if (!all.table->isMovable()) return Acad::eNotApplicable;
     const bool isShift = qx::db::isTranslation(matrix);
     const double scale = isShift ? 1 : qx::db::scaleOf(matrix);
@@ -100,8 +104,9 @@ Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix) {
 }
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.
-Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
-    const qx::db::Fields all = fields();
+Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix, const AcGeVector3d* ownersNormal) {
+    qx::db::Fields all = fields();
+    all.normal = ownersNormal;
     qx::db::Record* record = objectId().record();
     if (!all.table->isMovable()) return Acad::eNotApplicable;
     if (qx::db::isTranslation(matrix)) {

@@ -7,7 +7,6 @@
 #include "shape/PolylinePen.h"
 
 using qx::db::Drawing;
-using qx::db::Fields;
 using qx::db::FieldTable;
 using qx::db::Kind;
 using qx::db::Record;
@@ -109,17 +108,6 @@ const FieldTable& AcDb2dVertex::table() {
             {Role::angleDegrees, 50, offsetof(Data, tangentDegrees), 0, nullptr, &onlyWithTangent},
         });
     return fields;
-}
-
-Fields AcDb2dVertex::fields() {
-    Fields all = Described::fields();
-    const Record* self = objectId().record();
-    const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
-    AcDbObject* polyline = drawing ? drawing->live(self->owner) : nullptr;
-    if (!polyline) return all;
-    const Fields owners = polyline->fields();
-    all.normal = &qx::db::memberAt<AcGeVector3d>(owners.base, owners.table->normal->offset);
-    return all;
 }
 
 AcDb::Vertex2dType AcDb2dVertex::vertexType() const {

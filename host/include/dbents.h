@@ -261,7 +261,6 @@ class QX_HOST_API AcDb2dVertex : public qx::db::Described<AcDb2dVertex, AcDbVert
 public:
     ACRX_DECLARE_MEMBERS(AcDb2dVertex)
     static const qx::db::FieldTable& table();
-    qx::db::Fields fields() override;
 
     /// Object coordinates as the file has them; the height that counts is the polyline's.
     AcGePoint3d position() const { return data_.position; }

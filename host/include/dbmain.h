@@ -45,7 +45,7 @@ struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
     XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
-    const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies; null: its own
+    const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies, when it has none
 };
 
 /// What every class with data of its own answers to the store.
@@ -186,9 +186,10 @@ public:
     // Host side.
 
     /// What transformBy() does with the entity's own data, whether or not it is open: for the parts of an
-    /// entity that move along. Before, what it will answer.
-    Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
-    Acad::ErrorStatus canMoveFields(const AcGeMatrix3d& matrix);
+    /// entity that move along, those without a normal in the plane of their owner. Before, what it will
+    /// answer.
+    Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix, const AcGeVector3d* ownersNormal = nullptr);
+    Acad::ErrorStatus canMoveFields(const AcGeMatrix3d& matrix, const AcGeVector3d* ownersNormal = nullptr);
     /// The box was measured once and moves along with translations; any other change makes it unknown.
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
