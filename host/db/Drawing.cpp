@@ -141,7 +141,10 @@ UserCoordinateSystem Drawing::ucs() const {
 
 std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     const std::string_view bytes = bytesOf(record);
-    std::unique_ptr<AcDbObject> object = newObject(record->kind, bytes);
+    const bool isVertex = record->kind == Kind::vertex && record->owner;
+    const Record* header = isVertex && record->owner->kind == Kind::polyline ? record->owner : nullptr;
+    std::unique_ptr<AcDbObject> object =
+        newObject(record->kind, bytes, header ? bytesOf(header) : std::string_view{});
     if (const Fields fields = object->fields(); fields.table) {
         const ReadFields read = readFields(bytes, *fields.table, fields.base);
         if (read.fault) {
@@ -180,9 +183,15 @@ bool Drawing::isSelectable(Record* record) const {
 
 shape::Box Drawing::extentsAtOpening() const {
     shape::ExtentsSink sink;
+    const auto isChanged = [&](const Record* each) {
+        bool found = each->has(Record::changed);
+        if (each->kind == Kind::polyline)
+            forEachOwned(each, [&](const Record* vertex) { found = found || vertex->has(Record::changed); });
+        return found;
+    };
     const auto addOriginal = [&](Record* each) {
         if (!each->begin || each->has(Record::unusable)) return false;
-        const std::unique_ptr<AcDbObject> original = each->has(Record::changed) ? decoded(each) : nullptr;
+        const std::unique_ptr<AcDbObject> original = isChanged(each) ? decoded(each) : nullptr;
         const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(each);
         if (!entity || !entity->isMeasurable() || !entity->isVisible()) return false;
         if (each->kind == Kind::insert)
@@ -226,14 +235,16 @@ Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
     return record;
 }
 
-// Whoever shows the part has to be measured anew: the entity that owns it, or all references to its block.
+// Whoever shows the part has to be measured anew: the entity that owns it, and all references to its block.
 void Drawing::noteChangeOfPart(const Record* record) {
     Record* owner = record->owner;
-    if (owner && isEntity(owner->kind))
+    if (owner && isEntity(owner->kind)) {
         forgetBox(*owner);
-    else if (const BlockDefinition* definition = owner ? blocks_->of(owner) : nullptr;
-             definition && !definition->isLayout)
+        noteChangeOfPart(owner);
+    } else if (const BlockDefinition* definition = owner ? blocks_->of(owner) : nullptr;
+               definition && !definition->isLayout) {
         blocks_->touch();
+    }
 }
 
 const Record* Drawing::endOfEntities() const {

@@ -88,6 +88,12 @@ public:
              each = RecordChain::next(each))
             if (each->kind != Kind::sequenceEnd) visit(each);
     }
+    /// Whether the record has attributes or vertices, or at least a sequence end of its own.
+    static bool hasParts(const Record* record) {
+        if (record->kind != Kind::insert && record->kind != Kind::polyline) return false;
+        const Record* next = RecordChain::next(record);
+        return next && next->owner == record;
+    }
     /// Block record by name (UTF-8), without regard to case; null when there is none.
     Record* findBlock(std::string_view name) const;
     Record* blockTable() const { return blockTable_; }
@@ -123,6 +129,7 @@ public:
     Acad::ErrorStatus open(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object);
     Acad::ErrorStatus close(Record* record);
     Acad::ErrorStatus upgrade(Record* record);
+    /// Takes the parts of an entity along, both ways.
     Acad::ErrorStatus erase(Record* record, bool erasing);
     /// Objects that are open now; 0 between commands.
     std::size_t openCount() const { return openCount_; }

@@ -10,8 +10,9 @@ namespace qx::db {
 
 /// True when the matrix only moves: its upper left part is exactly the identity.
 bool isTranslation(const AcGeMatrix3d& matrix);
-/// True for a rotation, a translation and what they make together, to within 1e-9.
-bool isMotion(const AcGeMatrix3d& matrix);
+/// The factor by which lengths grow under a rotation, a mirroring, a translation, a uniform scale and what
+/// they make together; 0 for any other matrix. Both to within 1e-9: a motion has exactly 1.
+double scaleOf(const AcGeMatrix3d& matrix);
 
 /// A translation: one vector is added to each point, so that numbers it does not reach keep their last digit.
 class Shift {
@@ -35,12 +36,14 @@ private:
 /// Exchanges the coordinates along the axes with those that Shift::apply() stored.
 void swapCoordinates(const Fields& fields, unsigned axes, double* with);
 
-/// Any motion.
+/// Any motion, mirroring or uniform scale. A flat object turns with its plane: its new normal is the image of
+/// the old one, reversed when the matrix mirrors, so that arcs stay counter-clockwise about it.
 class Motion {
 public:
-    /// `matrix` must satisfy isMotion().
-    Motion(const AcGeMatrix3d& matrix, const Fields& fields);
+    /// `scale` is scaleOf(matrix), not 0.
+    Motion(const AcGeMatrix3d& matrix, double scale, const Fields& fields);
 
+    /// False when a number would not be finite or would lie beyond 1e15.
     bool isSafe() const;
     void apply() const;
 
@@ -49,11 +52,14 @@ private:
     AcGePoint3d movedInPlane(const AcGePoint3d& ocs) const {
         return after_.toOcs(matrix_ * before_.toWorld(ocs));
     }
+    double movedElevation(double elevation) const { return movedInPlane({0, 0, elevation}).z; }
     double turned(double degrees) const;
-    void turn(const Field& field) const;
+    void change(const Field& field) const;
 
     const AcGeMatrix3d& matrix_;
     const Fields& fields_;
+    double scale_, heightScale_; ///< along the plane and along the normal
+    AcGeVector3d normal_;
     ge::OcsFrame before_, after_;
     double turnDegrees_;
 };

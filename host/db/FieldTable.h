@@ -12,25 +12,32 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 namespace qx::db {
 
 enum class Role : std::uint8_t {
-    worldPoint,   ///< three numbers, moves and turns
+    worldPoint,   ///< three numbers, moves with the matrix
     ocsPoint,     ///< three numbers in the object coordinate system of the class's normal
-    normal,       ///< the extrusion direction: turns
+    elevation,    ///< one number: how high the object's plane lies along the normal
+    normal,       ///< the extrusion direction: turns, and looks the other way when mirrored
+    vector,       ///< three numbers in world coordinates: turns and scales, but does not move
     angleDegrees, ///< counter-clockwise about the normal, from the object coordinate system's x axis
+    length,       ///< a number that scales
+    height,       ///< a number along the normal: scales, and changes its sign when mirrored
     plain,        ///< a number that no motion changes
     integer,      ///< an Adesk::Int32
     text,         ///< a std::string_view into the file's bytes; never written
-    subclass      ///< no value: the marker before the fields that follow, for objects that are written anew
+    subclass,     ///< no value: the marker before the fields that follow, for objects that are written anew
+    vertices      ///< no value: where the vertices stand among the fields
 };
 
-/// Integers of the class of which one must not be 0 for a field to mean anything.
+/// Integers of the class of which one must have a bit of the mask for a field to mean anything.
 struct Guard {
     std::uint16_t either, or_;
+    Adesk::Int32 mask = -1;
 };
 
 struct Field {
@@ -41,8 +48,11 @@ struct Field {
     const char* marker = nullptr; ///< of a subclass
     const Guard* guard = nullptr; ///< null: the field always counts
     constexpr bool isPoint() const {
-        return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal;
+        return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal ||
+               role == Role::vector;
     }
+    /// False for marks between the fields.
+    constexpr bool hasValue() const { return role != Role::subclass && role != Role::vertices; }
 };
 
 /// One group of a field: its code, and where its value is.
@@ -55,13 +65,14 @@ struct Slot {
     double fallback;
 };
 
-/// Vertices in one object: groups `code` (starts one), `code` + 10, and the bulge.
+/// Vertices in one object: groups 10 (starts one), 20, the bulge 42, and the widths 40 and 41, which most
+/// polylines leave out; their number in group 90.
 struct VertexGroups {
-    std::int16_t code;
-    std::int16_t bulgeCode;
-    std::uint16_t offset;          ///< of the std::vector<AcDbPolyline::Vertex>
-    std::uint16_t elevationOffset; ///< of the plane's height, a double
-    bool holds(int group) const;
+    std::uint16_t offset;       ///< of the std::vector<AcDbPolyline::Vertex>
+    std::uint16_t widthsOffset; ///< of the std::vector<AcDbPolyline::Widths>, which may be the shorter one
+    static bool holds(int group) {
+        return group == 10 || group == 20 || group == 42 || group == 40 || group == 41;
+    }
 };
 
 /// A point among the fields, as motions see it.
@@ -78,7 +89,7 @@ struct FieldTable {
     /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if
     /// any.
     FieldTable(std::size_t plainSize, std::vector<Field> fields, const VertexGroups* vertexGroups = nullptr);
-    /// The same, with the fields of EntityProperties before the others: the struct begins with one.
+    /// The same, with the fields of EntityProperties among the others: the struct begins with one.
     static FieldTable ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
                                const VertexGroups* vertexGroups = nullptr);
 
@@ -87,16 +98,17 @@ struct FieldTable {
     }
 
     /// False for classes that are only kept.
-    bool isMovable() const { return !points.empty() || vertices; }
+    bool isMovable() const { return !points.empty() || !untranslated.empty() || vertices; }
 
     std::size_t plainSize;
     std::vector<Field> fields;
     std::vector<Slot> slots;
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
-    std::vector<PointField> points; ///< those of `fields` that move and turn
-    std::vector<Field> turning;     ///< those that only turn
-    const Field* normal = nullptr;  ///< one of the latter
+    std::vector<PointField> points;   ///< those of `fields` that every motion reaches
+    std::vector<Field> untranslated;  ///< those that a translation leaves alone: they turn or scale
+    const Field* normal = nullptr;    ///< one of the latter
+    const Field* elevation = nullptr; ///< the one that lifts the plane
 };
 
 /// The member of type T at that offset.
@@ -144,6 +156,9 @@ struct ReadFields {
 /// Reads the fields of a record's bytes into `base`. Extended data, application groups and embedded objects
 /// are passed over.
 ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base);
+
+/// An integer as a field holds it, without what stands behind the point; empty for what is none or too large.
+std::optional<Adesk::Int32> toInteger(std::string_view text);
 
 /// Points in the extended data of a record's bytes; null when there are none.
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);

@@ -78,7 +78,9 @@ std::vector<Record*> History::changedBy(std::span<const Step> steps) {
     std::unordered_set<const Record*> seen;
     for (const Step& step : steps)
         forEach(step, false, [&](const Entry& entry) {
-            if (seen.insert(entry.record).second) records.push_back(entry.record);
+            Record* record = entry.record;
+            if (record->kind == Kind::vertex && record->owner) record = record->owner;
+            if (seen.insert(record).second) records.push_back(record);
         });
     return records;
 }

@@ -28,8 +28,8 @@ enum class Kind : std::uint8_t {
     layer,
     dictionary,
     group,
-    vertex, // parts of entities
-    sequenceEnd,
+    sequenceEnd, // parts of entities
+    vertex,
     attribute,
     line, // main entities
     point,
@@ -48,7 +48,7 @@ enum class Kind : std::uint8_t {
 /// Entities of their own: not vertices, attributes or structure.
 constexpr bool isMainEntity(Kind kind) { return kind >= Kind::line && kind <= Kind::otherEntity; }
 /// Kinds whose live object is an AcDbEntity.
-constexpr bool isEntity(Kind kind) { return kind >= Kind::attribute && kind <= Kind::otherEntity; }
+constexpr bool isEntity(Kind kind) { return kind >= Kind::vertex && kind <= Kind::otherEntity; }
 
 /// 40 bytes, since there are millions of them.
 struct Record {

@@ -27,9 +27,9 @@ const FieldTable& AcDbBlockReference::table() {
                                                {Role::subclass, 100, 0, 0, "AcDbBlockReference"},
                                                {Role::text, 2, offsetof(Data, name)},
                                                {Role::ocsPoint, 10, offsetof(Data, position)},
-                                               {Role::plain, 41, offsetof(Data, xScale), 1},
-                                               {Role::plain, 42, offsetof(Data, yScale), 1},
-                                               {Role::plain, 43, offsetof(Data, zScale), 1},
+                                               {Role::length, 41, offsetof(Data, xScale), 1},
+                                               {Role::length, 42, offsetof(Data, yScale), 1},
+                                               {Role::height, 43, offsetof(Data, zScale), 1},
                                                {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
                                                {Role::integer, 70, offsetof(Data, columns), 1},
                                                {Role::integer, 71, offsetof(Data, rows), 1},
@@ -89,13 +89,9 @@ void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
 
 Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
     if (!isMeasurable()) return Acad::eNotApplicable;
-    const Acad::ErrorStatus status = AcDbEntity::transformBy(matrix);
-    const Record* self = objectId().record();
-    if (status != Acad::eOk || !self) return status;
-    Drawing* drawing = RecordChain::drawingOf(self);
-    drawing->forEachOwned(self, [&](Record* attribute) {
-        AcDbEntity* entity = drawing->liveEntity(attribute);
-        if (entity) entity->moveFields(matrix);
-    });
-    return status;
+    return AcDbEntity::transformBy(matrix);
+}
+
+AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
+    return new AcDbObjectIterator{objectId().record()};
 }

@@ -52,7 +52,7 @@ constexpr std::array classes{
     ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
     ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
     ClassEntry{"TEXT", Kind::text, make<AcDbText>},
-    ClassEntry{"VERTEX", Kind::vertex, make<KeptObject>},
+    ClassEntry{"VERTEX", Kind::vertex, make<AcDbEntity>},
 };
 static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
 
@@ -63,12 +63,27 @@ std::string_view firstValue(std::string_view bytes, int code) {
     return {};
 }
 
-std::unique_ptr<AcDbObject> newPolyline(std::string_view bytes) {
+enum class PolylineClass { flat, spatial, mesh };
+
+PolylineClass polylineClassOf(std::string_view header) {
     constexpr int isIn3d = 8, isMesh = 16 | 64;
-    const double value = dxf::toReal(firstValue(bytes, 70)).value_or(0);
+    const double value = dxf::toReal(firstValue(header, 70)).value_or(0);
     const int flags = value >= 0 && value < 1024 ? static_cast<int>(value) : 0;
-    if (flags & isMesh) return make<AcDbEntity>();
-    return flags & isIn3d ? make<AcDb3dPolyline>() : make<AcDb2dPolyline>();
+    if (flags & isMesh) return PolylineClass::mesh;
+    return flags & isIn3d ? PolylineClass::spatial : PolylineClass::flat;
+}
+
+/// Meshes are only kept, and so are vertices that stand alone.
+template <class Flat, class Spatial> std::unique_ptr<AcDbObject> newInPolyline(std::string_view header) {
+    if (header.empty()) return make<AcDbEntity>();
+    switch (polylineClassOf(header)) {
+    case PolylineClass::flat:
+        return make<Flat>();
+    case PolylineClass::spatial:
+        return make<Spatial>();
+    default:
+        return make<AcDbEntity>();
+    }
 }
 
 } // namespace
@@ -79,9 +94,10 @@ Kind kindOf(std::string_view name, bool amongEntities) {
     return amongEntities ? Kind::otherEntity : Kind::otherObject;
 }
 
-std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes) {
+std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::string_view headerBytes) {
     if (kind == Kind::otherEntity) return make<AcDbEntity>();
-    if (kind == Kind::polyline) return newPolyline(bytes);
+    if (kind == Kind::polyline) return newInPolyline<AcDb2dPolyline, AcDb3dPolyline>(bytes);
+    if (kind == Kind::vertex) return newInPolyline<AcDb2dVertex, AcDb3dPolylineVertex>(headerBytes);
     if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();

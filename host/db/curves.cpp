@@ -3,8 +3,7 @@
 #include "dbents.h"
 #include "dbpl.h"
 #include "ge/OcsFrame.h"
-#include "shape/Sink.h"
-#include "shape/arcs.h"
+#include "shape/PolylinePen.h"
 
 #include <cmath>
 #include <numbers>
@@ -28,7 +27,17 @@ double inOneTurn(double radians) {
     return rest < 0 ? rest + 2 * std::numbers::pi : rest;
 }
 
+/// The point at the angle, of a circle or an arc.
+template <class Data> AcGePoint3d onCircle(const Data& data, double degrees) {
+    const double angle = degrees * degree;
+    const AcGeVector3d arm{std::cos(angle) * data.radius, std::sin(angle) * data.radius, 0};
+    return OcsFrame{data.normal}.toWorld(data.centre + arm);
+}
+
 } // namespace
+
+Acad::ErrorStatus AcDbCurve::getStartPoint(AcGePoint3d&) const { return Acad::eNotApplicable; }
+Acad::ErrorStatus AcDbCurve::getEndPoint(AcGePoint3d&) const { return Acad::eNotApplicable; }
 
 // ---- line and point
 
@@ -49,6 +58,16 @@ const FieldTable& AcDbLine::table() {
 }
 
 void AcDbLine::shape(qx::shape::Sink& sink) const { sink.segment({data_.start, data_.end, true, true}); }
+
+Acad::ErrorStatus AcDbLine::getStartPoint(AcGePoint3d& point) const {
+    point = data_.start;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLine::getEndPoint(AcGePoint3d& point) const {
+    point = data_.end;
+    return Acad::eOk;
+}
 
 const FieldTable& AcDbPoint::table() {
     static const FieldTable fields =
@@ -76,7 +95,7 @@ const FieldTable& AcDbCircle::table() {
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                            });
     return fields;
@@ -88,6 +107,13 @@ void AcDbCircle::shape(qx::shape::Sink& sink) const {
     const OcsFrame frame{data_.normal};
     sink.arc(qx::shape::fullCircle(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius));
 }
+
+Acad::ErrorStatus AcDbCircle::getStartPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, 0);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbCircle::getEndPoint(AcGePoint3d& point) const { return getStartPoint(point); }
 
 AcDbArc::AcDbArc(const AcGePoint3d& centre, double radius, double startAngle, double endAngle)
     : AcDbArc{centre, AcGeVector3d::kZAxis, radius, startAngle, endAngle} {}
@@ -106,7 +132,7 @@ const FieldTable& AcDbArc::table() {
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
-                                               {Role::plain, 40, offsetof(Data, radius)},
+                                               {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                                {Role::subclass, 100, 0, 0, "AcDbArc"},
                                                {Role::angleDegrees, 50, offsetof(Data, startDegrees)},
@@ -122,23 +148,37 @@ double AcDbArc::endAngle() const { return inOneTurn(data_.endDegrees * degree); 
 void AcDbArc::shape(qx::shape::Sink& sink) const {
     const OcsFrame frame{data_.normal};
     const double start = data_.startDegrees * degree;
-    sink.arc(qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
-                                  qx::shape::sweepBetween(start, data_.endDegrees * degree)));
+    auto arc = qx::shape::circleArc(frame.toWorld(data_.centre), frame.x, frame.y, data_.radius, start,
+                                    qx::shape::sweepBetween(start, data_.endDegrees * degree));
+    arc.extends = true;
+    sink.arc(arc);
+}
+
+Acad::ErrorStatus AcDbArc::getStartPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, data_.startDegrees);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbArc::getEndPoint(AcGePoint3d& point) const {
+    point = onCircle(data_, data_.endDegrees);
+    return Acad::eOk;
 }
 
 // ---- lightweight polyline
 
 const FieldTable& AcDbPolyline::table() {
-    static const qx::db::VertexGroups vertexGroups{10, 42, offsetof(Data, vertices),
-                                                   offsetof(Data, elevation)};
-    static const FieldTable fields = FieldTable::ofEntity(offsetof(Data, vertices),
-                                                          {
-                                                              {Role::subclass, 100, 0, 0, "AcDbPolyline"},
-                                                              {Role::integer, 70, offsetof(Data, flags)},
-                                                              {Role::plain, 38, offsetof(Data, elevation)},
-                                                              {Role::normal, 210, offsetof(Data, normal)},
-                                                          },
-                                                          &vertexGroups);
+    static const qx::db::VertexGroups vertexGroups{offsetof(Data, vertices), offsetof(Data, widths)};
+    static const FieldTable fields =
+        FieldTable::ofEntity(offsetof(Data, vertices),
+                             {
+                                 {Role::subclass, 100, 0, 0, "AcDbPolyline"},
+                                 {Role::integer, 70, offsetof(Data, flags)},
+                                 {Role::length, 43, offsetof(Data, constantWidth)},
+                                 {Role::elevation, 38, offsetof(Data, elevation)},
+                                 {Role::vertices, 10, 0},
+                                 {Role::normal, 210, offsetof(Data, normal)},
+                             },
+                             &vertexGroups);
     return fields;
 }
 
@@ -163,25 +203,103 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
     return Acad::eOk;
 }
 
-// Only the ends of an open polyline may be extended, and only where they are straight.
-void AcDbPolyline::shape(qx::shape::Sink& sink) const {
-    const auto& vertices = data_.vertices;
-    const OcsFrame frame{data_.normal};
-    const auto pointOf = [&](const Vertex& v) {
-        return frame.toWorld(AcGePoint3d{v.x, v.y, data_.elevation});
-    };
-    if (vertices.empty()) return;
-    if (vertices.size() == 1) return sink.segment({pointOf(vertices[0]), pointOf(vertices[0])});
+Acad::ErrorStatus AcDbPolyline::getWidthsAt(unsigned index, double& startWidth, double& endWidth) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    const bool hasOwn = index < data_.widths.size();
+    startWidth = hasOwn ? data_.widths[index].start : data_.constantWidth;
+    endWidth = hasOwn ? data_.widths[index].end : data_.constantWidth;
+    return Acad::eOk;
+}
 
-    const bool closed = isClosed();
-    const std::size_t segments = closed ? vertices.size() : vertices.size() - 1;
-    AcGePoint3d start = pointOf(vertices[0]);
-    for (std::size_t i = 0; i < segments; ++i) {
-        const AcGePoint3d end = pointOf(vertices[i + 1 < vertices.size() ? i + 1 : 0]);
-        if (qx::shape::isStraight(vertices[i].bulge))
-            sink.segment({start, end, !closed && i == 0, !closed && i + 1 == segments});
-        else
-            sink.arc(qx::shape::arcFromBulge(start, end, vertices[i].bulge, frame.z));
-        start = end;
+// ---- segments of lightweight polylines
+
+AcDbPolyline::SegType AcDbPolyline::segType(unsigned index) const {
+    if (index >= numVerts()) return kEmpty;
+    if (numVerts() == 1 || (index + 1 == numVerts() && !isClosed())) return kPoint;
+    if (pointAt(index).isEqualTo(pointAt(following(index)))) return kCoincident;
+    return qx::shape::isStraight(data_.vertices[index].bulge) ? kLine : kArc;
+}
+
+Acad::ErrorStatus AcDbPolyline::expect(SegType type, unsigned index) const {
+    if (index >= numVerts()) return Acad::eInvalidIndex;
+    return segType(index) == type ? Acad::eOk : Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbPolyline::getLineSegAt(unsigned index, AcGeLineSeg3d& segment) const {
+    const Acad::ErrorStatus status = expect(kLine, index);
+    if (status != Acad::eOk) return status;
+    AcGePoint3d start, end;
+    getPointAt(index, start);
+    getPointAt(following(index), end);
+    segment.set(start, end);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getLineSegAt(unsigned index, AcGeLineSeg2d& segment) const {
+    const Acad::ErrorStatus status = expect(kLine, index);
+    if (status == Acad::eOk) segment.set(pointAt(index), pointAt(following(index)));
+    return status;
+}
+
+Acad::ErrorStatus AcDbPolyline::getArcSegAt(unsigned index, AcGeCircArc3d& arc) const {
+    const Acad::ErrorStatus status = expect(kArc, index);
+    if (status != Acad::eOk) return status;
+    const AcGeVector3d up = OcsFrame{data_.normal}.z;
+    const double bulge = data_.vertices[index].bulge;
+    AcGePoint3d start, end;
+    getPointAt(index, start);
+    getPointAt(following(index), end);
+    const qx::shape::EllipticArc drawn = qx::shape::arcFromBulge(start, end, bulge, up);
+    arc = AcGeCircArc3d{drawn.centre, bulge < 0 ? -up : up, drawn.u, drawn.u.length(), 0, drawn.sweep};
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbPolyline::getArcSegAt(unsigned index, AcGeCircArc2d& arc) const {
+    const Acad::ErrorStatus status = expect(kArc, index);
+    if (status != Acad::eOk) return status;
+    const double bulge = data_.vertices[index].bulge;
+    const AcGePoint2d start = pointAt(index), end = pointAt(following(index));
+    const qx::shape::EllipticArc drawn =
+        qx::shape::arcFromBulge({start.x, start.y, 0}, {end.x, end.y, 0}, bulge, AcGeVector3d::kZAxis);
+    arc = AcGeCircArc2d{{drawn.centre.x, drawn.centre.y}, drawn.u.length(), 0, drawn.sweep,
+                        {drawn.u.x, drawn.u.y},           bulge < 0};
+    return Acad::eOk;
+}
+
+// ---- changes of lightweight polylines
+
+Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& point, double bulge,
+                                            double startWidth, double endWidth) {
+    if (!objectId().isNull()) return Acad::eNotApplicable;
+    if (index > numVerts()) return Acad::eInvalidIndex;
+    if (startWidth != 0 || endWidth != 0 || !data_.widths.empty()) {
+        data_.widths.resize(data_.vertices.size());
+        data_.widths.insert(data_.widths.begin() + index, Widths{startWidth, endWidth});
     }
+    data_.vertices.insert(data_.vertices.begin() + index, Vertex{point.x, point.y, bulge});
+    return Acad::eOk;
+}
+
+void AcDbPolyline::setClosed(Adesk::Boolean closed) {
+    assertWriteEnabled();
+    touch(8);
+    data_.flags = closed ? data_.flags | 1 : data_.flags & ~1;
+    forgetBox();
+}
+
+void AcDbPolyline::shape(qx::shape::Sink& sink) const {
+    const OcsFrame frame{data_.normal};
+    qx::shape::PolylinePen pen{sink, frame.z, isClosed()};
+    for (const Vertex& each : data_.vertices)
+        pen.vertex(frame.toWorld(AcGePoint3d{each.x, each.y, data_.elevation}), each.bulge);
+    pen.finish();
+}
+
+Acad::ErrorStatus AcDbPolyline::getStartPoint(AcGePoint3d& point) const {
+    return numVerts() ? getPointAt(0, point) : Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbPolyline::getEndPoint(AcGePoint3d& point) const {
+    if (numVerts() == 0) return Acad::eNotApplicable;
+    return getPointAt(isClosed() ? 0 : numVerts() - 1, point);
 }

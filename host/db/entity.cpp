@@ -6,6 +6,7 @@
 #include "dbents.h"
 #include "dbmtext.h"
 #include "shape/ExtentsSink.h"
+#include "shape/IntersectionSink.h"
 
 #include <cmath>
 
@@ -19,8 +20,6 @@ using qx::db::Role;
 
 ACRX_DEFINE_MEMBERS(AcDbEntity, AcDbObject, nullptr)
 ACRX_DEFINE_MEMBERS(AcDbCurve, AcDbEntity, nullptr)
-ACRX_DEFINE_MEMBERS(AcDb2dPolyline, AcDbCurve, L"POLYLINE")
-ACRX_DEFINE_MEMBERS(AcDb3dPolyline, AcDbCurve, L"POLYLINE")
 ACRX_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
 ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, L"MTEXT")
 
@@ -71,7 +70,37 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
     if (!record->has(qx::db::Record::openForWrite)) assertWriteEnabled();
     const Drawing& drawing = *RecordChain::drawingOf(record);
     const Acad::ErrorStatus fault = drawing.faultAt(Drawing::Action::transform, record);
-    return drawing.noted(record, fault == Acad::eOk ? moveFields(matrix) : fault);
+    if (fault != Acad::eOk) return drawing.noted(record, fault);
+    return drawing.noted(record,
+                         Drawing::hasParts(record) ? moveWithParts(drawing, matrix) : moveFields(matrix));
+}
+
+// The entity itself comes last: its parts may lie in its plane.
+Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
+    const qx::db::Record* record = objectId().record();
+    Acad::ErrorStatus status = canMoveFields(matrix);
+    drawing.forEachOwned(record, [&](qx::db::Record* each) {
+        if (status != Acad::eOk) return;
+        AcDbEntity* part = drawing.liveEntity(each);
+        if (each->kind == qx::db::Kind::vertex && each->has(qx::db::Record::openForWrite))
+            status = Acad::eSubentitiesStillOpen;
+        else
+            status = part ? part->canMoveFields(matrix) : Acad::eNotApplicable;
+    });
+    if (status != Acad::eOk) return status;
+    drawing.forEachOwned(record, [&](qx::db::Record* each) { drawing.liveEntity(each)->moveFields(matrix); });
+    return moveFields(matrix);
+}
+
+Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix) {
+    const qx::db::Fields all = fields();
+    if (!all.table->isMovable()) return Acad::eNotApplicable;
+    const bool isShift = qx::db::isTranslation(matrix);
+    const double scale = isShift ? 1 : qx::db::scaleOf(matrix);
+    if (scale == 0) return Acad::eCannotScaleNonUniformly;
+    const bool isSafe = isShift ? qx::db::Shift{matrix.translation(), all}.isSafe()
+                                : qx::db::Motion{matrix, scale, all}.isSafe();
+    return isSafe ? Acad::eOk : Acad::eInvalidInput;
 }
 
 // Nothing is logged or marked as changed before it is sure that the motion will be done.
@@ -87,14 +116,25 @@ Acad::ErrorStatus AcDbEntity::moveFields(const AcGeMatrix3d& matrix) {
         box_.shift(matrix.translation());
         return Acad::eOk;
     }
-    if (!qx::db::isMotion(matrix)) return Acad::eCannotScaleNonUniformly;
-    const qx::db::Motion motion{matrix, all};
+    const double scale = qx::db::scaleOf(matrix);
+    if (scale == 0) return Acad::eCannotScaleNonUniformly;
+    const qx::db::Motion motion{matrix, scale, all};
     if (!motion.isSafe()) return Acad::eInvalidInput;
     if (record) RecordChain::drawingOf(record)->aboutToChange(record);
     touch(15);
     motion.apply();
     forgetBox();
     return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const {
+    copy = nullptr;
+    assertReadEnabled();
+    std::unique_ptr<AcDbEntity> moved = copied();
+    if (!moved) return Acad::eNotApplicable;
+    const Acad::ErrorStatus status = moved->transformBy(matrix);
+    if (status == Acad::eOk) copy = moved.release();
+    return status;
 }
 
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
@@ -111,5 +151,30 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
         boxVersion_ = version;
     }
     extents = box_;
+    return Acad::eOk;
+}
+
+// The walk goes over the operand that may have many primitives; the other one has a single one and is held.
+Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity* ent, AcDb::Intersect intType,
+                                            AcGePoint3dArray& points, Adesk::GsMarker,
+                                            Adesk::GsMarker) const {
+    using namespace qx::shape;
+    if (!ent) return Acad::eInvalidInput;
+    assertReadEnabled();
+    ent->assertReadEnabled();
+    if (!isMeasurable() || !ent->isMeasurable()) return Acad::eNotApplicable;
+    if (!isSimpleCurve() && !ent->isSimpleCurve()) return Acad::eNotImplementedYet;
+    const auto extentOf = [&](AcDb::Intersect bit) {
+        return intType & bit ? Extent::extended : Extent::asDrawn;
+    };
+    const Extent here = extentOf(AcDb::kExtendThis), there = extentOf(AcDb::kExtendArg);
+    OnlyPrimitive held;
+    (isSimpleCurve() ? this : ent)->shape(held);
+    held.operand.extent = isSimpleCurve() ? here : there;
+    IntersectionSink sink{held.operand, isSimpleCurve() ? there : here,
+                          isSimpleCurve() ? IntersectionSink::Order::alongCurve
+                                          : IntersectionSink::Order::asSeen};
+    (isSimpleCurve() ? ent : this)->shape(sink);
+    sink.appendTo(points);
     return Acad::eOk;
 }

@@ -13,19 +13,21 @@ struct Stretch {
     std::size_t size;
 };
 
+template <class T> Stretch stretchOf(std::vector<T>& values) {
+    return {reinterpret_cast<std::byte*>(values.data()), values.size() * sizeof(T)};
+}
+
 /// Calls `visit` for each stretch of memory that the object's state consists of, always in the same order.
 /// None of them changes its size while the object lives.
 template <class Visit> void forEachStretch(AcDbObject& object, Visit&& visit) {
-    const auto [table, base, xdata] = object.fields();
+    const auto [table, base, xdata, normal] = object.fields();
     if (!table) return;
     visit(Stretch{static_cast<std::byte*>(base), table->plainSize});
     if (table->vertices) {
-        auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base, table->vertices->offset);
-        visit(Stretch{reinterpret_cast<std::byte*>(vertices.data()), vertices.size() * sizeof vertices[0]});
+        visit(stretchOf(memberAt<std::vector<AcDbPolyline::Vertex>>(base, table->vertices->offset)));
+        visit(stretchOf(memberAt<std::vector<AcDbPolyline::Widths>>(base, table->vertices->widthsOffset)));
     }
-    if (xdata)
-        visit(Stretch{reinterpret_cast<std::byte*>(xdata->points.data()),
-                      xdata->points.size() * sizeof(XDataPoint)});
+    if (xdata) visit(stretchOf(xdata->points));
 }
 
 } // namespace

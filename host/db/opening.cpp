@@ -3,8 +3,10 @@
 
 namespace qx::db {
 
+// Vertices count as on the layer of their polyline, whatever the file says.
 bool Drawing::isOnLockedLayer(Record* record) const {
-    const AcDbEntity* entity = liveEntity(record);
+    const bool isVertex = record->kind == Kind::vertex && record->owner;
+    const AcDbEntity* entity = liveEntity(isVertex ? record->owner : record);
     return entity && entity->layerState().locked;
 }
 
@@ -75,8 +77,13 @@ Acad::ErrorStatus Drawing::tryUpgrade(Record* record) {
 
 Acad::ErrorStatus Drawing::erase(Record* record, bool erasing) {
     if (erasing && record->has(Record::erased)) return Acad::eWasErased;
-    aboutToChange(record);
-    record->set(Record::erased, erasing);
+    const auto change = [&](Record* each) {
+        if (each->has(Record::erased) == erasing) return;
+        aboutToChange(each);
+        each->set(Record::erased, erasing);
+    };
+    change(record);
+    if (hasParts(record)) forEachOwned(record, change);
     return Acad::eOk;
 }
 

@@ -12,6 +12,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 
 namespace qx::db {
 
@@ -30,7 +31,7 @@ std::string tagString(int code, std::string_view value, std::string_view lineEnd
 }
 
 int slotsOf(const Field& field) {
-    if (field.role == Role::subclass) return 0;
+    if (!field.hasValue()) return 0;
     return field.isPoint() ? 3 : 1;
 }
 
@@ -45,6 +46,14 @@ ShortText valueText(const Slot& slot, void* base) {
     char text[16];
     std::snprintf(text, sizeof text, "%6d", memberAt<Adesk::Int32>(base, slot.offset));
     return ShortText{text};
+}
+
+/// Where the tag ends that begins the fields of that subclass; empty when the file leaves it out.
+std::optional<const char*> behindMarker(std::string_view bytes, std::string_view marker) {
+    FieldTags tags{bytes};
+    for (dxf::Tag tag; tags.next(tag);)
+        if (tag.code == 100 && dxf::trimmed(tag.value) == marker) return tag.end;
+    return std::nullopt;
 }
 
 } // namespace
@@ -82,8 +91,10 @@ const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject
     std::fill_n(seenAt_.begin(), table_->slots.size(), nullptr);
     std::fill_n(patchOf_.begin(), table_->slots.size(), -1);
     vertex_ = 0;
+    isYMissing_ = false;
+    lastVertexTag_ = nullptr;
     compareFields(bytes);
-    insertMissing();
+    insertMissing(bytes);
     if (!isInOrder_) std::ranges::stable_sort(patches_, {}, &Patch::at);
     return patches_;
 }
@@ -98,8 +109,9 @@ void Patcher::compareFields(std::string_view bytes) {
         if (slot != FieldTable::noSlot)
             compareSlot(slot, tag.value, tag.end);
         else if (table_->vertices && table_->vertices->holds(tag.code))
-            compareVertex(tag.code, tag.value);
+            compareVertex(tag);
     }
+    finishVertex();
     if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
     if (!defaultAnchor_)
         defaultAnchor_ = tag.code >= 1000 || tag.code == 101 ? tag.begin : bytes.data() + bytes.size();
@@ -118,7 +130,7 @@ void Patcher::compareSlot(std::size_t index, std::string_view text, const char* 
     const std::size_t before = patches_.size();
     if (slot.form == Slot::Form::real)
         compareReal(text, memberAt<double>(base_, slot.offset));
-    else if (dxf::toReal(text) != static_cast<double>(memberAt<Adesk::Int32>(base_, slot.offset)))
+    else if (toInteger(text) != memberAt<Adesk::Int32>(base_, slot.offset))
         patch(text.data(), text.size(), valueText(slot, base_));
     if (patches_.size() > before) patchOf_[index] = static_cast<int>(before);
 }
@@ -127,14 +139,33 @@ void Patcher::compareReal(std::string_view text, double value) {
     if (dxf::toReal(text) != value) patch(text.data(), text.size(), realText(value));
 }
 
-void Patcher::compareVertex(int code, std::string_view text) {
+void Patcher::compareVertex(const dxf::Tag& tag) {
     const VertexGroups& groups = *table_->vertices;
     const auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base_, groups.offset);
-    if (code == groups.code) ++vertex_;
+    const auto& widths = memberAt<std::vector<AcDbPolyline::Widths>>(base_, groups.widthsOffset);
+    if (tag.code == 10) {
+        finishVertex();
+        ++vertex_;
+        isYMissing_ = true;
+    }
+    lastVertexTag_ = tag.end;
     if (vertex_ == 0 || vertex_ > vertices.size()) return;
     const AcDbPolyline::Vertex& vertex = vertices[vertex_ - 1];
-    if (code == groups.code && touched_ & 1) compareReal(text, vertex.x);
-    if (code == groups.code + 10 && touched_ & 2) compareReal(text, vertex.y);
+    if (tag.code == 10 && touched_ & 1) compareReal(tag.value, vertex.x);
+    if (tag.code == 10) afterX_ = tag.end;
+    if (tag.code == 20) isYMissing_ = false;
+    if (tag.code == 20 && touched_ & 2) compareReal(tag.value, vertex.y);
+    if (vertex_ > widths.size() || !(touched_ & 8)) return;
+    if (tag.code == 40) compareReal(tag.value, widths[vertex_ - 1].start);
+    if (tag.code == 41) compareReal(tag.value, widths[vertex_ - 1].end);
+}
+
+void Patcher::finishVertex() {
+    if (!isYMissing_) return;
+    isYMissing_ = false;
+    const double y =
+        memberAt<std::vector<AcDbPolyline::Vertex>>(base_, table_->vertices->offset)[vertex_ - 1].y;
+    if (y != 0) patch(afterX_, 0, tagText(20, realText(y).view(), lineEnd_));
 }
 
 // The points come in the order in which they were read.
@@ -160,8 +191,8 @@ bool Patcher::isAnyMissing() const {
     return false;
 }
 
-// A missing group goes behind the last one before it in the table that the file has.
-void Patcher::insertMissing() {
+// A missing group goes behind the last one before it in the table that the file has, markers included.
+void Patcher::insertMissing(std::string_view bytes) {
     if (!isAnyMissing()) return;
     const char* anchor = defaultAnchor_;
     std::size_t slot = 0;
@@ -169,6 +200,8 @@ void Patcher::insertMissing() {
         const auto count = static_cast<std::size_t>(slotsOf(field));
         for (std::size_t i = slot; i < slot + count; ++i)
             if (seenAt_[i]) anchor = seenAt_[i];
+        if (field.role == Role::vertices && lastVertexTag_) anchor = lastVertexTag_;
+        if (field.role == Role::subclass) anchor = behindMarker(bytes, field.marker).value_or(anchor);
         insertMissing(field, slot, anchor);
         slot += count;
     }
@@ -186,6 +219,27 @@ void Patcher::insertMissing(const Field& field, std::size_t firstSlot, const cha
         if (!seenAt_[i]) patch(anchor, 0, tagText(slot.code, valueText(slot, base_).view(), lineEnd_));
     }
 }
+
+namespace {
+
+std::string vertexText(const VertexGroups& groups, void* base, std::string_view lineEnd) {
+    const auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base, groups.offset);
+    const auto& widths = memberAt<std::vector<AcDbPolyline::Widths>>(base, groups.widthsOffset);
+    std::string bytes = tagString(90, std::to_string(vertices.size()), lineEnd);
+    const auto add = [&](int code, double value) {
+        bytes += tagString(code, realText(value).view(), lineEnd);
+    };
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        add(10, vertices[i].x);
+        add(20, vertices[i].y);
+        if (i < widths.size()) add(40, widths[i].start);
+        if (i < widths.size()) add(41, widths[i].end);
+        if (vertices[i].bulge != 0) add(42, vertices[i].bulge);
+    }
+    return bytes;
+}
+
+} // namespace
 
 std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd) {
     char handle[20];
@@ -207,7 +261,9 @@ std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std
     for (const Field& field : table.fields) {
         if (field.role == Role::subclass) bytes += tagString(100, field.marker, lineEnd);
         const auto count = static_cast<std::size_t>(slotsOf(field));
-        const bool isOptional = field.role == Role::integer || field.role == Role::normal;
+        if (field.role == Role::vertices) bytes += vertexText(*table.vertices, base, lineEnd);
+        const bool isOptional = field.role == Role::integer || field.role == Role::normal ||
+                                field.offset < sizeof(EntityProperties);
         bool isWritten = !isOptional;
         for (std::size_t i = slot; i < slot + count; ++i)
             isWritten = isWritten || differsFromFallback(table.slots[i], base);

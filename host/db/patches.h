@@ -4,6 +4,7 @@
 
 #include "db/Record.h"
 #include "dbmain.h"
+#include "dxf/Tag.h"
 
 #include <array>
 #include <cstdint>
@@ -54,9 +55,10 @@ public:
 private:
     void compareFields(std::string_view bytes);
     void compareSlot(std::size_t index, std::string_view text, const char* end);
-    void compareVertex(int code, std::string_view text);
+    void compareVertex(const dxf::Tag& tag);
+    void finishVertex();
     bool isAnyMissing() const;
-    void insertMissing();
+    void insertMissing(std::string_view bytes);
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
     void compareXData(const char* begin, const char* end);
     void compareReal(std::string_view text, double value);
@@ -69,9 +71,12 @@ private:
     const FieldTable* table_ = nullptr;
     void* base_ = nullptr;
     const XDataPoints* xdata_ = nullptr;
-    std::array<const char*, 64> seenAt_; ///< per slot, one past its tag; null: not in the file
-    std::array<int, 64> patchOf_;        ///< per slot, the patch that replaces its value; -1: none
-    std::size_t vertex_ = 0;             ///< 1-based, of the vertex being compared
+    std::array<const char*, 64> seenAt_;  ///< per slot, one past its tag; null: not in the file
+    std::array<int, 64> patchOf_;         ///< per slot, the patch that replaces its value; -1: none
+    std::size_t vertex_ = 0;              ///< 1-based, of the vertex being compared
+    const char* afterX_ = nullptr;        ///< behind its group 10
+    bool isYMissing_ = false;             ///< so far
+    const char* lastVertexTag_ = nullptr; ///< behind it; null: the file has no vertices
     const char* defaultAnchor_ = nullptr;
 };
 

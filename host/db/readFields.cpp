@@ -13,15 +13,21 @@ void addSlots(const Field& field, std::vector<Slot>& slots) {
         slots.push_back({static_cast<std::int16_t>(code), static_cast<std::uint16_t>(offset), form,
                          static_cast<std::uint8_t>(axes), field.fallback});
     };
-    if (field.role == Role::subclass) return;
+    if (!field.hasValue()) return;
     if (field.role == Role::text) return add(field.code, field.offset, Form::text, 8);
     if (field.role == Role::integer) return add(field.code, field.offset, Form::integer, 8);
+    if (field.role == Role::elevation) return add(field.code, field.offset, Form::real, 4);
     if (!field.isPoint()) return add(field.code, field.offset, Form::real, 8);
-    const bool isDirection = field.role == Role::normal;
+    const bool isDirection = field.role == Role::normal || field.role == Role::vector;
     for (int i = 0; i < 3; ++i)
         add(field.code + 10 * i, field.offset + static_cast<std::size_t>(i) * sizeof(double), Form::real,
             isDirection ? 8 : 1 << i);
-    if (isDirection) slots.back().fallback = 1;
+    if (field.role == Role::normal) slots.back().fallback = 1;
+}
+
+bool isUntranslated(Role role) {
+    return role == Role::normal || role == Role::vector || role == Role::angleDegrees ||
+           role == Role::length || role == Role::height;
 }
 
 /// Reads one group into its slot; false when it should be a number and is none.
@@ -30,15 +36,14 @@ bool readSlot(const Slot& slot, std::string_view text, void* base) {
         memberAt<std::string_view>(base, slot.offset) = text;
         return true;
     }
+    if (slot.form == Slot::Form::integer) {
+        const auto value = toInteger(text);
+        if (value) memberAt<Adesk::Int32>(base, slot.offset) = *value;
+        return value.has_value();
+    }
     const auto value = dxf::toReal(text);
-    if (!value) return false;
-    if (slot.form == Slot::Form::real)
-        memberAt<double>(base, slot.offset) = *value;
-    else if (!(*value >= -2147483648.0 && *value <= 2147483647.0))
-        return false;
-    else
-        memberAt<Adesk::Int32>(base, slot.offset) = static_cast<Adesk::Int32>(*value);
-    return true;
+    if (value) memberAt<double>(base, slot.offset) = *value;
+    return value.has_value();
 }
 
 /// A vertex group: the first code starts a vertex, the others complete it. False for what is no number.
@@ -46,14 +51,19 @@ bool readVertexGroup(const VertexGroups& groups, const dxf::Tag& tag, void* base
     const auto value = dxf::toReal(tag.value);
     if (!value) return false;
     auto& vertices = memberAt<std::vector<AcDbPolyline::Vertex>>(base, groups.offset);
-    if (tag.code == groups.code)
+    auto& widths = memberAt<std::vector<AcDbPolyline::Widths>>(base, groups.widthsOffset);
+    if (tag.code == 10)
         vertices.push_back({*value, 0, 0});
     else if (vertices.empty())
         return true;
-    else if (tag.code == groups.code + 10)
+    else if (tag.code == 20)
         vertices.back().y = *value;
-    else
+    else if (tag.code == 42)
         vertices.back().bulge = *value;
+    else {
+        widths.resize(vertices.size());
+        (tag.code == 40 ? widths.back().start : widths.back().end) = *value;
+    }
     return true;
 }
 
@@ -65,7 +75,11 @@ FieldTable FieldTable::ofEntity(std::size_t plainSize, const std::vector<Field>&
         {Role::integer, 60, offsetof(EntityProperties, invisible)},
         {Role::integer, 62, offsetof(EntityProperties, colour), 256},
     };
-    all.insert(all.end(), fields.begin(), fields.end());
+    for (const Field& field : fields) {
+        all.push_back(field);
+        if (&field == fields.data() && field.role == Role::subclass)
+            all.push_back({Role::height, 39, offsetof(EntityProperties, thickness)});
+    }
     return {plainSize, std::move(all), vertexGroups};
 }
 
@@ -76,17 +90,12 @@ FieldTable::FieldTable(std::size_t plain, std::vector<Field> list, const VertexG
         addSlots(field, slots);
         if (field.role == Role::worldPoint || field.role == Role::ocsPoint)
             points.push_back({field.offset, field.role == Role::worldPoint, field.guard});
-        if (field.role == Role::angleDegrees || field.role == Role::normal) turning.push_back(field);
+        if (isUntranslated(field.role)) untranslated.push_back(field);
         if (field.role == Role::normal) normal = &field;
+        if (field.role == Role::elevation) elevation = &field;
     }
-    for (Slot& slot : slots)
-        if (vertices && slot.offset == vertices->elevationOffset) slot.axes = 4;
     for (std::size_t i = 0; i < slots.size(); ++i)
         slotByCode[static_cast<std::size_t>(slots[i].code)] = static_cast<std::uint8_t>(i);
-}
-
-bool VertexGroups::holds(int group) const {
-    return group == code || group == code + 10 || group == bulgeCode;
 }
 
 ReadFields readFields(std::string_view bytes, const FieldTable& table, void* base) {
@@ -108,6 +117,12 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
     }
     result.hasXData = tag.code >= 1000;
     return result;
+}
+
+std::optional<Adesk::Int32> toInteger(std::string_view text) {
+    const auto value = dxf::toReal(text);
+    if (!value || !(*value >= -2147483648.0 && *value <= 2147483647.0)) return std::nullopt;
+    return static_cast<Adesk::Int32>(*value);
 }
 
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes) {

@@ -42,7 +42,7 @@ template <class Data> std::vector<qx::db::Field> fieldsOfText() {
     return {
         {Role::subclass, 100, 0, 0, "AcDbText"},
         {Role::ocsPoint, 10, offsetof(Data, position)},
-        {Role::plain, 40, offsetof(Data, height)},
+        {Role::length, 40, offsetof(Data, height)},
         {Role::text, 1, offsetof(Data, text)},
         {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
         {Role::plain, 41, offsetof(Data, widthFactor), 1},
@@ -77,8 +77,8 @@ const FieldTable& AcDbAttribute::table() {
 }
 
 bool AcDbText::afterReading(const qx::db::Drawing& drawing) {
-    encoding_ = &drawing.encoding();
-    extent_ = qx::text::measure(qx::text::shownText(drawing.encoding().decode(data_.text)));
+    shown_.encoding = &drawing.encoding();
+    shown_.extent = qx::text::measure(qx::text::shownText(drawing.encoding().decode(data_.text)));
     return true;
 }
 
@@ -105,9 +105,9 @@ AcDbText::Placement AcDbText::placement() const {
     const AcGeVector3d span = data_.alignment - data_.position;
     double angle = data_.rotationDegrees * degree;
     double height = data_.height, width = data_.height * data_.widthFactor;
-    if (isBetweenPoints && extent_.advance > 0 && span.length() > 0) {
+    if (isBetweenPoints && shown_.extent.advance > 0 && span.length() > 0) {
         angle = std::atan2(span.y, span.x);
-        const double fitted = span.length() / extent_.advance;
+        const double fitted = span.length() / shown_.extent.advance;
         if (across == kTextAlign) height *= width != 0 ? fitted / width : 1;
         width = fitted;
     }
@@ -120,24 +120,24 @@ AcDbText::Placement AcDbText::placement() const {
     const double left = across == kTextCenter || across == kTextMid ? 0.5 : across == kTextRight ? 1.0 : 0.0;
     double rise = 0; // of the anchor above the baseline, in heights
     if (across == kTextMid)
-        rise = (extent_.inkBottom + extent_.inkTop) / 2;
+        rise = (shown_.extent.inkBottom + shown_.extent.inkTop) / 2;
     else if (down == kTextBottom)
-        rise = std::min(extent_.inkBottom, 0.0);
+        rise = std::min(shown_.extent.inkBottom, 0.0);
     else if (down == kTextVertMid)
         rise = 0.5;
     else if (down == kTextTop)
         rise = 1;
     const AcGeVector3d upright = AcGeVector3d{-s, c, 0} * (height * mirrorY);
-    result.origin = data_.alignment - result.along * (left * extent_.advance) - upright * rise;
+    result.origin = data_.alignment - result.along * (left * shown_.extent.advance) - upright * rise;
     return result;
 }
 
 void AcDbText::shape(qx::shape::Sink& sink) const {
-    if (extent_.blank) return;
+    if (shown_.extent.blank) return;
     const OcsFrame frame{data_.normal};
     const Placement place = placement();
-    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent_,
-               data_.text, encoding_});
+    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up),
+               shown_.extent, data_.text, shown_.encoding});
 }
 
 void AcDbAttribute::shape(qx::shape::Sink& sink) const {

@@ -17,6 +17,9 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
 
     AcGePoint3d startPoint() const { return data_.start; }
     AcGePoint3d endPoint() const { return data_.end; }
@@ -61,6 +64,10 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    bool isClosed() const override { return true; }
 
     AcGePoint3d center() const;
     double radius() const { return data_.radius; }
@@ -89,6 +96,9 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
+    bool isSimpleCurve() const override { return true; }
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
 
     AcGePoint3d center() const;
     double radius() const { return data_.radius; }
@@ -159,8 +169,11 @@ protected:
     struct Placement; ///< where the left end of the baseline is, and how the glyphs stand on it
     Placement placement() const;
     Data data_;
-    qx::text::TextExtent extent_;
-    const void* encoding_ = nullptr;
+    /// What was found out once about the text.
+    struct Shown {
+        qx::text::TextExtent extent;
+        const void* encoding = nullptr;
+    } shown_;
 };
 
 /// Text that belongs to a block reference.
@@ -170,6 +183,8 @@ public:
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
 };
+
+class AcDbObjectIterator;
 
 class QX_HOST_API AcDbBlockReference : public qx::db::Described<AcDbBlockReference, AcDbEntity> {
 public:
@@ -181,8 +196,9 @@ public:
     /// Not for arrays of insertions.
     bool isMeasurable() const override;
     bool afterReading(const qx::db::Drawing& drawing) override;
-    /// The attributes move along.
+    /// The attributes move along. eNotApplicable for arrays of insertions.
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+    std::unique_ptr<AcDbEntity> copied() const override { return nullptr; }
 
     AcGePoint3d position() const;
     /// About the normal, 0 to 2 pi.
@@ -192,6 +208,8 @@ public:
     AcGeMatrix3d blockTransform() const;
     /// Null when the drawing has no such block.
     AcDbObjectId blockTableRecord() const;
+    /// The caller deletes it.
+    AcDbObjectIterator* attributeIterator() const;
 
     struct Data {
         qx::db::EntityProperties entity;
@@ -208,12 +226,162 @@ private:
     qx::db::BlockDefinition* definition_ = nullptr;
 };
 
-/// Polylines whose vertices are objects of their own. They are carried along as they are.
-class QX_HOST_API AcDb2dPolyline : public AcDbCurve {
+/// Walks the parts of an entity in their order: vertices of a polyline, attributes of a block reference.
+/// Parts that are erased when the walk comes to them are passed over. The caller deletes it; the entity may
+/// be closed before.
+class QX_HOST_API AcDbObjectIterator {
+public:
+    explicit AcDbObjectIterator(const qx::db::Record* header);
+    bool done() const { return !part_; }
+    void step();
+    AcDbObjectId objectId() const { return AcDbObjectId{part_}; }
+
+private:
+    const qx::db::Record* header_;
+    qx::db::Record* part_;
+};
+
+/// A vertex is opened like any other object, under the lock of its polyline's layer. It moves with the
+/// polyline only: transformBy() answers eMustOpenThruOwner.
+class QX_HOST_API AcDbVertex : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbVertex)
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+};
+
+namespace AcDb {
+enum Vertex2dType { k2dVertex = 0, k2dSplineCtlVertex = 1, k2dSplineFitVertex = 2, k2dCurveFitVertex = 3 };
+enum Poly2dType { k2dSimplePoly = 0, k2dFitCurvePoly = 1, k2dQuadSplinePoly = 2, k2dCubicSplinePoly = 3 };
+enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };
+} // namespace AcDb
+
+class QX_HOST_API AcDb2dVertex : public qx::db::Described<AcDb2dVertex, AcDbVertex> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb2dVertex)
+    static const qx::db::FieldTable& table();
+    qx::db::Fields fields() override;
+
+    /// Object coordinates as the file has them; the height that counts is the polyline's.
+    AcGePoint3d position() const { return data_.position; }
+    /// As of AcDbPolyline::getBulgeAt().
+    double bulge() const { return data_.bulge; }
+    double startWidth() const { return data_.startWidth; }
+    double endWidth() const { return data_.endWidth; }
+    AcDb::Vertex2dType vertexType() const;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        AcGePoint3d position;
+        double startWidth = 0, endWidth = 0, bulge = 0, tangentDegrees = 0;
+        Adesk::Int32 flags = 0; ///< 1: added by fitting, 2: has a tangent, 8: on a spline, 16: controls one
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+class QX_HOST_API AcDb3dPolylineVertex : public qx::db::Described<AcDb3dPolylineVertex, AcDbVertex> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb3dPolylineVertex)
+    static const qx::db::FieldTable& table();
+
+    AcGePoint3d position() const { return data_.position; }
+    bool isControlVertex() const;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        AcGePoint3d position;
+        Adesk::Int32 flags = 0; ///< as of AcDb2dVertex
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+/// What polylines with vertices of their own have in common. transformBy() moves the vertices along, and
+/// answers eSubentitiesStillOpen while one of them is open for writing.
+class QX_HOST_API AcDbVertexPolyline : public AcDbCurve {
+public:
+    /// Of all vertices, those that only control a fitted curve included. The caller deletes it.
+    AcDbObjectIterator* vertexIterator() const;
+    bool isMeasurable() const override { return true; }
+    /// Not when one of the vertices can't be used.
+    bool afterReading(const qx::db::Drawing& drawing) override;
+
+protected:
+    template <class Vertex>
+    Acad::ErrorStatus openAs(Vertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode, bool openErased) const {
+        vertex = nullptr;
+        return isPart(id) ? acdbOpenObject(vertex, id, mode, openErased) : Acad::eInvalidInput;
+    }
+    bool isPart(AcDbObjectId id) const;
+};
+
+/// Straight and arc segments in one plane, as curve fitting and splines show them.
+class QX_HOST_API AcDb2dPolyline : public qx::db::Described<AcDb2dPolyline, AcDbVertexPolyline> {
 public:
     ACRX_DECLARE_MEMBERS(AcDb2dPolyline)
+    static const qx::db::FieldTable& table();
+    void shape(qx::shape::Sink& sink) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    bool isClosed() const override { return data_.flags & 1; }
+
+    AcDb::Poly2dType polyType() const;
+    double elevation() const { return data_.elevation; }
+    AcGeVector3d normal() const { return data_.normal; }
+    /// World coordinates.
+    AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
+    /// As acdbOpenObject(); eInvalidInput for an id that is no part of this polyline.
+    Acad::ErrorStatus openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
+                                 bool openErased = false) const {
+        return openAs(vertex, id, mode, openErased);
+    }
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        double x = 0, y = 0, elevation = 0; ///< the first two mean nothing
+        double startWidth = 0, endWidth = 0;
+        AcGeVector3d normal{0, 0, 1};
+        Adesk::Int32 flags = 0;     ///< 1: closed, 2: curve-fit, 4: spline
+        Adesk::Int32 curveType = 0; ///< 5: quadratic
+    };
+
+    /// Host side.
+    const Data& data() const { return data_; }
+
+private:
+    template <class, class> friend class qx::db::Described;
+    template <class Visit> void forEachShown(Visit&& visit) const;
+    Data data_;
 };
-class QX_HOST_API AcDb3dPolyline : public AcDbCurve {
+
+/// Straight segments anywhere in space.
+class QX_HOST_API AcDb3dPolyline : public qx::db::Described<AcDb3dPolyline, AcDbVertexPolyline> {
 public:
     ACRX_DECLARE_MEMBERS(AcDb3dPolyline)
+    static const qx::db::FieldTable& table();
+    void shape(qx::shape::Sink& sink) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    bool isClosed() const override { return data_.flags & 1; }
+
+    AcDb::Poly3dType polyType() const;
+    Acad::ErrorStatus openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
+                                 bool openErased = false) const {
+        return openAs(vertex, id, mode, openErased);
+    }
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        Adesk::Int32 flags = 0; ///< as of AcDb2dPolyline
+        Adesk::Int32 curveType = 0;
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    template <class Visit> void forEachShown(Visit&& visit) const;
+    Data data_;
 };

@@ -10,6 +10,7 @@
 #include "dbid.h"
 #include "gemat3d.h"
 #include "gepnt3d.h"
+#include "gept3dar.h"
 #include "gevec3d.h"
 #include "rxclass.h"
 
@@ -18,6 +19,7 @@
 class AcDbBlockTable;
 class AcDbObject;
 class AcDbDictionary;
+class AcDbEntity;
 class AcDbSymbolTable;
 namespace qx::db {
 struct BlockDefinition;
@@ -35,6 +37,7 @@ namespace qx::db {
 struct EntityProperties {
     Adesk::Int32 colour = 256;
     Adesk::Int32 invisible = 0;
+    double thickness = 0; ///< along the normal, of the classes that have a shape; not drawn
 };
 
 /// The part of an object that can change, as the store sees it.
@@ -42,6 +45,7 @@ struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
     XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
+    const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies; null: its own
 };
 
 /// What every class with data of its own answers to the store.
@@ -50,6 +54,13 @@ public:
     using Base::Base;
     Fields fields() override {
         return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()};
+    }
+    std::unique_ptr<AcDbEntity> copied() const override {
+        auto copy = std::make_unique<Self>();
+        const auto& self = static_cast<const Self&>(*this);
+        copy->data_ = self.data_;
+        if constexpr (requires { self.shown_; }) copy->shown_ = self.shown_;
+        return copy;
     }
 };
 } // namespace qx::db
@@ -141,30 +152,53 @@ public:
     AcDbObjectId layerId() const;
     /// 1 to 255, 0 by block, 256 by layer.
     Adesk::UInt16 colorIndex() const;
-    /// eBadColorIndex above 256. The classes here have no parts of their own to pass the colour on to.
+    /// eBadColorIndex above 256. The parts of an entity keep their colours.
     Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
 
     /// The entity under the matrix, in place. Nothing changes when the status is not eOk:
     /// eCannotScaleNonUniformly for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput
     /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
-    /// only kept.
+    /// only kept. Attributes and vertices move along, and the whole stays when one of them can't.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
+    /// A copy under the matrix that is in no drawing and belongs to the caller; this entity, which must be
+    /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for an
+    /// entity with parts that are objects of their own.
+    Acad::ErrorStatus getTransformedCopy(const AcGeMatrix3d& matrix, AcDbEntity*& copy) const;
     /// The tight box of what is drawn, in world coordinates. `extents` keeps its value when there is nothing
     /// to measure: eNullExtents for an entity that draws nothing, eNotApplicable for a class that is only
     /// kept.
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const;
+    /// Appends the points in which the two entities meet in space, in order along this one, each once.
+    /// Passing at no more than 1e-9 of the size of the coordinates counts as meeting; curves that lie upon
+    /// each other meet at the ends of the common part, and nowhere when it has none (two equal circles).
+    /// Extended, a line has no ends, an arc is its whole circle, an elliptic arc its whole ellipse, an open
+    /// polyline goes on straight where its first and last segment are straight; anything else, and what is
+    /// inside of a block, stays as it is. Text is the outline of its ink. Both must be open for reading,
+    /// unless they are in no drawing. The markers are not looked at.
+    ///
+    /// eOk and no points when they don't meet; eInvalidInput without an entity; eNotApplicable for a class
+    /// that is only kept; eNotImplementedYet when neither is a line, a circle or an arc.
+    Acad::ErrorStatus intersectWith(const AcDbEntity* ent, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                    Adesk::GsMarker thisGsMarker = 0,
+                                    Adesk::GsMarker otherGsMarker = 0) const;
 
     // Host side.
 
-    /// What transformBy() does, whether or not the entity is open: for the parts of an entity that move
-    /// along.
+    /// What transformBy() does with the entity's own data, whether or not it is open: for the parts of an
+    /// entity that move along. Before, what it will answer.
     Acad::ErrorStatus moveFields(const AcGeMatrix3d& matrix);
+    Acad::ErrorStatus canMoveFields(const AcGeMatrix3d& matrix);
     /// The box was measured once and moves along with translations; any other change makes it unknown.
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
+    /// The same entity in no drawing, without its extended data; null when that makes no sense.
+    virtual std::unique_ptr<AcDbEntity> copied() const { return nullptr; }
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
     virtual bool isMeasurable() const { return false; }
+    /// True when the shape always is one segment, or one arc of a circle: such a curve can be intersected
+    /// with anything.
+    virtual bool isSimpleCurve() const { return false; }
     bool isVisible() const;
     const qx::db::LayerState& layerState() const { return *layer_; }
 
@@ -178,6 +212,8 @@ protected:
     std::unique_ptr<qx::db::XDataPoints> xdata_;
 
 private:
+    Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+
     mutable AcDbExtents box_;
     mutable Adesk::UInt32 boxVersion_ = 0; ///< of the block definitions when it was measured; 0: unknown
     qx::db::EntityProperties kept_;        ///< of a class without data of its own

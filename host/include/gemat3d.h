@@ -5,6 +5,8 @@
 #include "gepnt3d.h"
 #include "gevec3d.h"
 
+class AcGeLine3d;
+
 class AcGeMatrix3d {
 public:
     static const AcGeMatrix3d kIdentity;
@@ -62,6 +64,8 @@ public:
     constexpr AcGeMatrix3d& setToScaling(double scale, const AcGePoint3d& center = AcGePoint3d::kOrigin) {
         return setCoordSystem({}, {scale, 0, 0}, {0, scale, 0}, {0, 0, scale}).keepFixed(center);
     }
+    /// Half a turn about the line; a degenerate one gives the identity. Include geline3d.h to call it.
+    AcGeMatrix3d& setToMirroring(const AcGeLine3d& line);
     /// Takes (1,0,0), (0,1,0), (0,0,1) to the axes and (0,0,0) to the origin given.
     constexpr AcGeMatrix3d& setCoordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis,
                                            const AcGeVector3d& yAxis, const AcGeVector3d& zAxis) {
@@ -86,6 +90,7 @@ public:
     static constexpr AcGeMatrix3d scaling(double scale, const AcGePoint3d& center = AcGePoint3d::kOrigin) {
         return AcGeMatrix3d{}.setToScaling(scale, center);
     }
+    static AcGeMatrix3d mirroring(const AcGeLine3d& line);
     constexpr AcGeVector3d translation() const { return column(3); }
 
     /// Determinant: the factor by which volumes grow, negative when the map mirrors.

@@ -3,6 +3,7 @@
 // those who compute from them, never an endless loop.
 #pragma once
 
+#include "ge/angles.h"
 #include "gemat3d.h"
 #include "gepnt3d.h"
 #include "qxexport.h"
@@ -14,7 +15,7 @@
 
 namespace qx::shape {
 
-constexpr double fullTurn = 2 * std::numbers::pi;
+using qx::ge::fullTurn;
 
 /// The flags say where an intersection may extend the segment; as drawn it always ends at its two points.
 struct Segment {
@@ -23,11 +24,13 @@ struct Segment {
 };
 
 /// p(t) = centre + u cos t + v sin t for 0 <= t <= sweep, 0 < sweep <= 2 pi; closed when sweep is fullTurn.
-/// u and v need not be perpendicular: any affine image of an arc is an arc again.
+/// u and v need not be perpendicular: any affine image of an arc is an arc again. `extends` says that an
+/// intersection may complete it to the whole ellipse.
 struct EllipticArc {
     AcGePoint3d centre;
     AcGeVector3d u, v;
     double sweep, cosSweep, sinSweep;
+    bool extends = false;
 
     bool isClosed() const { return sweep >= fullTurn; }
     AcGePoint3d start() const { return centre + u; }

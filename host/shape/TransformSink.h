@@ -1,4 +1,5 @@
-// Hands each primitive's image under an affine map to another sink.
+// Hands each primitive's image under an affine map to another sink, as a part of something larger: nothing of
+// it is extended by intersections.
 #pragma once
 
 #include "shape/Sink.h"
@@ -11,8 +12,7 @@ public:
     TransformSink(Sink& target, const AcGeMatrix3d& matrix) : target_(target), matrix_(matrix) {}
 
     void segment(const Segment& segment) override {
-        target_.segment(
-            {matrix_ * segment.start, matrix_ * segment.end, segment.extendsAtStart, segment.extendsAtEnd});
+        target_.segment({matrix_ * segment.start, matrix_ * segment.end});
     }
     void arc(const EllipticArc& arc) override {
         target_.arc(

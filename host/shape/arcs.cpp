@@ -4,12 +4,6 @@
 
 namespace qx::shape {
 
-double sweepBetween(double startAngle, double endAngle) {
-    const double turn = std::remainder(endAngle - startAngle, fullTurn);
-    if (std::abs(turn) <= 1e-10) return fullTurn;
-    return turn > 0 ? turn : turn + fullTurn;
-}
-
 EllipticArc ellipticArc(const AcGePoint3d& centre, const AcGeVector3d& major, const AcGeVector3d& minor,
                         double start, double sweep) {
     const double c = std::cos(start), s = std::sin(start);

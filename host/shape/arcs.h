@@ -2,13 +2,12 @@
 // runs from x axis to y axis, a negative one the other way; a full turn or more closes the curve.
 #pragma once
 
+#include "ge/angles.h"
 #include "shape/Primitives.h"
 
 namespace qx::shape {
 
-/// The counter-clockwise way from one angle to another in (0, 2 pi]; angles that differ by less than 1e-10,
-/// whole turns aside, are a full turn: a rounded 0 to 2 pi must not shrink to nothing.
-QX_HOST_API double sweepBetween(double startAngle, double endAngle);
+using qx::ge::sweepBetween;
 
 /// Part of the ellipse centre + major cos t + minor sin t from parameter `start` on; start and end fall
 /// together when `sweep` is zero.

@@ -1,6 +1,7 @@
 // What an entity draws, kept as points in the order of its primitives: many on each arc for its box, and
 // those by which a shape can be compared with another point by point. It does not matter where a full circle
-// begins: such a one is compared by its centre and its axis.
+// begins: such a one is compared by its centre and its axis, which points the other way when the shape is to
+// be compared with a mirrored one.
 #pragma once
 
 #include "dbents.h"
@@ -13,7 +14,10 @@ class RecordedShape final : public qx::shape::Sink {
 public:
     static constexpr int samplesPerArc = 720;
 
-    explicit RecordedShape(const AcDbEntity& entity) { entity.shape(*this); }
+    /// `axisSign` is that of the determinant of what the points will go through.
+    explicit RecordedShape(const AcDbEntity& entity, double axisSign = 1) : axisSign_{axisSign} {
+        entity.shape(*this);
+    }
 
     void segment(const qx::shape::Segment& segment) override {
         add(segment.start);
@@ -28,7 +32,7 @@ public:
         }
         if (!isCircle(arc)) return;
         compared.push_back(arc.centre);
-        compared.push_back(arc.centre + arc.u.crossProduct(arc.v) / arc.u.length());
+        compared.push_back(arc.centre + arc.u.crossProduct(arc.v) * (axisSign_ / arc.u.length()));
     }
     void text(const qx::shape::TextRun& run) override {
         for (const AcGePoint3d& corner : run.inkCorners()) add(corner);
@@ -38,6 +42,8 @@ public:
     double reach = 0; ///< no drawn point is farther than this from one of `points`, segments and text aside
 
 private:
+    double axisSign_;
+
     static bool isCircle(const qx::shape::EllipticArc& arc) {
         const double size = arc.u.length();
         return arc.isClosed() && std::abs(size - arc.v.length()) < 1e-9 * size &&

@@ -12,6 +12,16 @@ constexpr double quarter = std::numbers::pi / 2;
 
 AcGeMatrix3d turn(double angle) { return AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis); }
 
+AcGeMatrix3d mirrorX() {
+    return AcGeMatrix3d{}.setCoordSystem({}, -AcGeVector3d::kXAxis, AcGeVector3d::kYAxis,
+                                         AcGeVector3d::kZAxis);
+}
+AcGeMatrix3d mirrorY() {
+    return AcGeMatrix3d{}.setCoordSystem({}, AcGeVector3d::kXAxis, -AcGeVector3d::kYAxis,
+                                         AcGeVector3d::kZAxis);
+}
+AcGeMatrix3d twice() { return AcGeMatrix3d::scaling(2); }
+
 /// What became of the entity's own groups: those behind the layer.
 std::string groupsAfter(const std::string& snippet, const std::function<void(const Drawing&)>& change) {
     const std::string layer = "|8 0", before = DrawingText{.entities = {snippet}}.bytes();
@@ -101,6 +111,53 @@ const PatchCase cases[] = {
      shift(1, 1, 1), "90 1|70 0|38 1.0|10 0.0|20 2.0|210 0|220 0|230 -1"},
     {"polyline's widths and ids", "LWPOLYLINE|90 1|70 1|10 1.0|20 1.0|40 1.0|41 2.0|91 7", shift(1, 0),
      "90 1|70 1|10 2.0|20 1.0|40 1.0|41 2.0|91 7"},
+
+    {"a group that nothing stands before comes behind the class's marker",
+     "CIRCLE|100 AcDbCircle|40 5.0|62 1", shift(1, 0), "100 AcDbCircle|10 1.0|20 0.0|30 0.0|40 5.0|62 1"},
+    {"polyline, a vertex without y", "LWPOLYLINE|90 2|70 0|10 1.0|10 2.0|42 0.5", shift(0, 3),
+     "90 2|70 0|10 1.0|20 3.0|10 2.0|20 3.0|42 0.5"},
+
+    // Mirrored and scaled.
+    {"circle mirrored is seen from below", "CIRCLE|10 1.00|20 2.00|40 5.00", mirrorX(),
+     "10 1.00|20 2.00|40 5.00|210 0.0|220 0.0|230 -1.0"},
+    {"circle mirrored back", "CIRCLE|10 1.00|20 2.00|40 5.00|210 0.00|220 0.0|230 -1.00", mirrorX(),
+     "10 1.00|20 2.00|40 5.00|210 0.00|220 0.0|230 1.0"},
+    {"arc mirrored across its own x axis: no angle changes", "ARC|10 0.0|20 0.0|40 5.0|50 -30.0|51 100.0",
+     mirrorX(), "10 0.0|20 0.0|40 5.0|210 0.0|220 0.0|230 -1.0|50 -30.0|51 100.0"},
+    {"arc mirrored the other way turns by half", "ARC|10 0.0|20 0.0|40 5.0|50 30.0|51 100.0", mirrorY(),
+     "10 0.0|20 0.0|40 5.0|210 0.0|220 0.0|230 -1.0|50 210.0|51 280.0"},
+    {"arc scaled", "ARC|39 0.5|10 1.0|20 0.0|40 5.0|50 30.00|51 100.0", twice(),
+     "39 1.0|10 2.0|20 0.0|40 10.0|50 30.00|51 100.0"},
+    {"tilted arc scaled: only lengths change",
+     "ARC|10 0.0|20 0.0|30 0.0|40 5.0|210 0.1|220 0.2|230 0.97467943448089633|50 30.0|51 -1.0",
+     AcGeMatrix3d::scaling(3),
+     "10 0.0|20 0.0|30 0.0|40 15.0|210 0.1|220 0.2|230 0.97467943448089633|50 30.0|51 -1.0"},
+    {"a normal without direction stays where Z would", "CIRCLE|10 1.0|20 0.0|40 1.0|210 0|220 0|230 0",
+     twice(), "10 2.0|20 0.0|40 2.0|210 0|220 0|230 0"},
+    {"thickness mirrored runs against the normal", "LINE|39 2.0|10 1.0|20 0.0|11 2.0|21 0.0", mirrorX(),
+     "39 -2.0|10 -1.0|20 0.0|11 -2.0|21 0.0|210 0.0|220 0.0|230 -1.0"},
+    {"polyline mirrored: bulges stay, the direction follows the vertices",
+     "LWPOLYLINE|90 2|70 0|43 0.5|10 1.0|20 1.0|42 0.25|10 2.0|20 1.0|91 7", mirrorX(),
+     "90 2|70 0|43 0.5|10 1.0|20 1.0|42 0.25|10 2.0|20 1.0|210 0.0|220 0.0|230 -1.0|91 7"},
+    {"polyline scaled with its widths",
+     "LWPOLYLINE|90 2|38 1.0|43 0.5|10 1.0|20 1.0|42 0.25|10 2.0|20 1.0|40 0.0|41 3.0", twice(),
+     "90 2|38 2.0|43 1.0|10 2.0|20 2.0|42 0.25|10 4.0|20 2.0|40 0.0|41 6.0"},
+    {"text scaled", leftText, twice(), "10 2.0|20 4.0|40 5.0|1 a"},
+    {"insert scaled: missing scales come", "INSERT|2 B|10 1.0|20 2.0|41 0.5", twice(),
+     "2 B|10 2.0|20 4.0|41 1.0|42 2.0|43 2.0"},
+    {"insert mirrored: what stands up in it still does", "INSERT|2 B|10 1.0|20 2.0", mirrorX(),
+     "2 B|10 1.0|20 2.0|43 -1.0|210 0.0|220 0.0|230 -1.0"},
+    {"extended data mirrored and scaled",
+     "POINT|10 0.0|20 0.0|1001 X|1011 1.0|1021 0.0|1031 0.0|1012 1.0|1022 1.0|1032 0.0",
+     AcGeMatrix3d::translation({5, 0, 0}) * twice(),
+     "10 5.0|20 0.0|1001 X|1011 7.0|1021 0.0|1031 0.0|1012 2.0|1022 2.0|1032 0.0"},
+    {"an integer with a point stays", "LINE|62 1.5|10 1.0|20 2.0|11 3.0|21 4.0", twice(),
+     "62 1.5|10 2.0|20 4.0|11 6.0|21 8.0"},
+    {"what a turn does not reach keeps its digits",
+     "ARC|10 1.0|20 0.0|30 0.10000000000000001|40 2.50|50 350.0|51 10.0|210 0.0|220 0.0|230 2.0",
+     turn(quarter),
+     "10 6.123233995736766e-17|20 1.0|30 0.10000000000000001|40 2.50|50 80.0|51 100.0|210 0.0|220 0.0|230 "
+     "2.0"},
 
     // Text.
     {"left text gets no second point", leftText, shift(1, 0), "10 2.0|20 2.0|40 2.5|1 a"},

@@ -1,0 +1,7 @@
+// A growing list of points in a plane.
+#pragma once
+
+#include "acarray.h"
+#include "gepnt2d.h"
+
+using AcGePoint2dArray = AcArray<AcGePoint2d>;

@@ -1,0 +1,57 @@
+// Where a segment or an arc of a circle meets everything seen. Points that are met more than once, as the
+// shared ends of neighbours are, count once. Memory is taken for the points found and for nothing else.
+#pragma once
+
+#include "shape/Sink.h"
+#include "shape/intersections.h"
+
+#include "gept3dar.h"
+
+#include <vector>
+
+namespace qx::shape {
+
+class QX_HOST_API IntersectionSink final : public Sink {
+public:
+    enum class Order { alongCurve, asSeen };
+
+    /// `seen` is the extent of what is handed over.
+    IntersectionSink(const Operand& curve, Extent seen, Order order)
+        : curve_(curve), seen_(seen), order_(order) {}
+
+    void segment(const Segment& segment) override { meet({segment, seen_}); }
+    void arc(const EllipticArc& arc) override { meet({arc, seen_}); }
+    void text(const TextRun& run) override { meet({run, seen_}); }
+
+    /// Adds the points: along the curve, or along what was seen, one primitive behind the other. To be
+    /// called once, at the end.
+    void appendTo(AcGePoint3dArray& points);
+
+private:
+    struct Found {
+        AcGePoint3d point;
+        double position; ///< along the curve
+        int rank;        ///< in the order of seeing
+    };
+
+    void meet(const Operand& seen);
+    void dropRepeats();
+
+    Operand curve_;
+    Extent seen_;
+    Order order_;
+    double tolerance_ = 0;
+    std::vector<Found> found_;
+};
+
+/// Keeps the last segment or arc it is shown: for objects that consist of one.
+class OnlyPrimitive final : public Sink {
+public:
+    Operand operand;
+
+    void segment(const Segment& segment) override { operand.primitive = segment; }
+    void arc(const EllipticArc& arc) override { operand.primitive = arc; }
+    void text(const TextRun&) override {}
+};
+
+} // namespace qx::shape

@@ -1,0 +1,278 @@
+#include "db/RecordedShape.h"
+#include "drawings/DrawingText.h"
+
+#include <numbers>
+
+using namespace drawings;
+using qx::db::Drawing;
+
+namespace {
+
+/// A header and its vertices: "70 1; 10 0.0|20 0.0; 10 5.0|20 0.0".
+std::vector<std::string> polyline(std::string_view compact) {
+    std::vector<std::string> snippets;
+    while (!compact.empty()) {
+        const std::string_view groups = compact.substr(0, compact.find(';'));
+        compact.remove_prefix(std::min(groups.size() + 2, compact.size()));
+        snippets.push_back((snippets.empty() ? "POLYLINE|66 1|" : "VERTEX|") + std::string{groups});
+    }
+    snippets.push_back("SEQEND");
+    return snippets;
+}
+
+constexpr Handle header = DrawingText::firstEntity, firstVertex = header + 1;
+
+const char* const triangle =
+    "10 0.0|20 0.0|30 2.0|70 1; 10 1.0|20 1.0|30 2.0; 10 4.0|20 1.0|30 2.0|42 1.0; 10 4.0|20 5.0|30 2.0";
+
+AcGeMatrix3d mirrorX() {
+    return AcGeMatrix3d{}.setCoordSystem({}, -AcGeVector3d::kXAxis, AcGeVector3d::kYAxis,
+                                         AcGeVector3d::kZAxis);
+}
+
+std::string classOf(const Drawing& drawing, Handle handle) {
+    AcDbObjectPointer<AcDbObject> object{idOf(drawing, handle)};
+    const std::wstring name = object->isA()->name();
+    return {name.begin(), name.end()};
+}
+
+TEST(Polylines, areWhatTheHeaderSays) {
+    const struct {
+        const char* name;
+        const char* groups;
+        const char* classes; ///< of the header and the vertex
+        const char* extents;
+    } cases[] = {
+        {"flat", "30 2.0; 10 1.0|20 1.0|30 7.0; 10 4.0|20 3.0", "AcDb2dPolyline AcDb2dVertex",
+         "1..4 1..3 2..2"},
+        {"flat, seen from below", "30 2.0|210 0|220 0|230 -1; 10 1.0|20 1.0; 10 4.0|20 3.0",
+         "AcDb2dPolyline AcDb2dVertex", "-4..-1 1..3 -2..-2"},
+        {"a bulge", "70 0; 10 0.0|20 0.0|42 1.0; 10 4.0|20 0.0", "AcDb2dPolyline AcDb2dVertex",
+         "0..4 -2..0 0..0"},
+        {"a bulge that closes", "70 1; 10 0.0|20 0.0; 10 4.0|20 0.0|42 1.0", "AcDb2dPolyline AcDb2dVertex",
+         "0..4 0..2 0..0"},
+        {"one vertex", "70 1; 10 3.0|20 1.0", "AcDb2dPolyline AcDb2dVertex", "3..3 1..1 0..0"},
+        {"spline: its frame is not drawn",
+         "70 4; 10 0.0|20 0.0|70 8; 10 9.0|20 9.0|70 16; 10 1.0|20 2.0|70 8", "AcDb2dPolyline AcDb2dVertex",
+         "0..1 0..2 0..0"},
+        {"in space", "70 8; 10 1.0|20 1.0|30 7.0|70 32; 10 4.0|20 3.0|70 32",
+         "AcDb3dPolyline AcDb3dPolylineVertex", "1..4 1..3 0..7"},
+        {"spline in space", "70 12; 10 9.0|70 48; 10 4.0|20 3.0|70 40; 10 5.0|20 3.0|70 40",
+         "AcDb3dPolyline AcDb3dPolylineVertex", "4..5 3..3 0..0"},
+        {"mesh", "70 16; 10 1.0|20 1.0|70 64", "AcDbEntity AcDbEntity", "status 2"},
+        {"faces", "70 64; 10 1.0|20 1.0|70 192", "AcDbEntity AcDbEntity", "status 2"},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.entities = polyline(each.groups)}.bytes());
+        EXPECT_EQ(classOf(*drawing, header) + " " + classOf(*drawing, firstVertex), each.classes)
+            << each.name;
+        EXPECT_EQ(extents(*drawing, header), each.extents) << each.name;
+        const bool isMeasured = std::string_view{each.extents}.find("status") != 0;
+        EXPECT_EQ(drawing->isSelectable(drawing->find(header)), isMeasured) << each.name;
+        EXPECT_FALSE(drawing->isSelectable(drawing->find(firstVertex))) << each.name;
+        EXPECT_EQ(move(*drawing, header, mirrorX()), isMeasured ? Acad::eOk : Acad::eNotApplicable)
+            << each.name;
+    }
+}
+
+TEST(Polylines, rewriteOnlyWhatDiffers) {
+    const struct {
+        const char* name;
+        const char* before;
+        AcGeMatrix3d motion;
+        const char* after;
+    } cases[] = {
+        {"moved", "10 0.0|20 0.0|30 2.0|70 0; 10 1.00|20 1.0|30 2.0; 10 4.0|20 1.0|30 2.0|42 1.0",
+         shift(1, 0), "10 0.0|20 0.0|30 2.0|70 0; 10 2.0|20 1.0|30 2.0; 10 5.0|20 1.0|30 2.0|42 1.0"},
+        {"moved up: the header's point is only its height", "10 0.0|20 0.0|30 2.0|70 0; 10 1.0|20 1.0|30 2.0",
+         shift(1, 1, 1), "10 0.0|20 0.0|30 3.0|70 0; 10 2.0|20 2.0|30 3.0"},
+        {"without heights, moved up", "10 0.0|20 0.0|70 0; 10 1.0|20 1.0|42 0.5", shift(0, 0, 3),
+         "10 0.0|20 0.0|30 3.0|70 0; 10 1.0|20 1.0|30 3.0|42 0.5"},
+        {"seen from below", "30 2.0|70 0|210 0|220 0|230 -1; 10 1.0|20 1.0|30 2.0", shift(1, 1, 1),
+         "30 1.0|70 0|210 0|220 0|230 -1; 10 0.0|20 2.0|30 1.0"},
+        {"mirrored", "30 2.0|70 0; 10 1.0|20 1.0|30 2.0|42 0.5", mirrorX(),
+         "30 -2.0|70 0|210 0.0|220 0.0|230 -1.0; 10 1.0|20 1.0|30 -2.0|42 0.5"},
+        {"scaled with its widths", "30 2.0|70 0|40 0.5|41 0.5; 10 1.0|20 1.0|30 2.0|40 0.1|41 0.2|42 1.0",
+         AcGeMatrix3d::scaling(2), "30 4.0|70 0|40 1.0|41 1.0; 10 2.0|20 2.0|30 4.0|40 0.2|41 0.4|42 1.0"},
+        {"a tangent turns where there is one", "70 2; 10 0.0|20 0.0|50 0.0|70 2; 10 0.0|20 0.0|50 0.0|70 0",
+         AcGeMatrix3d::rotation(std::numbers::pi / 2, AcGeVector3d::kZAxis),
+         "70 2; 10 0.0|20 0.0|50 90.0|70 2; 10 0.0|20 0.0|50 0.0|70 0"},
+        {"in space", "10 0.0|20 0.0|30 0.0|70 8; 10 1.0|20 1.0|30 7.0|70 32; 10 4.0|20 3.0|70 32",
+         shift(1, 0, 2), "10 0.0|20 0.0|30 0.0|70 8; 10 2.0|20 1.0|30 9.0|70 32; 10 5.0|20 3.0|30 2.0|70 32"},
+        {"in space, mirrored", "70 8; 10 1.0|20 1.0|30 7.0|70 32", mirrorX(),
+         "70 8; 10 -1.0|20 1.0|30 7.0|70 32"},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.entities = polyline(each.before)}.bytes());
+        const std::string before = drawing->toBytes();
+        step(*drawing, [&] { EXPECT_EQ(move(*drawing, header, each.motion), Acad::eOk) << each.name; });
+        EXPECT_EQ(drawing->toBytes(), DrawingText{.entities = polyline(each.after)}.bytes()) << each.name;
+        drawing->history().undo();
+        EXPECT_EQ(drawing->toBytes(), before) << each.name;
+    }
+}
+
+TEST(Polylines, giveTheirVerticesUnderTheRulesOfOpening) {
+    const auto drawing = read(DrawingText{.entities = polyline(triangle)}.bytes());
+    AcDbObjectPointer<AcDb2dPolyline> owner{idOf(*drawing, header)};
+    ASSERT_EQ(erase(*drawing, firstVertex + 1), Acad::eOk);
+    std::unique_ptr<AcDbObjectIterator> each{owner->vertexIterator()};
+    std::string met;
+    for (; !each->done(); each->step()) {
+        AcDb2dVertex* vertex = nullptr;
+        ASSERT_EQ(owner->openVertex(vertex, each->objectId(), AcDb::kForRead), Acad::eOk);
+        const AcGePoint3d world = owner->vertexPosition(*vertex);
+        met += shapes::text(qx::shape::Box{world, vertex->position()}) + "; ";
+        vertex->close();
+    }
+    each->step();
+    EXPECT_TRUE(each->done());
+    EXPECT_EQ(met, "1..1 1..1 2..2; 4..4 5..5 2..2; ");
+
+    AcDb2dVertex* vertex = nullptr;
+    EXPECT_EQ(owner->openVertex(vertex, idOf(*drawing, header), AcDb::kForRead), Acad::eInvalidInput);
+    EXPECT_EQ(owner->openVertex(vertex, idOf(*drawing, firstVertex + 1), AcDb::kForRead), Acad::eWasErased);
+    AcDb3dPolylineVertex* inSpace = nullptr;
+    EXPECT_EQ(acdbOpenObject(inSpace, idOf(*drawing, firstVertex)), Acad::eNotThatKindOfClass);
+    AcDbExtents nothing;
+    AcDbObjectPointer<AcDb2dVertex> first{idOf(*drawing, firstVertex)};
+    EXPECT_EQ(first->getGeomExtents(nothing), Acad::eNotApplicable);
+    EXPECT_EQ(extents(*drawing, header), "1..4 1..5 2..2") << "without the erased vertex";
+}
+
+TEST(Polylines, standStillWhileAVertexIsOpenForWriting) {
+    const auto drawing = read(DrawingText{.entities = polyline(triangle)}.bytes());
+    const std::string before = drawing->toBytes();
+    AcDbObjectPointer<AcDb2dVertex> vertex{idOf(*drawing, firstVertex + 2), AcDb::kForWrite};
+    EXPECT_EQ(vertex->transformBy(shift(1, 0)), Acad::eMustOpenThruOwner);
+    EXPECT_EQ(move(*drawing, header, shift(1, 0)), Acad::eSubentitiesStillOpen);
+    EXPECT_EQ(drawing->toBytes(), before);
+    vertex.close();
+    EXPECT_EQ(move(*drawing, header, shift(1, 0)), Acad::eOk);
+}
+
+TEST(Polylines, lockTheirVerticesByTheirOwnLayer) {
+    std::vector<std::string> locked = polyline("8 LOCKED|70 0; 8 0|10 0.0"),
+                             free = polyline("8 0|70 0; 8 LOCKED|10 0.0");
+    for (auto* snippets : {&locked, &free}) {
+        const auto drawing = read(DrawingText{.entities = *snippets}.bytes());
+        const Acad::ErrorStatus expected = snippets == &locked ? Acad::eOnLockedLayer : Acad::eOk;
+        EXPECT_EQ(move(*drawing, header, shift(1, 0)), expected);
+        AcDbObjectPointer<AcDb2dVertex> vertex{idOf(*drawing, firstVertex), AcDb::kForWrite};
+        EXPECT_EQ(vertex.openStatus(), expected);
+    }
+}
+
+TEST(Polylines, moveAsAWholeOrNotAtAll) {
+    const struct {
+        const char* name;
+        std::vector<std::string> entities;
+        Acad::ErrorStatus status;
+    } cases[] = {
+        {"a vertex would lie too far away", polyline("70 0; 10 0.0|20 0.0; 10 9e14|20 0.0"),
+         Acad::eInvalidInput},
+        {"an attribute would",
+         {"INSERT|66 1|2 B|10 0.0", "ATTRIB|10 9e14|20 0.0|40 1.0|1 a|2 T|70 0", "SEQEND"},
+         Acad::eInvalidInput},
+        {"an attribute that can't be read",
+         {"INSERT|66 1|2 B|10 0.0", "ATTRIB|10 x|20 0.0|40 1.0|1 a", "SEQEND"},
+         Acad::eNotApplicable},
+        {"a vertex that can't be read", polyline("70 0; 10 0.0|20 x"), Acad::eNotApplicable},
+        {"an array with an attribute",
+         {"INSERT|66 1|2 B|70 2", "ATTRIB|10 0.0|40 1.0|1 a", "SEQEND"},
+         Acad::eNotApplicable},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.entities = each.entities}.bytes());
+        const std::string before = drawing->toBytes();
+        const bool isChanged = step(
+            *drawing, [&] { EXPECT_EQ(move(*drawing, header, shift(2e14, 0)), each.status) << each.name; });
+        EXPECT_FALSE(isChanged) << each.name;
+        EXPECT_EQ(drawing->toBytes(), before) << each.name;
+    }
+}
+
+TEST(Polylines, takeTheirPartsAlongWhenErased) {
+    DrawingText text{.entities = polyline(triangle)};
+    const Handle reference = text.add("INSERT|66 1|2 B|10 0.0");
+    for (const char* part : {"ATTRIB|10 0.0|40 1.0|1 a|2 T|70 0", "SEQEND", "POINT|10 1.0"}) text.add(part);
+    const auto drawing = read(text.bytes());
+    const Handle parts[] = {firstVertex, firstVertex + 2, reference + 1};
+    const auto expectErased = [&](bool isErased, const char* when) {
+        for (const Handle each : parts)
+            EXPECT_EQ(idOf(*drawing, each).isErased(), isErased) << when << ' ' << each;
+    };
+    step(*drawing, [&] { erase(*drawing, header), erase(*drawing, reference); });
+    expectErased(true, "erased");
+    DrawingText rest{.entities = {"POINT|5 " + hex(reference + 3) + "|100 AcDbEntity|8 0|10 1.0"}};
+    EXPECT_EQ(drawing->toBytes(), rest.bytes());
+    EXPECT_EQ(shapes::text(drawing->extentsAtOpening()),
+              shapes::text(read(text.bytes())->extentsAtOpening()));
+    drawing->history().undo();
+    expectErased(false, "undone");
+    EXPECT_EQ(drawing->toBytes(), text.bytes());
+    drawing->history().redo();
+    expectErased(true, "done again");
+    EXPECT_EQ(erase(*drawing, header, false), Acad::eOk);
+    EXPECT_EQ(erase(*drawing, reference, false), Acad::eOk);
+    expectErased(false, "brought back");
+}
+
+TEST(Polylines, inABlockAreDrawnByItsReferences) {
+    const DrawingText text{.entities = {"INSERT|2 B|10 10.0|20 0.0"}, .blocks = {{"B", polyline(triangle)}}};
+    const auto drawing = read(text.bytes());
+    EXPECT_EQ(extents(*drawing, header), "11..16 1..5 2..2");
+    ASSERT_EQ(erase(*drawing, DrawingText::firstInBlocks + 2), Acad::eOk);
+    EXPECT_EQ(extents(*drawing, header), "11..14 1..5 2..2") << "a vertex of the block's polyline erased";
+}
+
+TEST(Polylines, keepTheirBoxAtOpening) {
+    const auto drawing = read(DrawingText{.entities = polyline(triangle)}.bytes());
+    const std::string atFirst = shapes::text(drawing->extentsAtOpening());
+    EXPECT_EQ(atFirst, extents(*drawing, header));
+    ASSERT_EQ(move(*drawing, header, shift(100, 0)), Acad::eOk);
+    ASSERT_EQ(erase(*drawing, firstVertex), Acad::eOk);
+    EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), atFirst);
+}
+
+TEST(Curves, beginAndEnd) {
+    const struct {
+        const char* name;
+        std::vector<std::string> entities;
+        const char* ends; ///< the box around start and end
+        bool isClosed;
+    } cases[] = {
+        {"line", {"LINE|10 1.0|20 2.0|11 3.0|21 4.0"}, "1..3 2..4 0..0", false},
+        {"circle", {"CIRCLE|10 1.0|20 2.0|40 3.0"}, "4..4 2..2 0..0", true},
+        {"circle from below", {"CIRCLE|10 1.0|20 2.0|40 3.0|210 0|220 0|230 -1"}, "-4..-4 2..2 0..0", true},
+        {"arc", {"ARC|10 0.0|20 0.0|40 2.0|50 0.0|51 90.0"}, "0..2 0..2 0..0", false},
+        {"lightweight polyline",
+         {"LWPOLYLINE|90 3|38 5.0|10 1.0|20 1.0|10 9.0|20 9.0|10 2.0|20 3.0"},
+         "1..2 1..3 5..5",
+         false},
+        {"closed", {"LWPOLYLINE|90 2|70 1|10 1.0|20 1.0|10 9.0|20 9.0"}, "1..1 1..1 0..0", true},
+        {"flat polyline", polyline("30 2.0|70 0; 10 1.0|20 1.0; 10 9.0|20 9.0; 10 2.0|20 3.0"),
+         "1..2 1..3 2..2", false},
+        {"its spline", polyline("70 4; 10 9.0|70 16; 10 1.0|20 1.0|70 8; 10 2.0|20 3.0|70 8"),
+         "1..2 1..3 0..0", false},
+        {"polyline in space", polyline("70 8; 10 1.0|20 1.0; 10 9.0|20 9.0; 10 2.0|20 3.0"), "1..2 1..3 0..0",
+         false},
+        {"without vertices", polyline("70 0"), "empty", false},
+        {"lightweight without vertices", {"LWPOLYLINE|90 0|70 1"}, "empty", true},
+    };
+    for (const auto& each : cases) {
+        const auto drawing = read(DrawingText{.entities = each.entities}.bytes());
+        AcDbObjectPointer<AcDbCurve> curve{idOf(*drawing, header)};
+        AcGePoint3d start, end;
+        qx::shape::Box box;
+        if (curve->getStartPoint(start) == Acad::eOk && curve->getEndPoint(end) == Acad::eOk) {
+            const auto clean = [](double x) { return std::abs(x) < 1e-15 ? 0 : x; };
+            box.add({clean(start.x), clean(start.y), clean(start.z)});
+            box.add({clean(end.x), clean(end.y), clean(end.z)});
+        }
+        EXPECT_EQ(shapes::text(box), each.ends) << each.name;
+        EXPECT_EQ(curve->isClosed(), each.isClosed) << each.name;
+    }
+}
+
+} // namespace
