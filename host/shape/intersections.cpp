@@ -214,12 +214,33 @@ struct Nearness {
     }
 };
 
+/// An arc seen from its middle: middle - u (1 - cos t) + v sin t for -half <= t <= half.
+struct CentredArc {
+    explicit CentredArc(const EllipticArc& arc) : half(arc.sweep / 2), isClosed(arc.isClosed()) {
+        const double c = std::cos(half), s = std::sin(half);
+        u = arc.u * c + arc.v * s;
+        v = arc.v * c - arc.u * s;
+        middle = arc.centre + u;
+    }
+
+    AcGePoint3d at(double t) const {
+        const double s = std::sin(t / 2);
+        return middle + (v * std::sin(t) - u * (2 * s * s));
+    }
+    double size() const { return std::max(u.length(), v.length()); }
+
+    AcGePoint3d middle;
+    AcGeVector3d u, v;
+    double half;
+    bool isClosed;
+};
+
 /// A vector's product with the way from `origin` to the arc's points.
-TrigonometricPolynomial product(const AcGeVector3d& with, const EllipticArc& arc, const AcGePoint3d& origin) {
-    return {with.dotProduct(arc.centre - origin), with.dotProduct(arc.u), with.dotProduct(arc.v)};
+TrigonometricPolynomial product(const AcGeVector3d& with, const CentredArc& arc, const AcGePoint3d& origin) {
+    return {with.dotProduct(arc.middle - origin), -with.dotProduct(arc.u), with.dotProduct(arc.v)};
 }
 
-Nearness nearnessTo(const Straight& line, const EllipticArc& arc, double tolerance) {
+Nearness nearnessTo(const Straight& line, const CentredArc& arc, double tolerance) {
     const AcGeVector3d cross = arc.u.crossProduct(arc.v), normal = cross / cross.length();
     const AcGeVector3d along = line.isPoint() ? normal : line.along;
     AcGeVector3d side = along.crossProduct(normal); // in the arc's plane, unless the line stands upon it
@@ -230,35 +251,22 @@ Nearness nearnessTo(const Straight& line, const EllipticArc& arc, double toleran
     near.distances = {product(side, arc, line.origin), product(along.crossProduct(side), arc, line.origin)};
     const TrigonometricPolynomial position = product(along, arc, line.origin);
     if (std::isfinite(line.lowest)) near.addLimit(position.lowered(line.lowest));
-    if (std::isfinite(line.highest))
-        near.addLimit({line.highest - position.constant, -position.cos1, -position.sin1});
+    if (std::isfinite(line.highest)) near.addLimit(position.scaled(-1).lowered(-line.highest));
     return near;
 }
 
-TrigonometricPolynomial sumOfSquares(const TrigonometricPolynomial& x, const TrigonometricPolynomial& y) {
-    TrigonometricPolynomial sum;
-    for (const TrigonometricPolynomial& p : {x, y}) {
-        sum.constant += p.constant * p.constant + (p.cos1 * p.cos1 + p.sin1 * p.sin1) / 2;
-        sum.cos1 += 2 * p.constant * p.cos1;
-        sum.sin1 += 2 * p.constant * p.sin1;
-        sum.cos2 += (p.cos1 * p.cos1 - p.sin1 * p.sin1) / 2;
-        sum.sin2 += p.cos1 * p.sin1;
-    }
-    return sum;
-}
-
-Nearness nearnessTo(const EllipticArc& circle, const EllipticArc& arc, double tolerance) {
+// The first distance is (x^2 + y^2 - r^2) / 2 r, which near the circle is the way to it.
+Nearness nearnessTo(const EllipticArc& circle, const CentredArc& arc, double tolerance) {
     const double radius = circle.u.length();
     const AcGeVector3d xAxis = circle.u / radius, yAxis = circle.v / radius;
     const auto x = product(xAxis, arc, circle.centre), y = product(yAxis, arc, circle.centre);
-    const auto squares = sumOfSquares(x, y).lowered(radius * radius);
-    const double scale = 1 / (2 * radius); // near the circle this makes distances of squared ones
+    const auto xx = squared(x), yy = squared(y);
+    const TrigonometricPolynomial beyond{xx.constant + yy.constant - radius * radius, xx.q1 + yy.q1,
+                                         xx.s1 + yy.s1, xx.qq + yy.qq, xx.qs + yy.qs};
     Nearness near;
     near.tolerance = tolerance;
     near.hasOverlaps = true;
-    near.distances = {TrigonometricPolynomial{squares.constant * scale, squares.cos1 * scale,
-                                              squares.sin1 * scale, squares.cos2 * scale,
-                                              squares.sin2 * scale},
+    near.distances = {beyond.scaled(1 / (2 * radius)),
                       product(xAxis.crossProduct(yAxis), arc, circle.centre)};
     if (circle.isClosed()) return near;
     near.oneLimitIsEnough = circle.sweep > std::numbers::pi;
@@ -279,8 +287,8 @@ struct Spans {
 /// The parameters between which nothing changes, sorted.
 class Breaks {
 public:
-    Breaks(const Nearness& near, double sweep) : sweep_(sweep) {
-        for (const double t : {0.0, std::numbers::pi / 2, 1.5 * std::numbers::pi, sweep}) add(t);
+    Breaks(const Nearness& near, double half) : half_(half) {
+        for (const double t : {-half, -std::numbers::pi / 2, std::numbers::pi / 2, half}) add(t);
         for (const auto& distance : near.distances)
             for (const double level : {near.tolerance, -near.tolerance})
                 for (const double t : distance.lowered(level).signChanges()) add(t);
@@ -296,30 +304,30 @@ public:
 
 private:
     void add(double t) {
-        if (t <= sweep_ && count_ < static_cast<int>(values_.size()))
+        if (std::abs(t) <= half_ && count_ < static_cast<int>(values_.size()))
             values_[static_cast<std::size_t>(count_++)] = t;
     }
 
     std::array<double, 48> values_{};
     int count_ = 0;
-    double sweep_;
+    double half_;
 };
 
 // A piece as short as rounding says nothing and takes after its neighbours.
-Spans spansOf(const Nearness& near, const EllipticArc& arc) {
+Spans spansOf(const Nearness& near, const CentredArc& arc) {
     Spans spans;
     bool isOpen = false;
-    const Breaks breaks{near, arc.sweep};
+    const Breaks breaks{near, arc.half};
     for (int i = 0; i < breaks.pieces(); ++i) {
         const Span piece = breaks.piece(i);
-        if (piece.to - piece.from <= 1e-14 * arc.sweep) continue;
+        if (piece.to - piece.from <= 1e-14 * arc.half) continue;
         const bool holds = near.holdsAt(piece.from + (piece.to - piece.from) / 2);
         if (holds && isOpen) spans.items[spans.count - 1].to = piece.to;
         if (holds && !isOpen && spans.count < spans.items.size()) spans.items[spans.count++] = piece;
         isOpen = holds;
     }
     Span &first = spans.items[0], &last = spans.items[spans.count ? spans.count - 1 : 0];
-    if (arc.isClosed() && spans.count > 1 && first.from <= 0 && last.to >= arc.sweep) {
+    if (arc.isClosed && spans.count > 1 && first.from <= -arc.half && last.to >= arc.half) {
         first.from = last.from - fullTurn;
         --spans.count;
     }
@@ -348,19 +356,17 @@ Contact contactIn(const Span& span, const Nearness& near) {
 }
 
 /// True when the curves part at neither end of the span: one of them ends there.
-bool isOverlap(const Span& span, const Nearness& near, const EllipticArc& arc) {
-    const double length = (span.to - span.from) * std::max(arc.u.length(), arc.v.length());
+bool isOverlap(const Span& span, const Nearness& near, const CentredArc& arc) {
+    const double length = (span.to - span.from) * arc.size();
     return near.hasOverlaps && length > 4 * near.tolerance &&
            std::max(near.distanceAt(span.from), near.distanceAt(span.to)) < 0.999 * near.tolerance;
 }
 
-AcGePoint3d pointAt(const EllipticArc& arc, double t) { return arc.at(std::cos(t), std::sin(t)); }
-
-template <class Take> void forEachContact(const Nearness& near, const EllipticArc& arc, const Take& take) {
+template <class Take> void forEachContact(const Nearness& near, const CentredArc& arc, const Take& take) {
     const Spans spans = spansOf(near, arc);
     for (std::size_t i = 0; i < spans.count; ++i) {
         const Span& span = spans.items[i];
-        const bool isWhole = arc.isClosed() && span.to - span.from >= fullTurn;
+        const bool isWhole = arc.isClosed && span.to - span.from >= 2 * arc.half;
         if (!isOverlap(span, near, arc)) {
             take(contactIn(span, near));
         } else if (!isWhole) {
@@ -398,7 +404,8 @@ private:
     }
     void meet(const Straight& line, const EllipticArc& arc) {
         if (line.distanceTo(arc.centre) > reachOf(arc) + tolerance_) return;
-        addContacts(nearnessTo(line, arc, tolerance_), arc);
+        const CentredArc centred{arc};
+        addContacts(nearnessTo(line, centred, tolerance_), centred);
     }
     void meet(const EllipticArc& arc, const Straight& line) { meet(line, arc); }
     // The larger of two circles is the one whose distance is asked for: its points are the less exact ones.
@@ -406,12 +413,13 @@ private:
         if (a.centre.distanceTo(b.centre) > reachOf(a) + reachOf(b) + tolerance_) return;
         if (!isCircular(a) && !isCircular(b)) return;
         const bool takesFirst = isCircular(a) && (!isCircular(b) || a.u.length() >= b.u.length());
-        addContacts(nearnessTo(takesFirst ? a : b, takesFirst ? b : a, tolerance_), takesFirst ? b : a);
+        const CentredArc centred{takesFirst ? b : a};
+        addContacts(nearnessTo(takesFirst ? a : b, centred, tolerance_), centred);
     }
     // The borders of spans lie beyond the ends of curves by as much as counts as meeting.
-    void addContacts(const Nearness& near, const EllipticArc& arc) {
+    void addContacts(const Nearness& near, const CentredArc& arc) {
         forEachContact(near, arc, [&](const Contact& contact) {
-            add(pointAt(arc, contact.t), contact.isBorder ? 2 * tolerance_ : roundingReach());
+            add(arc.at(contact.t), contact.isBorder ? 2 * tolerance_ : roundingReach());
         });
     }
     double roundingReach() const { return 1e-3 * tolerance_; }
