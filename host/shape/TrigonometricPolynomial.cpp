@@ -42,26 +42,33 @@ Zeros crossings(std::span<const double> coefficients) {
     return found;
 }
 
+/// In x = tan(t / 2), and multiplied by (1 + x^2)^2, the function is a polynomial of degree four.
+Zeros crossingsNearZero(const TrigonometricPolynomial& f) {
+    const double polynomial[] = {f.constant, 2 * f.s1, 2 * (f.constant + f.q1), 2 * f.s1 + 4 * f.qs,
+                                 f.constant + 2 * f.q1 + 4 * f.qq};
+    return crossings(polynomial);
+}
+
 } // namespace
 
-// In x = tan(t / 2), and multiplied by (1 + x^2)^2, the function is a polynomial of degree four. Each half of
-// the circle is looked at around its own middle, so that x stays between -1 and 1.
+// Each half of the circle is looked at around its own middle, so that x stays between -1 and 1.
 Zeros TrigonometricPolynomial::signChanges() const {
+    const TrigonometricPolynomial turned{constant + 2 * q1 + 4 * qq, -q1 - 4 * qq, -s1 - 2 * qs, qq, qs};
     Zeros found;
-    for (const double side : {1.0, -1.0}) {
-        const double c = side * cos1, s = side * sin1;
-        const double polynomial[] = {constant + c + cos2, 2 * s + 4 * sin2, 2 * constant - 6 * cos2,
-                                     2 * s - 4 * sin2, constant - c + cos2};
-        for (const double x : crossings(polynomial)) {
-            const double t = 2 * std::atan(x) + (side > 0 ? 0 : std::numbers::pi);
-            found.add(t < 0 ? t + qx::ge::fullTurn : t);
-        }
-    }
+    for (const double x : crossingsNearZero(*this)) found.add(2 * std::atan(x));
+    for (const double x : crossingsNearZero(turned))
+        found.add(2 * std::atan(x) + (x < 0 ? std::numbers::pi : -std::numbers::pi));
     return found;
 }
 
 double TrigonometricPolynomial::zeroBetween(double from, double to) const {
     return bisected([this](double t) { return at(t); }, from, to);
+}
+
+// s^2 = 2 q - q^2 keeps products among these functions.
+TrigonometricPolynomial squared(const TrigonometricPolynomial& f) {
+    return {f.constant * f.constant, 2 * (f.constant * f.q1 + f.s1 * f.s1), 2 * f.constant * f.s1,
+            f.q1 * f.q1 - f.s1 * f.s1, 2 * f.q1 * f.s1};
 }
 
 } // namespace qx::shape

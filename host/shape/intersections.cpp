@@ -1,7 +1,7 @@
 #include "shape/intersections.h"
 
 #include "shape/ExtentsSink.h"
-#include "shape/TrigonometricPolynomial.h"
+#include "shape/arcContacts.h"
 #include "shape/plane.h"
 
 #include <algorithm>
@@ -12,20 +12,6 @@ namespace {
 
 constexpr double unlimited = std::numeric_limits<double>::infinity();
 
-/// A segment, ray or line; a point when it has no direction.
-struct Straight {
-    AcGePoint3d origin;
-    AcGeVector3d along; ///< of unit length, or zero
-    double lowest = 0, highest = 0;
-
-    bool isPoint() const { return along.lengthSqrd() == 0; }
-    double extent() const { return highest - lowest; }
-    AcGePoint3d at(double s) const { return origin + along * s; }
-    double positionOf(const AcGePoint3d& p) const { return along.dotProduct(p - origin); }
-    double nearestTo(const AcGePoint3d& p) const { return std::clamp(positionOf(p), lowest, highest); }
-    double distanceTo(const AcGePoint3d& p) const { return at(nearestTo(p)).distanceTo(p); }
-};
-
 /// An operand as it takes part: extended, and without arcs that are no more than a stroke or a point.
 struct Curve {
     std::variant<Straight, EllipticArc> form;
@@ -33,10 +19,6 @@ struct Curve {
 };
 
 // ---- sizes
-
-double largestCoordinate(const AcGePoint3d& p) {
-    return std::max({std::abs(p.x), std::abs(p.y), std::abs(p.z)});
-}
 
 EllipticArc completed(EllipticArc arc) {
     arc.sweep = fullTurn;
@@ -84,14 +66,6 @@ bool isUsable(const Operand& operand) {
 
 // ---- operands as curves
 
-Straight straightBetween(const AcGePoint3d& start, const AcGePoint3d& end) {
-    const AcGeVector3d way = end - start;
-    const double length = way.length();
-    const double rounding = 1e-15 * std::max(largestCoordinate(start), largestCoordinate(end));
-    if (!(length > rounding)) return {start, {}, 0, 0};
-    return {start, way / length, 0, length};
-}
-
 Curve curveOf(const Segment& segment, Extent extent, double) {
     Straight straight = straightBetween(segment.start, segment.end);
     if (extent == Extent::extended && !straight.isPoint()) {
@@ -101,8 +75,7 @@ Curve curveOf(const Segment& segment, Extent extent, double) {
     return {straight, {segment.start, segment.end}};
 }
 
-// The stroke that remains of an ellipse without width: its points lie at centre + along * (a cos t + b sin
-// t).
+// What remains of an ellipse without width: points at centre + along * (a cos t + b sin t).
 Straight strokeOf(const EllipticArc& arc) {
     const AcGeVector3d longer = arc.u.length() > arc.v.length() ? arc.u : arc.v;
     const AcGeVector3d along = longer / longer.length();
@@ -145,231 +118,6 @@ AcGePoint3d snapped(const AcGePoint3d& p, const Curve& a, const Curve& b, double
     return p;
 }
 
-// ---- straight curves
-
-using Found = std::array<AcGePoint3d, 2>;
-
-int overlap(const Straight& a, const Straight& b, double tolerance, Found& found) {
-    const Straight& axis = a.extent() >= b.extent() ? a : b;
-    const Straight& other = &axis == &a ? b : a;
-    const double direction = axis.along.dotProduct(other.along) < 0 ? -1 : 1;
-    const double origin = axis.positionOf(other.origin);
-    const double p = origin + direction * other.lowest, q = origin + direction * other.highest;
-    double from = std::max(axis.lowest, std::min(p, q)), to = std::min(axis.highest, std::max(p, q));
-    if (from > to + tolerance) return 0;
-    if (to - from <= tolerance) from = to = from + (to - from) / 2;
-    int count = 0;
-    for (const double s : {from, to}) {
-        if (!std::isfinite(s) || other.distanceTo(axis.at(s)) > tolerance) continue;
-        found[static_cast<std::size_t>(count++)] = axis.at(s);
-    }
-    return count;
-}
-
-int crossing(const Straight& a, const Straight& b, double tolerance, Found& found) {
-    const AcGeVector3d normal = a.along.crossProduct(b.along), way = b.origin - a.origin;
-    const double meeting = way.crossProduct(b.along).dotProduct(normal) / normal.lengthSqrd();
-    const double first = std::clamp(meeting, a.lowest, a.highest);
-    const AcGePoint3d there = b.at(b.nearestTo(a.at(first))), here = a.at(a.nearestTo(there));
-    const double limit = std::max(tolerance, 1e-13 * largestCoordinate(here));
-    if (!(here.distanceTo(there) <= limit)) return 0;
-    found[0] = here;
-    return 1;
-}
-
-// Nearly parallel curves are taken for parallel where they could not be told apart over their whole length.
-int meetingsOf(const Straight& a, const Straight& b, double tolerance, Found& found) {
-    if (a.isPoint() || b.isPoint()) {
-        const AcGePoint3d& point = a.isPoint() ? a.origin : b.origin;
-        found[0] = point;
-        return (a.isPoint() ? b : a).distanceTo(point) <= tolerance;
-    }
-    const double sine = a.along.crossProduct(b.along).length();
-    const bool isParallel = sine <= 1e-12 || sine * std::min(a.extent(), b.extent()) <= tolerance;
-    return isParallel ? overlap(a, b, tolerance, found) : crossing(a, b, tolerance, found);
-}
-
-// ---- arcs
-
-/// Where along an arc another curve is near, as functions of the arc's parameter.
-struct Nearness {
-    std::array<TrigonometricPolynomial, 2> distances; ///< across the other curve, all within the tolerance
-    std::array<TrigonometricPolynomial, 2> limits;    ///< not negative between the other curve's ends
-    int limitCount = 0;
-    bool oneLimitIsEnough = false; ///< for more than half a circle
-    bool hasOverlaps = false;      ///< whether the other curve may lie upon the arc
-    double tolerance = 0;
-
-    void addLimit(const TrigonometricPolynomial& inside) {
-        limits[static_cast<std::size_t>(limitCount++)] = inside.lowered(-tolerance);
-    }
-    double distanceAt(double t) const {
-        return std::max(std::abs(distances[0].at(t)), std::abs(distances[1].at(t)));
-    }
-    bool holdsAt(double t) const {
-        if (!(distanceAt(t) <= tolerance)) return false;
-        int kept = 0;
-        for (int i = 0; i < limitCount; ++i) kept += limits[static_cast<std::size_t>(i)].at(t) >= 0;
-        return kept == limitCount || (oneLimitIsEnough && kept > 0);
-    }
-};
-
-/// A vector's product with the way from `origin` to the arc's points.
-TrigonometricPolynomial product(const AcGeVector3d& with, const EllipticArc& arc, const AcGePoint3d& origin) {
-    return {with.dotProduct(arc.centre - origin), with.dotProduct(arc.u), with.dotProduct(arc.v)};
-}
-
-Nearness nearnessTo(const Straight& line, const EllipticArc& arc, double tolerance) {
-    const AcGeVector3d cross = arc.u.crossProduct(arc.v), normal = cross / cross.length();
-    const AcGeVector3d along = line.isPoint() ? normal : line.along;
-    AcGeVector3d side = along.crossProduct(normal); // in the arc's plane, unless the line stands upon it
-    if (side.length() < 1e-3) side = along.crossProduct(arc.u);
-    side /= side.length();
-    Nearness near;
-    near.tolerance = tolerance;
-    near.distances = {product(side, arc, line.origin), product(along.crossProduct(side), arc, line.origin)};
-    const TrigonometricPolynomial position = product(along, arc, line.origin);
-    if (std::isfinite(line.lowest)) near.addLimit(position.lowered(line.lowest));
-    if (std::isfinite(line.highest))
-        near.addLimit({line.highest - position.constant, -position.cos1, -position.sin1});
-    return near;
-}
-
-TrigonometricPolynomial sumOfSquares(const TrigonometricPolynomial& x, const TrigonometricPolynomial& y) {
-    TrigonometricPolynomial sum;
-    for (const TrigonometricPolynomial& p : {x, y}) {
-        sum.constant += p.constant * p.constant + (p.cos1 * p.cos1 + p.sin1 * p.sin1) / 2;
-        sum.cos1 += 2 * p.constant * p.cos1;
-        sum.sin1 += 2 * p.constant * p.sin1;
-        sum.cos2 += (p.cos1 * p.cos1 - p.sin1 * p.sin1) / 2;
-        sum.sin2 += p.cos1 * p.sin1;
-    }
-    return sum;
-}
-
-Nearness nearnessTo(const EllipticArc& circle, const EllipticArc& arc, double tolerance) {
-    const double radius = circle.u.length();
-    const AcGeVector3d xAxis = circle.u / radius, yAxis = circle.v / radius;
-    const auto x = product(xAxis, arc, circle.centre), y = product(yAxis, arc, circle.centre);
-    const auto squares = sumOfSquares(x, y).lowered(radius * radius);
-    const double scale = 1 / (2 * radius); // near the circle this makes distances of squared ones
-    Nearness near;
-    near.tolerance = tolerance;
-    near.hasOverlaps = true;
-    near.distances = {TrigonometricPolynomial{squares.constant * scale, squares.cos1 * scale,
-                                              squares.sin1 * scale, squares.cos2 * scale,
-                                              squares.sin2 * scale},
-                      product(xAxis.crossProduct(yAxis), arc, circle.centre)};
-    if (circle.isClosed()) return near;
-    near.oneLimitIsEnough = circle.sweep > std::numbers::pi;
-    near.addLimit(y);
-    near.addLimit(product(xAxis * circle.sinSweep - yAxis * circle.cosSweep, arc, circle.centre));
-    return near;
-}
-
-struct Span {
-    double from, to;
-};
-
-struct Spans {
-    std::array<Span, 16> items{};
-    std::size_t count = 0;
-};
-
-/// The parameters between which nothing changes, sorted.
-class Breaks {
-public:
-    Breaks(const Nearness& near, double sweep) : sweep_(sweep) {
-        for (const double t : {0.0, std::numbers::pi / 2, 1.5 * std::numbers::pi, sweep}) add(t);
-        for (const auto& distance : near.distances)
-            for (const double level : {near.tolerance, -near.tolerance})
-                for (const double t : distance.lowered(level).signChanges()) add(t);
-        for (int i = 0; i < near.limitCount; ++i)
-            for (const double t : near.limits[static_cast<std::size_t>(i)].signChanges()) add(t);
-        std::sort(values_.begin(), values_.begin() + count_);
-    }
-    int pieces() const { return count_ - 1; }
-    Span piece(int i) const {
-        const auto index = static_cast<std::size_t>(i);
-        return {values_[index], values_[index + 1]};
-    }
-
-private:
-    void add(double t) {
-        if (t <= sweep_ && count_ < static_cast<int>(values_.size()))
-            values_[static_cast<std::size_t>(count_++)] = t;
-    }
-
-    std::array<double, 48> values_{};
-    int count_ = 0;
-    double sweep_;
-};
-
-// A piece as short as rounding says nothing and takes after its neighbours.
-Spans spansOf(const Nearness& near, const EllipticArc& arc) {
-    Spans spans;
-    bool isOpen = false;
-    const Breaks breaks{near, arc.sweep};
-    for (int i = 0; i < breaks.pieces(); ++i) {
-        const Span piece = breaks.piece(i);
-        if (piece.to - piece.from <= 1e-14 * arc.sweep) continue;
-        const bool holds = near.holdsAt(piece.from + (piece.to - piece.from) / 2);
-        if (holds && isOpen) spans.items[spans.count - 1].to = piece.to;
-        if (holds && !isOpen && spans.count < spans.items.size()) spans.items[spans.count++] = piece;
-        isOpen = holds;
-    }
-    Span &first = spans.items[0], &last = spans.items[spans.count ? spans.count - 1 : 0];
-    if (arc.isClosed() && spans.count > 1 && first.from <= 0 && last.to >= arc.sweep) {
-        first.from = last.from - fullTurn;
-        --spans.count;
-    }
-    return spans;
-}
-
-/// The parameter of an arc's point; `isBorder` when that is where a span ends.
-struct Contact {
-    double t;
-    bool isBorder;
-};
-
-/// Where in a span the other curve is crossed, or touched, or comes nearest.
-Contact contactIn(const Span& span, const Nearness& near) {
-    const double middle = span.from + (span.to - span.from) / 2;
-    const auto change = [&](const TrigonometricPolynomial& p) {
-        return std::max(std::abs(p.at(span.to) - p.at(span.from)), std::abs(p.at(middle) - p.at(span.from)));
-    };
-    const auto isCrossed = [&](const TrigonometricPolynomial& p) {
-        return (p.at(span.from) < 0) != (p.at(span.to) < 0);
-    };
-    const auto& distance = near.distances[change(near.distances[0]) >= change(near.distances[1]) ? 0 : 1];
-    for (const TrigonometricPolynomial& p : {distance, distance.derivative()})
-        if (isCrossed(p)) return {p.zeroBetween(span.from, span.to), false};
-    return {std::abs(distance.at(span.from)) <= std::abs(distance.at(span.to)) ? span.from : span.to, true};
-}
-
-/// True when the curves part at neither end of the span: one of them ends there.
-bool isOverlap(const Span& span, const Nearness& near, const EllipticArc& arc) {
-    const double length = (span.to - span.from) * std::max(arc.u.length(), arc.v.length());
-    return near.hasOverlaps && length > 4 * near.tolerance &&
-           std::max(near.distanceAt(span.from), near.distanceAt(span.to)) < 0.999 * near.tolerance;
-}
-
-AcGePoint3d pointAt(const EllipticArc& arc, double t) { return arc.at(std::cos(t), std::sin(t)); }
-
-template <class Take> void forEachContact(const Nearness& near, const EllipticArc& arc, const Take& take) {
-    const Spans spans = spansOf(near, arc);
-    for (std::size_t i = 0; i < spans.count; ++i) {
-        const Span& span = spans.items[i];
-        const bool isWhole = arc.isClosed() && span.to - span.from >= fullTurn;
-        if (!isOverlap(span, near, arc)) {
-            take(contactIn(span, near));
-        } else if (!isWhole) {
-            take(Contact{span.from, true});
-            take(Contact{span.to, true});
-        }
-    }
-}
-
 // ---- pairs
 
 bool isCircular(const EllipticArc& arc) {
@@ -392,13 +140,13 @@ public:
 
 private:
     void meet(const Straight& a, const Straight& b) {
-        Found points;
-        const int count = meetingsOf(a, b, tolerance_, points);
-        for (int i = 0; i < count; ++i) add(points[static_cast<std::size_t>(i)], roundingReach());
+        const StraightMeetings found = qx::shape::meetings(a, b, tolerance_);
+        for (std::size_t i = 0; i < found.count; ++i) add(found.points[i], roundingReach());
     }
     void meet(const Straight& line, const EllipticArc& arc) {
         if (line.distanceTo(arc.centre) > reachOf(arc) + tolerance_) return;
-        addContacts(nearnessTo(line, arc, tolerance_), arc);
+        const CentredArc centred{arc};
+        addContacts(nearnessTo(line, centred, tolerance_), centred);
     }
     void meet(const EllipticArc& arc, const Straight& line) { meet(line, arc); }
     // The larger of two circles is the one whose distance is asked for: its points are the less exact ones.
@@ -406,13 +154,13 @@ private:
         if (a.centre.distanceTo(b.centre) > reachOf(a) + reachOf(b) + tolerance_) return;
         if (!isCircular(a) && !isCircular(b)) return;
         const bool takesFirst = isCircular(a) && (!isCircular(b) || a.u.length() >= b.u.length());
-        addContacts(nearnessTo(takesFirst ? a : b, takesFirst ? b : a, tolerance_), takesFirst ? b : a);
+        const CentredArc centred{takesFirst ? b : a};
+        addContacts(nearnessTo(takesFirst ? a : b, centred, tolerance_), centred);
     }
     // The borders of spans lie beyond the ends of curves by as much as counts as meeting.
-    void addContacts(const Nearness& near, const EllipticArc& arc) {
-        forEachContact(near, arc, [&](const Contact& contact) {
-            add(pointAt(arc, contact.t), contact.isBorder ? 2 * tolerance_ : roundingReach());
-        });
+    void addContacts(const Nearness& near, const CentredArc& arc) {
+        for (const Contact& contact : contacts(near, arc))
+            add(arc.at(contact.t), contact.isBorder ? 2 * tolerance_ : roundingReach());
     }
     double roundingReach() const { return 1e-3 * tolerance_; }
     void add(const AcGePoint3d& p, double snapReach) {

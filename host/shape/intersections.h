@@ -40,8 +40,8 @@ private:
 
 /// The points in order along the first operand: from its start to its end, an extension beyond the start in
 /// front of it, the rest of a circle behind the end; around text from its bottom left corner. One of the two
-/// must be a segment or an arc of a circle; for other pairs, and for coordinates that are not finite or
-/// beyond 1e50, there are no points.
+/// is to be a segment or an arc of a circle: two other arcs and two texts give no points, nor do coordinates
+/// that are not finite or beyond 1e50.
 QX_HOST_API Meetings intersections(const Operand& first, const Operand& second);
 
 /// How near counts as meeting.

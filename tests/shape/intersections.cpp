@@ -437,15 +437,17 @@ TEST(IntersectionsLaw, meetingsInSpaceAreFound) {
         const double size = std::pow(10, random.number(-6, 8));
         EllipticArc curve = random.arc();
         if (random.oneIn(3))
-            curve = arcFromBulge(random.point(9), random.point(9), std::pow(10, random.number(-7, 2)), Z);
+            curve = arcFromBulge({random.number(-9, 0), 1, 2}, {9, random.number(-9, 9), 2},
+                                 std::pow(10, random.number(-7, 2)), Z);
+        if (random.oneIn(3)) curve.v *= 1.5;
+        const AcGeVector3d tilt = random.vector(1) * std::pow(10, random.number(-12, 0));
+        const AcGeVector3d x = (curve.u.normal() + tilt).normal();
+        const AcGeVector3d y = (curve.u.crossProduct(curve.v).normal() + tilt).crossProduct(x).normal();
         curve.centre = curve.centre * size;
         curve.u *= size;
         curve.v *= size;
         const double t = curve.sweep * random.number(0, 1);
         const AcGePoint3d p = curve.at(std::cos(t), std::sin(t));
-        const AcGeVector3d tilt = random.vector(1) * std::pow(10, random.number(-12, 0));
-        const AcGeVector3d x = (curve.u.normal() + tilt).normal();
-        const AcGeVector3d y = (curve.u.crossProduct(curve.v).normal() + tilt).crossProduct(x).normal();
         const AcGePoint3d centre = p - x * (size * random.number(0.3, 9));
         const Primitive through[] = {
             Segment{p - random.vector(9) * size, p},
