@@ -1,5 +1,6 @@
 // The simple entities. Points are in world coordinates unless a comment says otherwise, lengths in drawing
-// units, angles in radians. An entity with a normal lives in the object coordinate system of that normal.
+// units, angles in radians. An entity with a normal lives in the object coordinate system of that normal; its
+// thickness, which runs along the normal, is kept and moves along, but is not drawn.
 #pragma once
 
 #include "dbcurve.h"
@@ -25,6 +26,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d start, end;
         AcGeVector3d normal{0, 0, 1};
     };
@@ -45,6 +47,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d position;
         AcGeVector3d normal{0, 0, 1};
         double angleDegrees = 0;
@@ -73,6 +76,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d centre; ///< object coordinates
         double radius = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -106,6 +110,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d centre; ///< object coordinates
         double radius = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -151,6 +156,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d position, alignment; ///< object coordinates
         double height = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -334,6 +340,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         double x = 0, y = 0, elevation = 0; ///< the first two mean nothing
         double startWidth = 0, endWidth = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -368,6 +375,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         Adesk::Int32 flags = 0; ///< as of AcDb2dPolyline
         Adesk::Int32 curveType = 0;
     };
