@@ -89,7 +89,7 @@ struct FieldTable {
     /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if
     /// any.
     FieldTable(std::size_t plainSize, std::vector<Field> fields, const VertexGroups* vertexGroups = nullptr);
-    /// The same, with the fields of EntityProperties among the others: the struct begins with one.
+    /// The same, with the fields of EntityProperties before the others: the struct begins with one.
     static FieldTable ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
                                const VertexGroups* vertexGroups = nullptr);
 

@@ -50,6 +50,7 @@ const FieldTable& AcDbLine::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbLine"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::worldPoint, 10, offsetof(Data, start)},
                                                {Role::worldPoint, 11, offsetof(Data, end)},
                                                {Role::normal, 210, offsetof(Data, normal)},
@@ -73,6 +74,7 @@ const FieldTable& AcDbPoint::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbPoint"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::worldPoint, 10, offsetof(Data, position)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                                {Role::angleDegrees, 50, offsetof(Data, angleDegrees)},
@@ -94,6 +96,7 @@ const FieldTable& AcDbCircle::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
                                                {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
@@ -131,6 +134,7 @@ const FieldTable& AcDbArc::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDbCircle"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::ocsPoint, 10, offsetof(Data, centre)},
                                                {Role::length, 40, offsetof(Data, radius)},
                                                {Role::normal, 210, offsetof(Data, normal)},
@@ -172,6 +176,7 @@ const FieldTable& AcDbPolyline::table() {
         FieldTable::ofEntity(offsetof(Data, vertices),
                              {
                                  {Role::subclass, 100, 0, 0, "AcDbPolyline"},
+                                 {Role::height, 39, offsetof(Data, thickness)},
                                  {Role::integer, 70, offsetof(Data, flags)},
                                  {Role::length, 43, offsetof(Data, constantWidth)},
                                  {Role::elevation, 38, offsetof(Data, elevation)},

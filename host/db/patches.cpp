@@ -262,8 +262,8 @@ std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std
         if (field.role == Role::subclass) bytes += tagString(100, field.marker, lineEnd);
         const auto count = static_cast<std::size_t>(slotsOf(field));
         if (field.role == Role::vertices) bytes += vertexText(*table.vertices, base, lineEnd);
-        const bool isOptional = field.role == Role::integer || field.role == Role::normal ||
-                                field.offset < sizeof(EntityProperties);
+        const bool isOptional =
+            field.role == Role::integer || field.role == Role::normal || field.role == Role::height;
         bool isWritten = !isOptional;
         for (std::size_t i = slot; i < slot + count; ++i)
             isWritten = isWritten || differsFromFallback(table.slots[i], base);

@@ -136,6 +136,7 @@ const FieldTable& AcDb2dPolyline::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDb2dPolyline"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::plain, 10, offsetof(Data, x)},
                                                {Role::plain, 20, offsetof(Data, y)},
                                                {Role::elevation, 30, offsetof(Data, elevation)},
@@ -192,6 +193,7 @@ const FieldTable& AcDb3dPolyline::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(sizeof(Data), {
                                                {Role::subclass, 100, 0, 0, "AcDb3dPolyline"},
+                                               {Role::height, 39, offsetof(Data, thickness)},
                                                {Role::integer, 70, offsetof(Data, flags)},
                                                {Role::integer, 75, offsetof(Data, curveType)},
                                            });
@@ -239,7 +241,7 @@ Acad::ErrorStatus AcDbPolyline::convertFrom(AcDbEntity*& entity, Adesk::Boolean 
 
     constexpr int kept = 1 | 128; // what the flags of both classes mean alike
     const AcDb2dPolyline::Data& from = source->data();
-    data_ = {from.entity, from.elevation, 0, from.normal, from.flags & kept, {}, {}};
+    data_ = {from.entity, from.thickness, from.elevation, 0, from.normal, from.flags & kept, {}, {}};
     setLayerState(source->layerState());
     forEachVertex<AcDb2dVertex>(*source, [&](const AcDb2dVertex& vertex) {
         const bool hasOwn = vertex.startWidth() != 0 || vertex.endWidth() != 0;

@@ -75,11 +75,7 @@ FieldTable FieldTable::ofEntity(std::size_t plainSize, const std::vector<Field>&
         {Role::integer, 60, offsetof(EntityProperties, invisible)},
         {Role::integer, 62, offsetof(EntityProperties, colour), 256},
     };
-    for (const Field& field : fields) {
-        all.push_back(field);
-        if (&field == fields.data() && field.role == Role::subclass)
-            all.push_back({Role::height, 39, offsetof(EntityProperties, thickness)});
-    }
+    all.insert(all.end(), fields.begin(), fields.end());
     return {plainSize, std::move(all), vertexGroups};
 }
 

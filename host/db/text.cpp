@@ -41,6 +41,7 @@ template <class Data> std::vector<qx::db::Field> fieldsOfText() {
                                                  offsetof(Data, verticalMode)};
     return {
         {Role::subclass, 100, 0, 0, "AcDbText"},
+        {Role::height, 39, offsetof(Data, thickness)},
         {Role::ocsPoint, 10, offsetof(Data, position)},
         {Role::length, 40, offsetof(Data, height)},
         {Role::text, 1, offsetof(Data, text)},

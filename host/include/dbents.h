@@ -1,5 +1,6 @@
 // The simple entities. Points are in world coordinates unless a comment says otherwise, lengths in drawing
-// units, angles in radians. An entity with a normal lives in the object coordinate system of that normal.
+// units, angles in radians. An entity with a normal lives in the object coordinate system of that normal; its
+// thickness, which runs along the normal, is kept and moves along, but is not drawn.
 #pragma once
 
 #include "dbcurve.h"
@@ -26,6 +27,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d start, end;
         AcGeVector3d normal{0, 0, 1};
     };
@@ -46,6 +48,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d position;
         AcGeVector3d normal{0, 0, 1};
         double angleDegrees = 0;
@@ -75,6 +78,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d centre; ///< object coordinates
         double radius = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -109,6 +113,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d centre; ///< object coordinates
         double radius = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -154,6 +159,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         AcGePoint3d position, alignment; ///< object coordinates
         double height = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -344,6 +350,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         double x = 0, y = 0, elevation = 0; ///< the first two mean nothing
         double startWidth = 0, endWidth = 0;
         AcGeVector3d normal{0, 0, 1};
@@ -378,6 +385,7 @@ public:
 
     struct Data {
         qx::db::EntityProperties entity;
+        double thickness = 0;
         Adesk::Int32 flags = 0; ///< as of AcDb2dPolyline
         Adesk::Int32 curveType = 0;
     };

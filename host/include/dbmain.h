@@ -37,7 +37,6 @@ namespace qx::db {
 struct EntityProperties {
     Adesk::Int32 colour = 256;
     Adesk::Int32 invisible = 0;
-    double thickness = 0; ///< along the normal, of the classes that have a shape; not drawn
 };
 
 /// The part of an object that can change, as the store sees it.

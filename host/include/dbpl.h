@@ -74,7 +74,7 @@ public:
     };
     struct Data {
         qx::db::EntityProperties entity;
-        double elevation = 0, constantWidth = 0;
+        double thickness = 0, elevation = 0, constantWidth = 0;
         AcGeVector3d normal{0, 0, 1};
         Adesk::Int32 flags = 0; ///< 1: closed, 128: its line type runs on through the vertices
         std::vector<Vertex> vertices;
