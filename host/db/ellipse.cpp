@@ -76,4 +76,8 @@ qx::shape::EllipticArc AcDbEllipse::arc() const {
                                   qx::shape::sweepBetween(data_.startParameter, data_.endParameter));
 }
 
-void AcDbEllipse::shape(qx::shape::Sink& sink) const { sink.arc(arc()); }
+void AcDbEllipse::shape(qx::shape::Sink& sink) const {
+    qx::shape::EllipticArc whole = arc();
+    whole.extends = true;
+    sink.arc(whole);
+}
