@@ -39,7 +39,7 @@ protected:
     ~ModuleTest() override {
         loader_.setDrawingOpen(false);
         loader_.unloadAll();
-        commandStack().removeGroup(L"KV_PositionAlign");
+        for (const ACHAR* group : {L"KV_PositionAlign", L"KV_ObjectAlign"}) commandStack().removeGroup(group);
     }
 
     ModuleLoader& loader_ = moduleLoader();
@@ -49,6 +49,7 @@ const std::vector<std::string> whenLoaded = {
     "ADSKMyGroup/MyPickFirst/MyPickFirstLocal/2+",
     "ADSKMyGroup/MySessionCmd/MySessionCmdLocal/2097152",
     "KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0",
+    "KV_ObjectAlign/KV_ObjectAlign/KV_ObjectAlign/0",
 };
 
 TEST_F(ModuleTest, RegistersSamplesAndAlignmentCommands) {
@@ -62,13 +63,13 @@ TEST_F(ModuleTest, RegistersSamplesAndAlignmentCommands) {
 
 TEST_F(ModuleTest, UnloadingTakesOnlyTheSamples) {
     ASSERT_TRUE(loader_.unload("QX_GroupAlignment"));
-    EXPECT_EQ(commands(), std::vector<std::string>{"!KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0"});
-    EXPECT_NE(commandStack().find(L"kv_positionalign")->run().error().find("was unloaded"),
-              std::string::npos);
+    EXPECT_EQ(commands(), (std::vector<std::string>{"!KV_PositionAlign/KV_PositionAlign/KV_PositionAlign/0",
+                                                    "!KV_ObjectAlign/KV_ObjectAlign/KV_ObjectAlign/0"}));
+    for (const ACHAR* name : {L"kv_positionalign", L"kv_objectalign"})
+        EXPECT_NE(commandStack().find(name)->run().error().find("was unloaded"), std::string::npos);
     ASSERT_TRUE(loader_.load(modulePath));
-    auto sorted = commands();
-    std::sort(sorted.begin(), sorted.end());
-    EXPECT_EQ(sorted, whenLoaded);
+    const auto again = commands();
+    EXPECT_TRUE(std::is_permutation(again.begin(), again.end(), whenLoaded.begin(), whenLoaded.end()));
 }
 
 TEST_F(ModuleTest, KeepsTheResourceHandle) {
