@@ -6,6 +6,7 @@
 #include "geassign.h"
 #include "kernel/classTests.h"
 #include "kernel/plane.h"
+#include "objectalign/EntityPick.h"
 #include "objectalign/curvePicks.h"
 #include "objectalign/tangent.h"
 
@@ -91,14 +92,11 @@ std::optional<AcGePoint2d> askPointOn(AcDbObjectId curveId) {
 } // namespace
 
 std::optional<AlignmentPoint> chooseAlignmentPoint(ConstructionEntities& construction) {
-    ads_name name{};
-    ads_point pick{};
-    if (acedEntSel(L"请选择对齐点所在的直线、圆、圆弧或多段线:", name, pick) != RTNORM) return std::nullopt;
-    AcDbObjectId curveId;
-    acdbGetObjectId(curveId, name);
-    const auto point = askPointOn(curveId);
+    const EntityPick curve = pickEntity(L"请选择对齐点所在的直线、圆、圆弧或多段线:");
+    if (curve.result != RTNORM) return std::nullopt;
+    const auto point = askPointOn(curve.id);
     if (!point) return std::nullopt;
-    return onCurve(curveId, *point, construction);
+    return onCurve(curve.id, *point, construction);
 }
 
 } // namespace qx::objectalign

@@ -7,6 +7,7 @@
 #include "kernel/classTests.h"
 #include "kernel/construction.h"
 #include "kernel/plane.h"
+#include "objectalign/EntityPick.h"
 #include "objectalign/straightSegments.h"
 
 namespace qx::objectalign {
@@ -43,14 +44,11 @@ AcDbObjectId baselineOf(AcDbObjectId picked, const AcGePoint2d& pick, Constructi
 
 AcDbObjectId chooseBaseline(ConstructionEntities& construction) {
     for (;;) {
-        ads_name name{};
-        ads_point point{};
-        const int result = acedEntSel(L"选择对齐基线（直线、多段线）或回车指定第一个对齐点：", name, point);
-        if (result == RTCAN) return AcDbObjectId::kNull;
-        if (result == RTERROR) return baselineBetweenPoints(construction);
-        AcDbObjectId id;
-        if (result != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) continue;
-        const AcDbObjectId baseline = baselineOf(id, asPnt2d(point), construction);
+        const EntityPick pick = pickEntity(L"选择对齐基线（直线、多段线）或回车指定第一个对齐点：");
+        if (pick.result == RTCAN) return AcDbObjectId::kNull;
+        if (pick.result == RTERROR) return baselineBetweenPoints(construction);
+        if (pick.result != RTNORM) continue;
+        const AcDbObjectId baseline = baselineOf(pick.id, pick.point, construction);
         if (!baseline.isNull()) return baseline;
     }
 }

@@ -7,6 +7,7 @@
 #include "geassign.h"
 #include "kernel/SelectionSet.h"
 #include "kernel/polylineVertices.h"
+#include "objectalign/EntityPick.h"
 #include "objectalign/alignSelection.h"
 #include "objectalign/alignmentPointChoice.h"
 #include "objectalign/askSettings.h"
@@ -24,12 +25,9 @@ void sayNothingSelected() { acutPrintf(L"\n没有选中任何对象，未进行�
 // ---- what to align to
 
 std::optional<Reference> askLine(ConstructionEntities& construction) {
-    ads_name name{};
-    ads_point pick{};
-    if (acedEntSel(L"指定对齐线:", name, pick) != RTNORM) return std::nullopt;
-    AcDbObjectId id;
-    acdbGetObjectId(id, name);
-    return analyseAlignmentLine(id, asPnt2d(pick), construction);
+    const EntityPick pick = pickEntity(L"指定对齐线:");
+    if (pick.result != RTNORM) return std::nullopt;
+    return analyseAlignmentLine(pick.id, pick.point, construction);
 }
 
 std::optional<Reference> askReference(Action action, ConstructionEntities& construction) {
@@ -64,8 +62,11 @@ std::optional<Aligned> runOnGroups(const Settings& settings, ConstructionEntitie
     return alignWhole(selection, *reference, settings);
 }
 
-bool isPolyline(AcDbEntity& entity) {
-    if (kernel::isPolyline(entity)) return true;
+/// Another object is answered with a new line.
+bool isPolyline(AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity{id};
+    if (entity.openStatus() != Acad::eOk) return false;
+    if (kernel::isPolyline(*entity.object())) return true;
     acutPrintf(L"\n");
     return false;
 }
@@ -75,21 +76,16 @@ PickedPolylines pickPolylines() {
     PickedPolylines picked;
     SelectionSet set;
     acedSSAdd(nullptr, nullptr, set.name());
-    ads_name name{};
-    ads_point point{};
-    while (acedEntSel(L"请选择多段线：", name, point) == RTNORM) {
-        AcDbObjectId id;
-        acdbGetObjectId(id, name);
-        AcDbObjectPointer<AcDbEntity> entity{id};
-        if (entity.openStatus() != Acad::eOk || !isPolyline(*entity.object())) continue;
-        entity.close();
-        acedSSAdd(name, set.name(), set.name());
-        picked.ids.append(id);
-        picked.points.append(asPnt2d(point));
+    for (;;) {
+        const EntityPick pick = pickEntity(L"请选择多段线：");
+        if (pick.result != RTNORM) return picked;
+        if (!isPolyline(pick.id)) continue;
+        acedSSAdd(pick.name, set.name(), set.name());
+        picked.ids.append(pick.id);
+        picked.points.append(pick.point);
         acutPrintf(L"选择集中对象：%d\n", picked.ids.length());
         acedSSSetFirst(set.name(), nullptr);
     }
-    return picked;
 }
 
 std::optional<Aligned> runOnPolylines(const Settings& settings, ConstructionEntities& construction) {
