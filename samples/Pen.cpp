@@ -185,8 +185,7 @@ Handle Pen::text(Point at, double height, std::string_view content, Justify just
     return handle;
 }
 
-Handle Pen::multilineText(Point topLeft, double height, double width, std::string_view content,
-                          double angle) {
+Handle Pen::multilineText(Point topLeft, double height, double width, std::string_view content) {
     const Handle handle = open("MTEXT", "AcDbMText");
     out_.point3(10, topLeft);
     out_.real(40, height);
@@ -195,7 +194,7 @@ Handle Pen::multilineText(Point topLeft, double height, double width, std::strin
     out_.integer(72, 5);
     out_.text(1, content);
     out_.text(7, style_);
-    if (angle != 0) out_.real(50, angle);
+    out_.point3(11, {1, 0});
     out_.integer(73, 1);
     out_.real(44, 1);
     return handle;

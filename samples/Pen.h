@@ -75,8 +75,7 @@ public:
     Handle polyline3d(const std::vector<Elevated>& vertices);
     Handle text(Point at, double height, std::string_view content, Justify justify = Justify::left,
                 double angle = 0);
-    Handle multilineText(Point topLeft, double height, double width, std::string_view content,
-                         double angle = 0);
+    Handle multilineText(Point topLeft, double height, double width, std::string_view content);
     Handle insert(std::string_view block, Point at, Placement placement = {});
     Handle insertWith(std::string_view block, Point at, const std::vector<AttributeSlot>& slots,
                       const std::vector<std::string>& values, double angle = 0);

@@ -159,7 +159,7 @@ struct Nozzle {
 void drawTank(Pen& pen) {
     pen.layer("中心线");
     for (const double angle : {0.0, 90.0, 180.0, 270.0})
-        pen.line(polar(tank, angle, tankRadius - 6), polar(tank, angle, tankRadius + 4));
+        pen.line(polar(tank, angle, tankRadius - 6), polar(tank, angle, tankRadius + 2));
     pen.layer("设备");
     pen.circle(tank, tankRadius - 2.5);
     pen.ellipse(tank + Point{-20, 24}, {7, 3}, 0.6);
