@@ -38,8 +38,7 @@ public:
         from_ = before[0];
         to_ = after[0];
         const AcGeVector2d old = inPlane(before[far] - from_), now = inPlane(after[far] - to_);
-        if (!old.isZeroLength())
-            turn = std::remainder(now.angle() - old.angle(), 2 * std::numbers::pi);
+        if (!old.isZeroLength()) turn = std::remainder(now.angle() - old.angle(), 2 * std::numbers::pi);
         isRigid = true;
         for (std::size_t i = 0; i < before.size(); ++i)
             isRigid = isRigid && image(before[i]).distanceTo(after[i]) <= 1e-7; // false for what is no number

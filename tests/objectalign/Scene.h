@@ -30,13 +30,13 @@ inline constexpr PolylineKind polylineKinds[] = {PolylineKind::light, PolylineKi
 
 /// The polyline through these places of the world; one that is seen from below is written that way where
 /// its kind has a frame.
-inline std::string polyline(PolylineKind kind, const std::vector<AcGePoint3d>& vertices, bool isClosed = false,
-                            bool fromBelow = false) {
+inline std::string polyline(PolylineKind kind, const std::vector<AcGePoint3d>& vertices,
+                            bool isClosed = false, bool fromBelow = false) {
     const std::string flags = isClosed ? "1" : "0", normal = fromBelow ? "|210 0|220 0|230 -1" : "";
     const double side = fromBelow ? -1 : 1, elevation = vertices[0].z * side;
     if (kind == PolylineKind::light) {
-        std::string text = "LWPOLYLINE|90 " + std::to_string(vertices.size()) + "|70 " + flags +
-                           tag(38, elevation);
+        std::string text =
+            "LWPOLYLINE|90 " + std::to_string(vertices.size()) + "|70 " + flags + tag(38, elevation);
         for (const AcGePoint3d& each : vertices) text += tag(10, each.x * side) + tag(20, each.y);
         return text + normal;
     }
@@ -52,15 +52,12 @@ inline std::string polyline(PolylineKind kind, const std::vector<AcGePoint3d>& v
 /// The object, and a line through the origin, 50 to either side.
 struct Scene {
     Scene(std::string_view snippet, double angle)
-        : along{std::cos(angle), std::sin(angle), 0},
-          object{addWithParts(content, snippet)},
+        : along{std::cos(angle), std::sin(angle), 0}, object{addWithParts(content, snippet)},
           baseLine{content.line(AcGePoint3d::kOrigin - along * 50, AcGePoint3d::kOrigin + along * 50)} {}
 
     AcDbObjectId objectId() const { return drawing.id(object); }
     AcDbObjectId baseLineId() const { return drawing.id(baseLine); }
-    const char* changes() const {
-        return drawing->toBytes() == content.bytes() ? "nothing" : "changed";
-    }
+    const char* changes() const { return drawing->toBytes() == content.bytes() ? "nothing" : "changed"; }
     /// To be called at the end: what is left must be as it was.
     bool isUndoneToTheBytes() const {
         drawing->history().end();
