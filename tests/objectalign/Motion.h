@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,18 @@ inline std::string told(const AcGePoint3d& p) {
     const std::string z = rounded(p.z, 4);
     return rounded(p.x, 4) + "," + rounded(p.y, 4) + (z == "0" ? "" : "," + z);
 }
+
+/// The other way: points that stand apart by blanks.
+inline std::vector<AcGePoint3d> pointsFrom(const std::string& text) {
+    std::vector<AcGePoint3d> points;
+    std::istringstream words{text};
+    for (std::string word; words >> word;) {
+        AcGePoint3d& p = points.emplace_back();
+        std::sscanf(word.c_str(), "%lf,%lf,%lf", &p.x, &p.y, &p.z);
+    }
+    return points;
+}
+inline AcGePoint3d pointFrom(const std::string& text) { return pointsFrom(text).at(0); }
 
 /// A turn about the Z axis and a translation in the XY plane.
 class Motion {
