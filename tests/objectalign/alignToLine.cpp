@@ -1,6 +1,7 @@
 #include "objectalign/alignToLine.h"
 
 #include "kernel/classTests.h"
+#include "objectalign/angles.h"
 #include "tests/objectalign/Scene.h"
 
 #include <gtest/gtest.h>
@@ -45,6 +46,14 @@ std::string aligned(const LineCase& each) {
 
 void check(std::span<const LineCase> cases) {
     for (const LineCase& each : cases) EXPECT_EQ(aligned(each), each.expected) << each.name;
+}
+
+TEST(Angles, AreComparedWithTheirSevenDecimals) {
+    EXPECT_EQ(turnedTheShortWay(1.5707963), 1.5707963);
+    EXPECT_EQ(turnedTheShortWay(std::nextafter(1.5707963, 2)), std::nextafter(1.5707963, 2) - 3.1415926);
+    EXPECT_EQ(turnedTheShortWay(-6), -6);
+    EXPECT_EQ(foldedEdgeAngle(3.1415926), 3.1415926);
+    EXPECT_EQ(foldedEdgeAngle(3.1415927), 3.1415927 - 3.1415926);
 }
 
 TEST(AlignToLine, Lines) {
@@ -172,8 +181,11 @@ TEST(AlignToLine, Polylines) {
         {"a spline's frame does not count",
          "POLYLINE|66 1|10 0|20 0|70 4; VERTEX|10 2|20 4|70 16; VERTEX|10 2|20 5|70 8; VERTEX|10 5|20 8|70 8",
          unmoved, "2,5", "-0.7853982 2,5 lands 2,0", 0, "2,4"},
-        {"upright in space", polyline(PolylineKind::spatial, {{2, 5, 0}, {2, 5, 9}}), 1, "2,5", "364 nothing",
-         0, "2,4"},
+        {"upright edges of one in space have no direction",
+         polyline(PolylineKind::spatial, pointsFrom("2,5 2,5,9 5,8")), unmoved, "2,5",
+         "-0.7853982 2,5 lands 2,0", 0, "2,4"},
+        {"upright in space", polyline(PolylineKind::spatial, pointsFrom("2,5 2,5,9")), 1, "2,5",
+         "364 nothing", 0, "2,4"},
     };
     check(single);
 }
@@ -194,6 +206,8 @@ TEST(AlignToLine, ArcsStandShortOfTheLineWithTheirConvexSideTowardsIt) {
         {"cut by the line", "ARC|10 3|20 1|40 2|50 0|51 180", 1, "3,3", "3.1415926 3,1 lands 3,0"},
         {"centre nearer than half its radius: turned whichever way it bulges",
          "ARC|10 3|20 -0.5|40 2|50 0|51 180", 1, "3,-0.5", "3.1415926 3,1 lands 3,0"},
+        {"half its radius beyond the line: not turned", "ARC|10 3|20 -1|40 2|50 0|51 180", 1, "3,-1",
+         "0 3,-3 lands 3,0"},
         {"to a line that runs up", "ARC|10 3|20 1|40 2|50 0|51 180", 1, "3,3", "1.5707963 1,1 lands 0,1",
          1.5707963},
         {"from below", "ARC|10 -3|20 10|30 -2|40 2|50 0|51 90|210 0|220 0|230 -1", 1, "3,10,2",
