@@ -18,8 +18,8 @@ inline constexpr int notHandled = 364;
 /// ends. `landingPoint` is where the object comes down on the base line, also when it was not moved; the
 /// origin counts for an object whose perpendicular misses the line.
 ///
-/// Answers eOk, the status of an opening or transformation that was refused (nothing has moved then), or
-/// notHandled.
+/// Answers eOk, the status of an opening or transformation that was refused (nothing more has happened then),
+/// or notHandled.
 int alignObjectToBaseLine(AcDbObjectId objectId, const AcGePoint2d& referencePoint, double targetAngle,
                           double spacing, bool adjustSpacing, const AcDbEntity& baseLine,
                           AcGePoint3d& landingPoint);
