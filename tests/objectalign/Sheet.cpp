@@ -163,11 +163,11 @@ std::string Sheet::run(const std::function<void()>& body) {
 }
 
 std::string Sheet::runRefusing(int k, const std::function<void()>& body) {
-    requests_ = 0;
     refused_ = nullptr;
     return run([&] {
+        int requests = 0;
         drawing().setFault([&](db::Drawing::Action, const db::Record* record) {
-            if (requests_++ != k) return Acad::eOk;
+            if (requests++ != k) return Acad::eOk;
             refused_ = record;
             return Acad::eWasOpenForWrite;
         });

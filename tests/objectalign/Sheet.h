@@ -38,7 +38,6 @@ public:
     std::string run(const std::function<void()>& body);
     /// The same with the k-th request to the drawing refused.
     std::string runRefusing(int k, const std::function<void()>& body);
-    int requests() const { return requests_; }             ///< of the last runRefusing()
     const db::Record* refused() const { return refused_; } ///< by it; null when there were not so many
 
     AcDbObjectId id(Handle handle);
@@ -65,7 +64,6 @@ private:
     Editor editor_;
     std::string bytes_;
     std::vector<Handle> entities_;
-    int requests_ = 0;
     const db::Record* refused_ = nullptr;
 };
 
