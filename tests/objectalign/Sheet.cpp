@@ -11,6 +11,14 @@ namespace qx::tests {
 using namespace drawings;
 namespace {
 
+AcGePoint3d inSpace(const std::string& word) {
+    std::istringstream numbers{word};
+    AcGePoint3d point;
+    char comma;
+    numbers >> point.x >> comma >> point.y >> comma >> point.z;
+    return point;
+}
+
 struct Notation {
     struct Vertex {
         AcGePoint3d point;
@@ -51,14 +59,7 @@ private:
         else if (word[0] == 'a')
             ends += "|50 " + rest.substr(0, rest.find('.')) + "|51 " + rest.substr(rest.rfind('.') + 1);
         else
-            vertices.push_back({pointOf(word)});
-    }
-    static AcGePoint3d pointOf(const std::string& word) {
-        std::istringstream numbers{word};
-        AcGePoint3d point;
-        char comma;
-        numbers >> point.x >> comma >> point.y >> comma >> point.z;
-        return point;
+            vertices.push_back({inSpace(word)});
     }
 };
 
@@ -131,6 +132,11 @@ Handle draw(DrawingText& drawing, const std::string& notation) {
     return drawing.add(name + "|8 " + n.layer + point(10, first) + tag(40, n.radius) + n.ends);
 }
 
+AcGePoint2d pointOf(const std::string& text) {
+    const AcGePoint3d point = inSpace(text);
+    return {point.x, point.y};
+}
+
 std::string text(const AcGePoint2d& point) { return shortened(point.x) + "," + shortened(point.y); }
 
 std::string text(const AcGePoint3d& point) {
@@ -156,23 +162,19 @@ std::string Sheet::run(const std::function<void()>& body) {
     editor_.runBody([&] {
         const auto before = std::exchange(listener, [&](std::string_view message) { said += message; });
         body();
+        drawing().setFault(nullptr);
         listener = before;
     });
     expectInOrder(editor_);
     return said;
 }
 
-std::string Sheet::runRefusing(int k, const std::function<void()>& body) {
+void Sheet::refuse(int k) {
     refused_ = nullptr;
-    return run([&] {
-        int requests = 0;
-        drawing().setFault([&](db::Drawing::Action, const db::Record* record) {
-            if (requests++ != k) return Acad::eOk;
-            refused_ = record;
-            return Acad::eWasOpenForWrite;
-        });
-        body();
-        drawing().setFault(nullptr);
+    drawing().setFault([this, k, requests = 0](db::Drawing::Action, const db::Record* record) mutable {
+        if (requests++ != k) return Acad::eOk;
+        refused_ = record;
+        return Acad::eWasOpenForWrite;
     });
 }
 

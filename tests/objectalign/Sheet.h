@@ -23,6 +23,8 @@ using drawings::Handle;
 
 Handle draw(DrawingText& drawing, const std::string& text);
 
+/// "1,2" as a point.
+AcGePoint2d pointOf(const std::string& text);
 /// Points to four decimals; a height only where it is not 0.
 std::string text(const AcGePoint2d& point);
 std::string text(const AcGePoint3d& point);
@@ -36,9 +38,10 @@ public:
 
     /// Runs the body as one command, and gives what it said. A rule of the host that it breaks is a failure.
     std::string run(const std::function<void()>& body);
-    /// The same with the k-th request to the drawing refused.
-    std::string runRefusing(int k, const std::function<void()>& body);
-    const db::Record* refused() const { return refused_; } ///< by it; null when there were not so many
+    /// Called by a body: the k-th request to the drawing from now to its end is refused; none
+    /// when k is negative.
+    void refuse(int k);
+    const db::Record* refused() const { return refused_; } ///< null when there were not so many
 
     AcDbObjectId id(Handle handle);
     AcDbObjectIdArray ids(const std::vector<Handle>& handles);

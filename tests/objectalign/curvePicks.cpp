@@ -52,34 +52,34 @@ TEST(CurvePicks, ReachThreeUnitsSeenFromAbove) {
 struct SegmentCase {
     const char* name;
     const char* polyline; ///< without its kind
-    AcGePoint2d point;
+    const char* point;
     const char* standIn;
 };
 
 const SegmentCase segmentCases[] = {
-    {"within reach", "0,0 10,0", {5, 2.9}, "line 0,0 10,0"},
-    {"out of reach", "0,0 10,0", {5, 3.1}, ""},
-    {"past the end", "0,0 10,0 10,20", {-2.9, 0}, "line 0,0 10,0"},
-    {"the first near enough wins, not the nearest", "0,0 10,0 10,4 0,4", {5, 2.5}, "line 0,0 10,0"},
-    {"a shared vertex belongs to the lower index", "0,0 10,0 10,10", {10, 0}, "line 0,0 10,0"},
-    {"the first vertex belongs to the first", "0,0 10,0 10,10 closed", {0, 0}, "line 0,0 10,0"},
-    {"second segment", "0,0 10,0 10,10", {10, 5}, "line 10,0 10,10"},
-    {"closing segment", "0,0 20,0 20,20 closed", {10, 10}, "line 20,20 0,0"},
-    {"an open polyline has none", "0,0 20,0 20,20", {10, 10}, ""},
-    {"arc, a whole circle", "0,0 b1 10,0", {5, -5}, "circle 5,0 r5"},
-    {"arc within reach", "0,0 b1 10,0", {5, -7.9}, "circle 5,0 r5"},
-    {"arc out of reach", "0,0 b1 10,0", {5, -8.1}, ""},
-    {"the arc's other side", "0,0 b1 10,0", {5, 5}, ""},
-    {"an arc's end belongs to it", "0,0 b1 10,0 30,0", {10, 0}, "circle 5,0 r5"},
-    {"a straight one before the arc", "-20,0 0,0 b1 10,0", {0, 0}, "line -20,0 0,0"},
-    {"turned clockwise", "0,0 b-1 10,0", {5, 5}, "circle 5,0 r5"},
-    {"a vertex twice is no segment", "0,0 0,0 10,0", {0, 0}, "line 0,0 10,0"},
-    {"one vertex", "0,0 closed", {0, 0}, ""},
-    {"high above, brought down", "0,0 10,0 z9", {5, 2.9}, "line 0,0 10,0"},
-    {"arc high above", "0,0 b1 10,0 z9", {5, -5}, "circle 5,0 r5"},
-    {"seen from below", "0,0 10,0 z9 down", {-5, 0}, "line 0,0 -10,0"},
-    {"arc seen from below", "0,0 b1 10,0 z9 down", {-5, -5}, "circle -5,0 r5"},
-    {"arc seen from below, other side", "0,0 b1 10,0 down", {-5, 5}, ""},
+    {"within reach", "0,0 10,0", "5,2.9", "line 0,0 10,0"},
+    {"out of reach", "0,0 10,0", "5,3.1", ""},
+    {"past the end", "0,0 10,0 10,20", "-2.9,0", "line 0,0 10,0"},
+    {"the first near enough wins, not the nearest", "0,0 10,0 10,4 0,4", "5,2.5", "line 0,0 10,0"},
+    {"a shared vertex belongs to the lower index", "0,0 10,0 10,10", "10,0", "line 0,0 10,0"},
+    {"the first vertex belongs to the first", "0,0 10,0 10,10 closed", "0,0", "line 0,0 10,0"},
+    {"second segment", "0,0 10,0 10,10", "10,5", "line 10,0 10,10"},
+    {"closing segment", "0,0 20,0 20,20 closed", "10,10", "line 20,20 0,0"},
+    {"an open polyline has none", "0,0 20,0 20,20", "10,10", ""},
+    {"arc, a whole circle", "0,0 b1 10,0", "5,-5", "circle 5,0 r5"},
+    {"arc within reach", "0,0 b1 10,0", "5,-7.9", "circle 5,0 r5"},
+    {"arc out of reach", "0,0 b1 10,0", "5,-8.1", ""},
+    {"the arc's other side", "0,0 b1 10,0", "5,5", ""},
+    {"an arc's end belongs to it", "0,0 b1 10,0 30,0", "10,0", "circle 5,0 r5"},
+    {"a straight one before the arc", "-20,0 0,0 b1 10,0", "0,0", "line -20,0 0,0"},
+    {"turned clockwise", "0,0 b-1 10,0", "5,5", "circle 5,0 r5"},
+    {"a vertex twice is no segment", "0,0 0,0 10,0", "0,0", "line 0,0 10,0"},
+    {"one vertex", "0,0 closed", "0,0", ""},
+    {"high above, brought down", "0,0 10,0 z9", "5,2.9", "line 0,0 10,0"},
+    {"arc high above", "0,0 b1 10,0 z9", "5,-5", "circle 5,0 r5"},
+    {"seen from below", "0,0 10,0 z9 down", "-5,0", "line 0,0 -10,0"},
+    {"arc seen from below", "0,0 b1 10,0 z9 down", "-5,-5", "circle -5,0 r5"},
+    {"arc seen from below, other side", "0,0 b1 10,0 down", "-5,5", ""},
 };
 
 /// What stands for the segment, as drawn; the flag must agree.
@@ -97,8 +97,10 @@ TEST(CurvePicks, SegmentsOfBothFlatPolylines) {
             const std::string name = (isOlder ? "2d: " : "lw: ") + std::string{each.name};
             Sheet sheet({(isOlder ? "2d " : "lw ") + std::string{each.polyline}});
             const std::string said = sheet.run([&] {
-                EXPECT_EQ(isPointOnCurve(sheet.id(sheet.at(0)), each.point), each.standIn[0] != 0) << name;
-                EXPECT_EQ(standIn(sheet, sheet.at(0), each.point, isOlder, name.c_str()), each.standIn)
+                EXPECT_EQ(isPointOnCurve(sheet.id(sheet.at(0)), pointOf(each.point)), each.standIn[0] != 0)
+                    << name;
+                EXPECT_EQ(standIn(sheet, sheet.at(0), pointOf(each.point), isOlder, name.c_str()),
+                          each.standIn)
                     << name;
             });
             EXPECT_EQ(said, "") << name;
@@ -127,7 +129,10 @@ TEST(CurvePicks, AnyRequestMayBeRefused) {
         for (int k = 0;; ++k) {
             Sheet sheet({isOlder ? "2d 0,0 10,0" : "lw 0,0 10,0"});
             std::string drawn;
-            sheet.runRefusing(k, [&] { drawn = standIn(sheet, sheet.at(0), {5, 0}, isOlder, "refused"); });
+            sheet.run([&] {
+                sheet.refuse(k);
+                drawn = standIn(sheet, sheet.at(0), {5, 0}, isOlder, "refused");
+            });
             EXPECT_EQ(drawn, sheet.refused() ? "" : "line 0,0 10,0") << k;
             EXPECT_EQ(sheet.drawing().openCount(), 0u) << k;
             if (!sheet.refused()) break;
@@ -139,24 +144,24 @@ TEST(CurvePicks, DirectionOfALine) {
     const struct {
         const char* name;
         const char* line;
-        AcGePoint2d point;
+        const char* point;
         const char* ends;
         double degrees;
         const char* foot;
     } cases[] = {
-        {"rightwards", "line 0,0 10,0", {4, 2}, "0,0 10,0", 0, "4,0"},
-        {"leftwards: ends in order, angle its own", "line 10,0 0,0", {4, 2}, "0,0 10,0", 180, "4,0"},
-        {"downwards: from top to bottom", "line 0,10 0,0", {3, 4}, "0,10 0,0", 270, "0,4"},
-        {"upwards: from top to bottom", "line 0,0 0,10", {3, 4}, "0,10 0,0", 90, "0,4"},
-        {"slanted downwards", "line 0,0 10,-10", {10, 0}, "0,0 10,-10", 315, "5,-5"},
-        {"a hair from upright", "line 0.001,0 0,-10", {9, -5}, "0,-10 0.001,0", 270, "0.0005,-4.9991"},
-        {"past the end the line goes on", "line 0,0 10,0", {50, 3}, "0,0 10,0", 0, "50,0"},
-        {"heights don't count", "line 0,0,5 3,4,90", {-4, 3}, "0,0,5 3,4,90", 53.130102, "0,0"},
-        {"no length", "line 4,4,1 4,4,1", {9, 9}, "4,4,1 4,4,1", 0, "4,4"},
+        {"rightwards", "line 0,0 10,0", "4,2", "0,0 10,0", 0, "4,0"},
+        {"leftwards: ends in order, angle its own", "line 10,0 0,0", "4,2", "0,0 10,0", 180, "4,0"},
+        {"downwards: from top to bottom", "line 0,10 0,0", "3,4", "0,10 0,0", 270, "0,4"},
+        {"upwards: from top to bottom", "line 0,0 0,10", "3,4", "0,10 0,0", 90, "0,4"},
+        {"slanted downwards", "line 0,0 10,-10", "10,0", "0,0 10,-10", 315, "5,-5"},
+        {"a hair from upright", "line 0.001,0 0,-10", "9,-5", "0,-10 0.001,0", 270, "0.0005,-4.9991"},
+        {"past the end the line goes on", "line 0,0 10,0", "50,3", "0,0 10,0", 0, "50,0"},
+        {"heights don't count", "line 0,0,5 3,4,90", "-4,3", "0,0,5 3,4,90", 53.130102, "0,0"},
+        {"no length", "line 4,4,1 4,4,1", "9,9", "4,4,1 4,4,1", 0, "4,4"},
     };
     for (const auto& each : cases) {
         Sheet sheet({each.line});
-        AcGePoint2d point = each.point;
+        AcGePoint2d point = pointOf(each.point);
         AcGePoint3d first, second;
         double angle = -1;
         sheet.run([&] {
