@@ -141,8 +141,9 @@ TEST(PickedSegments, GoToALineAndThenToTheLeft) {
     for (const Case& each : cases) check(each);
 }
 
-const Job atPoint{.entry = Entry::atPoint, .at = {50, 0, 0}};
-const Job atCircle{.entry = Entry::toCircle, .at = {50, 0, 0}, .centre = {50, -30, 9}, .radius = 30};
+const Job atPoint{.entry = Entry::atPoint, .spacing = 7, .at = {50, 0, 0}};
+const Job atCircle{
+    .entry = Entry::toCircle, .spacing = 7, .at = {50, 0, 0}, .centre = {50, -30, 9}, .radius = 30};
 Job by(double spacing, Job job = atPoint) {
     job.spacing = spacing;
     job.adjusts = true;
