@@ -1,4 +1,5 @@
 #include "objectalign/wholeSelection.h"
+#include "objectalign/alignSelection.h"
 #include "tests/objectalign/Plane.h"
 #include "tests/objectalign/Sheet.h"
 
@@ -318,6 +319,43 @@ TEST(WholeSelections, AnyRequestMayBeRefused) {
                 if (!refused) break;
             }
         }
+}
+
+// What was picked decides which of the three it is, and which side is left.
+TEST(WholeSelections, AreAlignedToWhatWasPicked) {
+    const AlignmentPoint rightwards{.point = {35, 40, 0}, .angle = 0};
+    const AlignmentPoint leftwards{.point = {35, 40, 0}, .angle = std::numbers::pi};
+    AlignmentPoint onCircle{.curve = AlignmentPoint::Curve::circular, .point = {35, 40, 0}, .angle = 0};
+    onCircle.centre = {35, 0, 9};
+    const struct {
+        const char* name;
+        Reference reference;
+        bool adjusts;
+        const char *base, *pivot;
+    } cases[] = {
+        {"line", AlignmentLine{{}, 0, {}}, true, "5,93 15,93", "10,100"},
+        {"line, only turned", AlignmentLine{{}, 0, {}}, false, "5,0 15,0", "10,100"},
+        {"point of a line: to its left", rightwards, true, "35,47 45,47", "35,40"},
+        {"of one drawn backwards", leftwards, true, "35,33 45,33", "35,40"},
+        {"as far as the base point was", rightwards, false, "35,90 45,90", "35,40"},
+        {"point of a circle: outwards", onCircle, true, "35,47 45,47", "35,40"},
+        {"as far from the centre as it was", onCircle, false, "35,30 45,30", "35,40"},
+    };
+    for (const auto& each : cases) {
+        Scene scene{"line 5,0 15,0", "line 0,100 90,100"};
+        Sheet& sheet = scene.sheet;
+        scene.sheet.run([&] {
+            Reference reference = each.reference;
+            if (auto* line = std::get_if<AlignmentLine>(&reference)) line->id = sheet.id(sheet.at(4));
+            if (auto* point = std::get_if<AlignmentPoint>(&reference)) point->curveId = sheet.id(sheet.at(4));
+            const WholeSelection selection{
+                sheet.ids({sheet.at(0)}), Moves::objects, sheet.id(sheet.at(0)), {5, 0}};
+            const Aligned aligned =
+                alignWhole(selection, reference, {.spacing = 7, .adjustSpacing = each.adjusts});
+            EXPECT_EQ(text(std::get<AcGePoint3d>(aligned.pivot)), each.pivot) << each.name;
+        });
+        EXPECT_EQ(scene.base(), each.base) << each.name;
+    }
 }
 
 // ---- laws
