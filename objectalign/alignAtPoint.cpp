@@ -64,15 +64,17 @@ Turned turn(AcDbObjectId id, const Target& target) {
     return edge ? turnEdge(id, *edge, target) : Turned{notHandled};
 }
 
-template <class IsAcross> int alignAt(AcDbObjectId id, const Target& target, const IsAcross& isAcross) {
+template <class FindAcross> int alignAt(AcDbObjectId id, const Target& target, const FindAcross& findAcross) {
     const Turned turned = turn(id, target);
     if (turned.status != Acad::eOk || !turned.middle) return turned.status;
     AcGePoint2d goal = inPlane(target.point);
     if (target.adjustSpacing) goal += target.outward * (target.spacing + turned.extraSpacing);
-    const auto status =
+    auto status =
         kernel::transformEntity(id, AcGeMatrix3d{}.setToTranslation(inSpace(goal - *turned.middle)));
     const bool mayTurn = !target.adjustSpacing || target.spacing != 0.0;
-    if (status != Acad::eOk || !mayTurn || !isAcross()) return status;
+    bool isAcross = false;
+    if (status == Acad::eOk && mayTurn) status = findAcross(isAcross);
+    if (status != Acad::eOk || !isAcross) return status;
     return kernel::rotateEntity(id, inSpace(goal), PI);
 }
 
@@ -85,14 +87,16 @@ int alignObjectToGivenLine(AcDbObjectId objectId, double targetAngle, double spa
     const auto opened = readDirection(baseLineId, direction);
     if (opened != Acad::eOk) return opened;
     const Target target{firstPoint, targetAngle, leftOf(direction), spacing, adjustSpacing};
-    return alignAt(objectId, target, [&] { return meets(objectId, baseLineId); });
+    return alignAt(objectId, target,
+                   [&](bool& isAcross) { return findMeeting(objectId, baseLineId, isAcross); });
 }
 
 int alignObjectToGivenCircle(AcDbObjectId objectId, double targetAngle, double spacing, bool adjustSpacing,
                              const AcGePoint3d& alignPoint, const AcGePoint3d& centre, double radius) {
     const Target target{alignPoint, targetAngle, inPlane(alignPoint - centre).normal(), spacing,
                         adjustSpacing};
-    return alignAt(objectId, target, [&] { return reachesInside(objectId, centre, radius); });
+    return alignAt(objectId, target,
+                   [&](bool& isAcross) { return findInside(objectId, centre, radius, isAcross); });
 }
 
 } // namespace qx::objectalign
