@@ -50,7 +50,7 @@ int acedSSName(const ads_name ss, int i, ads_name entres) {
 
 int acedSSSetFirst(const ads_name pset, const ads_name unused) {
     Adesk::Int32 length = 0;
-    editors(&acedSSLength)(pset, &length);
+    editors (&acedSSLength)(pset, &length);
     stage.highlighted.push_back(unused ? -1 : length);
     return editors(&acedSSSetFirst)(pset, unused);
 }

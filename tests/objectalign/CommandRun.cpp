@@ -54,6 +54,13 @@ std::vector<std::string> olderPolyline(double x, const std::string& flags, const
     return snippets;
 }
 
+const std::map<std::string, std::string> phrases = {
+    {"<base>", "{K@1100,5} 0,100"},
+    {"<line>", "{H@50,0}"},
+    {"<onLine>", "{H@20,0} 50,1"},
+    {"<onCircle>", "{Z@50,-900} 50,-899"},
+};
+
 std::string typedOne(const std::string& input) {
     if (input == "-") return "";
     if (input == "^") return "^C";
@@ -73,9 +80,12 @@ public:
     ed::Input next(ed::Ask what) override {
         using Kind = ed::Input::Kind;
         if (what == ed::Ask::command)
-            return {.kind = std::exchange(hasBegun_, true) ? Kind::end : Kind::text, .text = "KV_ObjectAlign"};
+            return {.kind = std::exchange(hasBegun_, true) ? Kind::end : Kind::text,
+                    .text = "KV_ObjectAlign"};
         const std::string answer = at_ < answers_.size() ? answers_[at_++] : "^C";
-        return {.kind = answer == "^C" ? Kind::cancel : answer.empty() ? Kind::enter : Kind::text,
+        return {.kind = answer == "^C"   ? Kind::cancel
+                        : answer.empty() ? Kind::enter
+                                         : Kind::text,
                 .text = answer};
     }
     bool isInteractive() const override { return true; }
@@ -125,17 +135,22 @@ const Plan& plan() {
 std::vector<std::string> typed(const std::string& inputs) {
     std::vector<std::string> all;
     std::istringstream stream{inputs};
-    for (std::string each; stream >> each;) all.push_back(typedOne(each));
+    for (std::string each; stream >> each;) {
+        const auto phrase = phrases.find(each);
+        const auto meant = phrase == phrases.end() ? std::vector{typedOne(each)} : typed(phrase->second);
+        all.insert(all.end(), meant.begin(), meant.end());
+    }
     return all;
 }
 
 CommandRun::CommandRun(const std::string& bytes) : editor{bytes}, bytes_{bytes}, before_{poses()} {
     acedRegCmds->addCommand(L"QX_TEST", L"KV_ObjectAlign", L"KV_ObjectAlign", ACRX_CMD_MODAL,
                             objectalign::runCommand);
+    editor.session.observer = this;
 }
 
 bool CommandRun::script(const std::string& inputs) {
-    std::string text;
+    std::string text = "KV_ObjectAlign\n";
     for (const std::string& each : typed(inputs)) text += each + "\n";
     return editor.run(text).end == ed::RunEnd::sourceEnded;
 }
@@ -169,6 +184,15 @@ std::string CommandRun::added() const {
         colours += (colours.empty() ? "" : " ") + std::to_string(drawing.liveEntity(each)->colorIndex());
     });
     return colours;
+}
+
+std::string CommandRun::disorder(const std::string& mayBeAdded) {
+    std::string found = editor.session.line().failure();
+    if (drawing().openCount() != 0) found += " objects left open";
+    if (editor.session.violations != 0) found += " rolled back";
+    if (editor.session.reapedSets + editor.session.sets().count() != 0) found += " selection sets left";
+    if (added() != mayBeAdded) found += " added: " + added();
+    return found;
 }
 
 bool CommandRun::isUndoneToTheBytes() {

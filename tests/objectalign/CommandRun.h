@@ -1,12 +1,15 @@
 // Runs of KV_ObjectAlign over a drawing that has one of everything, in the short form of tables.
 //
 // Inputs stand apart by blanks: "-" is Enter, "^" is Esc, "{A}" the object called A, "{A@50,0}" that object,
-// picked there; anything else is typed as it stands.
+// picked there; "<base>" a base line and its base point, "<line>" an alignment line, "<onLine>" and
+// "<onCircle>" a curve and a point of it, at all of which things become level. Anything else is typed as it
+// stands.
 #pragma once
 
 #include "drawings/DrawingText.h"
 #include "ed/Editor.h"
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -31,23 +34,23 @@ const Plan& plan();
 std::vector<std::string> typed(const std::string& inputs);
 
 /// A session over the plan in which the command is known.
-class CommandRun {
+class CommandRun : private ed::CommandObserver {
 public:
     explicit CommandRun(const std::string& bytes = plan().content.bytes());
 
-    /// Whole commands, as a script; true when it went through.
+    /// Answers the command, as a script; true when it went through.
     bool script(const std::string& inputs);
-    /// One run of the command, answered by somebody who is asked again after a refused answer and presses
-    /// Esc when there is nothing more to say.
+    /// Answers the command as somebody who is asked again after a refused answer and presses Esc when there
+    /// is nothing more to say.
     void person(const std::vector<std::string>& answers);
-    void person(const std::string& inputs) { person(typed(inputs)); }
 
     /// What lies elsewhere than it did: "A 10,20<90, T gone", where things begin and which way they point.
     std::string changes() const;
     /// The colours of what is new in model space: "1 256".
     std::string added() const;
-    /// The sets that a command left to the host, or that are left still.
-    std::size_t setsLeft() { return editor.session.reapedSets + editor.session.sets().count(); }
+    /// What must not be after any run, whatever it did: objects left open, selection sets left to the host, a
+    /// broken rule, something added. Empty when all is well.
+    std::string disorder(const std::string& mayBeAdded = "");
     bool hasTheFilesBytes() { return drawing().toBytes() == bytes_; }
     /// Takes back the step of the run, if there is one.
     bool isUndoneToTheBytes();
@@ -56,8 +59,18 @@ public:
 
     Editor editor;
     const std::string& shown = editor.transcript;
+    std::string messages; ///< what the command printed; "/" stands for a line feed
 
 private:
+    void commandBegins(const db::Drawing*, const std::string&) override {}
+    void drawingChanges() override {}
+    void selected(const ed::RecordSet&) override {}
+    void message(std::string_view text) override {
+        for (const char each : text) messages += each == '\n' ? '/' : each;
+    }
+    void refused(const db::Record*, Acad::ErrorStatus) override {}
+    void commandEnds(db::Drawing*, ed::CommandEnd) override {}
+
     std::string bytes_;
     std::vector<std::string> before_;
 
