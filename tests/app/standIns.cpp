@@ -1,9 +1,7 @@
-// The module calls the editor and its commands; where the test program has these functions too, its own are
-// called.
+// The module calls the editor; where the test program has the same function, its own is called.
 #include "standIns.h"
 
 #include "acedads.h"
-#include "positionalign/command.h"
 
 std::vector<std::string> calls;
 
@@ -13,9 +11,3 @@ int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const struct r
                     (pt1 || pt2 || filter ? " with points or filter" : ""));
     return RTERROR;
 }
-
-namespace qx::positionalign {
-
-QX_HOST_API void runCommand() { calls.push_back("runCommand"); }
-
-} // namespace qx::positionalign
