@@ -120,9 +120,11 @@ TEST(Refusals, OfWhatIsNoObjectToAlign) {
         EXPECT_EQ(status(drawing.id(line)), Acad::eWasOpenForRead) << "the line that others are aligned to";
     }
     EXPECT_EQ(drawing->toBytes(), before);
-    EXPECT_FALSE(meets(drawing.id(erased), drawing.id(line)));
-    EXPECT_FALSE(meets(drawing.id(line), drawing.id(erased)));
-    EXPECT_FALSE(reachesInside(drawing.id(erased), {1, 2, 0}, 9));
+    bool isAcross = false;
+    EXPECT_EQ(findMeeting(drawing.id(erased), drawing.id(line), isAcross), Acad::eWasErased);
+    EXPECT_EQ(findMeeting(drawing.id(line), drawing.id(erased), isAcross), Acad::eWasErased);
+    EXPECT_EQ(findInside(drawing.id(erased), {1, 2, 0}, 9, isAcross), Acad::eWasErased);
+    EXPECT_FALSE(isAcross);
 }
 
 // Beyond the largest coordinate the drawing refuses; what has been turned stays turned, nothing is lost.
