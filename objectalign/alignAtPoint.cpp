@@ -8,7 +8,6 @@
 #include "kernel/rotations.h"
 #include "objectalign/AlignmentEdge.h"
 #include "objectalign/ArcTurn.h"
-#include "objectalign/alignToLine.h"
 #include "objectalign/angles.h"
 #include "objectalign/baseLineDirection.h"
 #include "objectalign/crossing.h"
@@ -57,11 +56,12 @@ Turned turn(AcDbObjectId id, const Target& target) {
     AcDbObjectPointer<AcDbEntity> entity{id};
     if (entity.openStatus() != Acad::eOk) return {entity.openStatus()};
     const bool isArc = kernel::asArc(entity) != nullptr;
-    const auto edge =
-        alignmentEdge(*entity.object(), {EdgeRequest::Purpose::point, target.point, target.angle});
+    AlignmentEdge edge;
+    const int found =
+        findAlignmentEdge(*entity.object(), {EdgeRequest::Purpose::point, target.point, target.angle}, edge);
     entity.close();
     if (isArc) return turnArcAt(id, target);
-    return edge ? turnEdge(id, *edge, target) : Turned{notHandled};
+    return found == Acad::eOk ? turnEdge(id, edge, target) : Turned{found};
 }
 
 template <class FindAcross> int alignAt(AcDbObjectId id, const Target& target, const FindAcross& findAcross) {

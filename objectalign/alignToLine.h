@@ -6,9 +6,6 @@
 
 namespace qx::objectalign {
 
-/// What an alignment answers for a kind of object that it does not handle: the object was skipped.
-inline constexpr int notHandled = 364;
-
 /// Turns the object so that its alignment edge gets the target angle (radians). With `adjustSpacing` it is
 /// then moved across the base line until its base point stands `spacing` drawing units (for a circle or
 /// ellipse: and the radius across) beyond it, text that still touches the line one text height further. An

@@ -59,8 +59,7 @@ std::optional<double> distanceToCarrier(const Segment& segment, const AcGePoint2
     return foot.distanceTo(pick);
 }
 
-std::optional<Segment> segmentAt(AcDbEntity& polyline, const AcGePoint2d& pick) {
-    const AcGePoint3dArray vertices = kernel::polylineVertices(polyline);
+std::optional<Segment> segmentAt(const AcGePoint3dArray& vertices, const AcGePoint2d& pick) {
     std::optional<Segment> nearest;
     double shortest = 0;
     for (int i = 0; i < vertices.length(); ++i) {
@@ -91,9 +90,11 @@ struct Turned {
 Turned turnSegment(AcDbObjectId id, const AcGePoint2d& pick, const Base& base) {
     AcDbObjectPointer<AcDbEntity> polyline{id};
     if (polyline.openStatus() != Acad::eOk) return {polyline.openStatus()};
-    const auto found = segmentAt(*polyline.object(), pick);
+    AcGePoint3dArray vertices;
+    const auto status = kernel::readPolylineVertices(*polyline.object(), vertices);
     polyline.close();
-    if (!found) return {Acad::eOk};
+    const auto found = segmentAt(vertices, pick);
+    if (status != Acad::eOk || !found) return {status};
 
     const auto [start, end] = ranked(*found, base.point);
     const double edgeAngle = foldedEdgeAngle(inPlane(end - start).angle());
@@ -164,7 +165,7 @@ int alignPickedSegmentsToLine(const AcDbObjectIdArray& pickedEntities, const AcG
         const Turned turned = turnSegment(id, pickPoints[i], base);
         if (turned.status != Acad::eOk) return turned.status;
         if (!turned.middle) continue;
-        const AcGePoint3d landing = footPoint(*turned.middle, targetAngle, baseLine, base.point);
+        const AcGePoint3d landing = footPoint(*turned.middle, targetAngle, baseLine);
         const AcGePoint2d goal = inPlane(landing) + base.left() * spacing;
         const auto status = adjustSpacing ? moveTo(id, *turned.middle, goal) : Acad::eOk;
         if (status != Acad::eOk) return status;

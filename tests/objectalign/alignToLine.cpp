@@ -205,7 +205,7 @@ TEST(AlignToLine, ArcsStandShortOfTheLineWithTheirConvexSideTowardsIt) {
          "3.1415926 3,1 lands 3,0"},
         {"cut by the line", "ARC|10 3|20 1|40 2|50 0|51 180", 1, "3,3", "3.1415926 3,1 lands 3,0"},
         {"centre nearer than half its radius: turned whichever way it bulges",
-         "ARC|10 3|20 -0.5|40 2|50 0|51 180", 1, "3,-0.5", "3.1415926 3,1 lands 3,0"},
+         "ARC|10 3|20 -0.5|40 2|50 0|51 180", 1, "3,-0.5", "3.1415926 3,3 lands 3,0"},
         {"half its radius beyond the line: not turned", "ARC|10 3|20 -1|40 2|50 0|51 180", 1, "3,-1",
          "0 3,-3 lands 3,0"},
         {"to a line that runs up", "ARC|10 3|20 1|40 2|50 0|51 180", 1, "3,3", "1.5707963 1,1 lands 0,1",

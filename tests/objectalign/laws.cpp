@@ -102,16 +102,17 @@ double clearance(const RandomScene& scene, const Specimen& text, double stop, do
     return 0;
 }
 
-/// With its apex at the spacing, on the side where it was.
+/// With its apex at the spacing and its hollow side beyond. It stays on its side, unless its centre is nearer
+/// to the line than half its radius.
 void expectArcShortOfTheLine(const RandomScene& scene, const Specimen& arc, const Motion& motion, bool adjust,
                              const std::string& name) {
-    const double side = std::copysign(1, scene.beside(arc.points[0]));
+    const double before = scene.beside(arc.points[0]);
     const double centre = scene.beside(motion.image(arc.points[0]));
     const double apex = scene.beside(motion.image(arc.points[1]));
     const double radius = arc.points[0].distanceTo(arc.points[1]);
-    if (std::abs(scene.beside(arc.points[0])) > radius / 2) {
-        EXPECT_GT((centre - apex) * side, 0) << name << ": convex side";
-    }
+    const double side = std::copysign(1, centre - apex);
+    EXPECT_NEAR(centre - apex, radius * side, tolerance) << name << ": apex on the axis";
+    EXPECT_TRUE(side * before > 0 || std::abs(before) < radius / 2) << name << ": side";
     if (adjust) {
         EXPECT_NEAR(apex, scene.spacing * side, tolerance) << name;
     }

@@ -261,9 +261,7 @@ TEST(PickedSegments, AnyRequestMayBeRefused) {
                 "entry " + std::to_string(static_cast<int>(entry)) + ", request " + std::to_string(k);
             EXPECT_EQ(sheet.drawing().openCount(), 0u) << where;
             const db::Record* refused = sheet.refused();
-            // A vertex that can't be read is left out; that is no failure.
-            const bool isVertex = refused && refused->kind == db::Kind::vertex;
-            EXPECT_EQ(job.status, refused && !isVertex ? Acad::eWasOpenForWrite : Acad::eOk) << where;
+            EXPECT_EQ(job.status, refused ? Acad::eWasOpenForWrite : Acad::eOk) << where;
             if (!refused) break;
             const std::string all = sheet.forms({first, second}), done = sheet.form(first);
             const bool isFirstDone = done == (entry == Entry::toLine ? "0,7 10,7 5,-13" : "55,7 45,7 50,27");
