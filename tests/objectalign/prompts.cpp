@@ -20,8 +20,8 @@ struct PromptCase {
     const char *messages, *changes;
 };
 
-PromptCase answered(const char* name, const char* inputs, const char* prompt, int result, AcGePoint2d point,
-                    const char* messages, const char* changes) {
+PromptCase answered(const char* name, const char* inputs, const char* prompt, int result,
+                    AcGePoint2d point = {}, const char* messages = "", const char* changes = "") {
     return {name, inputs, prompt, result, point, 0, messages, changes};
 }
 
@@ -73,21 +73,15 @@ void expectOutcomes(const std::vector<PromptCase>& cases) {
 }
 
 TEST(Prompts, APointWithTheResultZeroIsTakenUntested) {
-    const char *otherClass = "/请选择对齐点所在的直线、圆、圆弧或多段线!", *noTangent = "/该点不是切点";
+    const char *otherClass = "/请选择对齐点所在的直线、圆、圆弧或多段线!", *noTangent = "/该点不是切点",
+               *goneCurve = "/请选择对齐点所在的直线、圆、圆弧或多段线";
     expectOutcomes({
         answered("far from a line", "O S 5 P {A} - {H@0,0} -", pointPrompt, 0, {50, 777}, "", "A 45,5<0"),
         answered("on a text", "O S 5 P {A} - {T@0,0}", pointPrompt, 0, {}, otherClass, ""),
-        answered("on a 3D polyline", "O S 5 P {A} - {R@0,0}", pointPrompt, 0, {600, 25}, "", ""),
-        answered("far from a polyline", "O S 5 P {A} - {P@0,0}", pointPrompt, 0, {400, 777}, "", ""),
+        answered("on a 3D polyline", "O S 5 P {A} - {R@0,0}", pointPrompt, 0, {600, 25}),
+        answered("far from a polyline", "O S 5 P {A} - {P@0,0}", pointPrompt, 0, {400, 777}),
         answered("at a centre", "O S 5 P {A} - {Z@0,0}", pointPrompt, 0, {50, -1000}, noTangent, ""),
-        {"on a curve that is gone",
-         "O S 5 P {A} - {H@0,0}",
-         pointPrompt,
-         0,
-         {50, 0},
-         'H',
-         "/请选择对齐点所在的直线、圆、圆弧或多段线",
-         "H gone"},
+        {"gone", "O S 5 P {A} - {H@0,0}", pointPrompt, 0, {50, 0}, 'H', goneCurve, "H gone"},
     });
 }
 
@@ -97,13 +91,13 @@ TEST(Prompts, OtherResultsEndTheCommandOrAreAskedFor) {
         answered("a base line refused", whole, basePrompt, RTREJ, {}, "", "A -80,90<0"),
         answered("a keyword for it", whole, basePrompt, RTKWORD, {}, "", "A -80,90<0"),
         answered("one without a name", whole, basePrompt, RTNORM, {}, "", "A -80,90<0"),
-        answered("no base point", "O W - L {A} - {K@0,0}", pivotPrompt, RTERROR, {}, "", ""),
-        answered("a keyword for a line", "O W - L {A} - <base>", linePrompt, RTKWORD, {}, "", ""),
-        answered("a line without a name", "O S - L {A} -", linePrompt, RTNORM, {}, "", ""),
-        answered("a keyword for a curve", "O S - P {A} -", curvePrompt, RTKWORD, {}, "", ""),
-        answered("a keyword for a point", "O S - P {A} - <line>", pointPrompt, RTKWORD, {}, "", ""),
+        answered("no base point", "O W - L {A} - {K@0,0}", pivotPrompt, RTERROR),
+        answered("a keyword for a line", "O W - L {A} - <base>", linePrompt, RTKWORD),
+        answered("a line without a name", "O S - L {A} -", linePrompt, RTNORM),
+        answered("a keyword for a curve", "O S - P {A} -", curvePrompt, RTKWORD),
+        answered("a keyword for a point", "O S - P {A} - <line>", pointPrompt, RTKWORD),
         answered("an error for a point", "O S - P {A} - <line>", pointPrompt, RTERROR, {50, 0}, "", ""),
-        answered("a keyword for a polyline", "P - L <line> -", pickPrompt, RTKWORD, {}, "", ""),
+        answered("a keyword for a polyline", "P - L <line> -", pickPrompt, RTKWORD),
         answered("one without a name", "P - L {P@400,25} - <line> -", pickPrompt, RTNORM, {},
                  "选择集中对象：1/", "P 400,20<0"),
         answered("a keyword for a click", "O S - L {A} - <line>", flipPrompt, RTKWORD, {}, "", "A 10,20<0"),
