@@ -28,28 +28,25 @@ std::string typedOne(const std::string& input) {
     return "(list " + entity + " (list " + point + " 0))";
 }
 
-/// See CommandRun::person().
+/// Runs the command once; what is answered says `answer`, "^C" for Esc.
 class Answers final : public ed::InputSource {
 public:
-    explicit Answers(std::vector<std::string> answers) : answers_{std::move(answers)} {}
+    explicit Answers(CommandRun::Answer answer) : answer_{std::move(answer)} {}
 
     ed::Input next(ed::Ask what) override {
         using Kind = ed::Input::Kind;
         if (what == ed::Ask::command)
             return {.kind = std::exchange(hasBegun_, true) ? Kind::end : Kind::text,
                     .text = "KV_ObjectAlign"};
-        const std::string answer = at_ < answers_.size() ? answers_[at_++] : "^C";
-        return {.kind = answer == "^C"   ? Kind::cancel
-                        : answer.empty() ? Kind::enter
-                                         : Kind::text,
-                .text = answer};
+        const std::string answer = answer_(what);
+        const Kind kind = answer == "^C" ? Kind::cancel : answer.empty() ? Kind::enter : Kind::text;
+        return {.kind = kind, .text = answer};
     }
     bool isInteractive() const override { return true; }
     std::string name() const override { return "person"; }
 
 private:
-    std::vector<std::string> answers_;
-    std::size_t at_ = 0;
+    CommandRun::Answer answer_;
     bool hasBegun_ = false;
 };
 } // namespace
@@ -115,7 +112,11 @@ bool CommandRun::script(const std::string& inputs) {
 }
 
 void CommandRun::person(const std::vector<std::string>& answers) {
-    Answers source{answers};
+    person([&, at = std::size_t{0}](ed::Ask) mutable { return at < answers.size() ? answers[at++] : "^C"; });
+}
+
+void CommandRun::person(Answer answer) {
+    Answers source{std::move(answer)};
     ed::CommandRunner{editor.session}.run(source);
 }
 

@@ -55,21 +55,14 @@ TEST(CurvePicks, SegmentsOfBothFlatPolylines) {
         const char *name, *polyline, *point, *standIn;
     } cases[] = {
         {"within reach", "0,0 10,0", "5,2.9", "line 0,0 10,0"},
-        {"out of reach", "0,0 10,0", "5,3.1", ""},
         {"the first near enough wins, not the nearest", "0,0 10,0 10,4 0,4", "5,2.5", "line 0,0 10,0"},
         {"a shared vertex belongs to the lower index", "0,0 10,0 10,10", "10,0", "line 0,0 10,0"},
-        {"second segment", "0,0 10,0 10,10", "10,5", "line 10,0 10,10"},
         {"closing segment", "0,0 20,0 20,20 closed", "10,10", "line 20,20 0,0"},
         {"an open polyline has none", "0,0 20,0 20,20", "10,10", ""},
         {"arc within reach, a whole circle", "0,0 b1 10,0", "5,-7.9", "circle 5,0 r5"},
-        {"arc out of reach", "0,0 b1 10,0", "5,-8.1", ""},
         {"the arc's other side", "0,0 b1 10,0", "5,5", ""},
         {"an arc's end belongs to it", "0,0 b1 10,0 30,0", "10,0", "circle 5,0 r5"},
-        {"turned clockwise", "0,0 b-1 10,0", "5,5", "circle 5,0 r5"},
-        {"a vertex twice is no segment", "0,0 0,0 10,0", "0,0", "line 0,0 10,0"},
-        {"one vertex", "0,0 closed", "0,0", ""},
         {"high above, brought down", "0,0 10,0 z9", "5,2.9", "line 0,0 10,0"},
-        {"arc high above", "0,0 b1 10,0 z9", "5,-5", "circle 5,0 r5"},
         {"seen from below", "0,0 10,0 z9 down", "-5,0", "line 0,0 -10,0"},
         {"arc seen from below", "0,0 b1 10,0 z9 down", "-5,-5", "circle -5,0 r5"},
     };

@@ -139,17 +139,6 @@ TEST(Refusals, OfACurveStopTheStep) {
     EXPECT_FALSE(isAcross);
 }
 
-// Beyond the largest coordinate the drawing refuses; what has been turned stays turned, nothing is lost.
-TEST(Refusals, OfPlacesThatAreTooFar) {
-    for (const Entry entry : {Entry::atLine, Entry::atCircle})
-        for (const char* const object : objects) {
-            Sheet sheet({object, line});
-            Job job{entry, "by=1e16"};
-            sheet.run([&] { job.run(sheet, sheet.ids({sheet.at(0)}), sheet.id(1)); });
-            EXPECT_EQ(job.status, Acad::eInvalidInput) << object;
-        }
-}
-
 // Of what can't be opened nothing is found, nothing is drawn and nothing is said.
 TEST(Faults, InFindingCurves) {
     const auto isLine = [](AcDbObjectId id, ConstructionEntities& construction) {
