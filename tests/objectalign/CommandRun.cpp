@@ -2,57 +2,13 @@
 
 #include "objectalign/command.h"
 #include "rxregsvc.h"
-#include "shape/Sink.h"
+#include "tests/objectalign/Sheet.h"
 
-#include <cmath>
-#include <numbers>
 #include <sstream>
 
 namespace qx::tests {
 namespace {
 using drawings::Handle;
-
-std::string rounded(double value) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.12g", std::round(value * 100) / 100 + 0.0);
-    return text;
-}
-
-/// Where the first thing that is drawn begins and which way it goes; of arcs the centre and the way to where
-/// they begin.
-class Pose final : public shape::Sink {
-public:
-    void segment(const shape::Segment& segment) override { note(segment.start, segment.end - segment.start); }
-    void arc(const shape::EllipticArc& arc) override { note(arc.centre, arc.u); }
-    void text(const shape::TextRun& run) override { note(run.origin, run.along); }
-
-    std::string text_;
-
-private:
-    void note(const AcGePoint3d& at, const AcGeVector3d& along) {
-        if (!text_.empty()) return;
-        const double degrees = std::atan2(along.y, along.x) * 180 / std::numbers::pi;
-        const std::string turned = rounded(degrees < -0.005 ? degrees + 360 : degrees);
-        text_ = rounded(at.x) + "," + rounded(at.y) + "<" + turned;
-    }
-};
-
-std::string poseOf(const db::Drawing& drawing, Handle handle) {
-    db::Record* record = drawing.find(handle);
-    if (record->has(db::Record::erased)) return "gone";
-    Pose pose;
-    drawing.liveEntity(record)->shape(pose);
-    return pose.text_;
-}
-
-/// A polyline with vertices of its own, on from the point (x, y).
-std::vector<std::string> olderPolyline(double x, const std::string& flags, const std::string& vertexFlags) {
-    std::vector<std::string> snippets{"POLYLINE|66 1|70 " + flags};
-    for (const AcGePoint3d& each : {AcGePoint3d{x, 20, 0}, {x, 30, 0}, {x + 20, 30, 0}})
-        snippets.push_back("VERTEX" + drawings::point(10, each) + "|70 " + vertexFlags);
-    snippets.push_back("SEQEND");
-    return snippets;
-}
 
 const std::map<std::string, std::string> phrases = {
     {"<base>", "{K@1100,5} 0,100"},
@@ -72,56 +28,56 @@ std::string typedOne(const std::string& input) {
     return "(list " + entity + " (list " + point + " 0))";
 }
 
-/// See CommandRun::person().
+/// Runs the command once; what is answered says `answer`, "^C" for Esc.
 class Answers final : public ed::InputSource {
 public:
-    explicit Answers(std::vector<std::string> answers) : answers_{std::move(answers)} {}
+    explicit Answers(CommandRun::Answer answer) : answer_{std::move(answer)} {}
 
     ed::Input next(ed::Ask what) override {
         using Kind = ed::Input::Kind;
         if (what == ed::Ask::command)
             return {.kind = std::exchange(hasBegun_, true) ? Kind::end : Kind::text,
                     .text = "KV_ObjectAlign"};
-        const std::string answer = at_ < answers_.size() ? answers_[at_++] : "^C";
-        return {.kind = answer == "^C"   ? Kind::cancel
-                        : answer.empty() ? Kind::enter
-                                         : Kind::text,
-                .text = answer};
+        const std::string answer = answer_(what);
+        const Kind kind = answer == "^C" ? Kind::cancel : answer.empty() ? Kind::enter : Kind::text;
+        return {.kind = kind, .text = answer};
     }
     bool isInteractive() const override { return true; }
     std::string name() const override { return "person"; }
 
 private:
-    std::vector<std::string> answers_;
-    std::size_t at_ = 0;
+    CommandRun::Answer answer_;
     bool hasBegun_ = false;
 };
 } // namespace
 
 Plan::Plan() {
-    const auto add = [this](char name, const std::vector<std::string>& snippets) {
-        names += name;
-        handles[name] = content.add(snippets.front());
-        for (std::size_t i = 1; i < snippets.size(); ++i) content.add(snippets[i]);
+    const struct {
+        char name;
+        const char* object;
+    } all[] = {
+        {'H', "line 0,0 100,0"},
+        {'A', "line 10,20 10,30"},
+        {'T', "TEXT|10 200|20 40|40 2.5|1 abc|50 30"},
+        {'B', "INSERT|2 BLOCK|10 300|20 40|50 90"},
+        {'P', "lw 400,20 400,30 420,30"},
+        {'Q', "2d 500,20 500,30 520,30"},
+        {'R', "3d 600,20 600,30 620,30"},
+        {'U', "arc 700,40 r10 a0..180"},
+        {'C', "circle 800,40 r10"},
+        {'E', "ELLIPSE 900,40 0,20 r0.5"},
+        {'N', "POINT 1000,40"},
+        {'K', "line 1100,0 1100,10"},
+        {'M', "MTEXT|10 1200|20 40|40 2.5|71 7|1 abc|11 0|21 1"},
+        {'W', "lw 1300,20 b1 1320,20"},
+        {'S', "circle 1500,40 r2"},
+        {'X', "line 1600,40,5 1620,40,5"},
+        {'Z', "circle 50,-1000 r100"},
     };
-    const std::string angle = "10 400|20 20|10 400|20 30|10 420|20 30";
-    add('H', {"LINE|10 0|20 0|11 100|21 0"});
-    add('A', {"LINE|10 10|20 20|11 10|21 30"});
-    add('T', {"TEXT|10 200|20 40|40 2.5|1 abc|50 30"});
-    add('B', {"INSERT|2 BLOCK|10 300|20 40|50 90"});
-    add('P', {"LWPOLYLINE|90 3|70 0|" + angle});
-    add('Q', olderPolyline(500, "0", "0"));
-    add('R', olderPolyline(600, "8", "32"));
-    add('U', {"ARC|10 700|20 40|40 10|50 0|51 180"});
-    add('C', {"CIRCLE|10 800|20 40|40 10"});
-    add('E', {"ELLIPSE|10 900|20 40|11 0|21 20|40 0.5"});
-    add('N', {"POINT|10 1000|20 40"});
-    add('K', {"LINE|10 1100|20 0|11 1100|21 10"});
-    add('M', {"MTEXT|10 1200|20 40|40 2.5|71 7|1 abc|11 0|21 1"});
-    add('W', {"LWPOLYLINE|90 2|70 0|10 1300|20 20|42 1|10 1320|20 20"});
-    add('S', {"CIRCLE|10 1500|20 40|40 2"});
-    add('X', {"LINE|10 1600|20 40|30 5|11 1620|21 40|31 5"});
-    add('Z', {"CIRCLE|10 50|20 -1000|40 100"});
+    for (const auto& each : all) {
+        names += each.name;
+        handles[each.name] = draw(content, each.object);
+    }
     content.blocks = {{"BLOCK", {"LINE|10 0|20 0|11 20|21 0"}}};
     content.group("AT", {handles['A'], handles['T']});
     content.group("CP", {handles['C'], handles['P']});
@@ -156,7 +112,11 @@ bool CommandRun::script(const std::string& inputs) {
 }
 
 void CommandRun::person(const std::vector<std::string>& answers) {
-    Answers source{answers};
+    person([&, at = std::size_t{0}](ed::Ask) mutable { return at < answers.size() ? answers[at++] : "^C"; });
+}
+
+void CommandRun::person(Answer answer) {
+    Answers source{std::move(answer)};
     ed::CommandRunner{editor.session}.run(source);
 }
 
@@ -164,7 +124,7 @@ std::vector<std::string> CommandRun::poses() const {
     std::vector<std::string> all;
     const db::Drawing& drawing = *editor.session.drawing();
     for (const char name : plan().names)
-        if (drawing.find(plan()[name])) all.push_back(name + (" " + poseOf(drawing, plan()[name])));
+        if (drawing.find(plan()[name])) all.push_back(name + (" " + pose(drawing, plan()[name], 2, 2)));
     return all;
 }
 

@@ -10,6 +10,7 @@
 #include "ed/Editor.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -43,6 +44,8 @@ public:
     /// Answers the command as somebody who is asked again after a refused answer and presses Esc when there
     /// is nothing more to say.
     void person(const std::vector<std::string>& answers);
+    using Answer = std::function<std::string(ed::Ask)>;
+    void person(Answer answer);
 
     /// What lies elsewhere than it did: "A 10,20<90, T gone", where things begin and which way they point.
     std::string changes() const;

@@ -1,9 +1,10 @@
 #include "tests/objectalign/Sheet.h"
 
 #include "dbents.h"
-#include "dbpl.h"
+#include "shape/Sink.h"
 
 #include <cmath>
+#include <map>
 #include <numbers>
 #include <sstream>
 
@@ -11,22 +12,25 @@ namespace qx::tests {
 using namespace drawings;
 namespace {
 
-AcGePoint3d inSpace(const std::string& word) {
-    std::istringstream numbers{word};
-    AcGePoint3d point;
-    char comma;
-    numbers >> point.x >> comma >> point.y >> comma >> point.z;
-    return point;
-}
+const std::map<std::string, std::string> snippetNames = {
+    {"line", "LINE"},
+    {"circle", "CIRCLE"},
+    {"arc", "ARC"},
+    {"text", "TEXT|1 H"},
+    {"lw", ""},
+    {"angle", "INSERT|2 Angle"},
+    {"hang", "INSERT|2 Down"},
+    {"mtext", "MTEXT|46 12|71 7|1 H"},
+};
 
 struct Notation {
     struct Vertex {
         AcGePoint3d point;
         double bulge = 0;
     };
-    std::string kind, layer = "0", ends; ///< groups of the extrusion and of the arc's ends
+    std::string kind, layer = "0", groups; ///< those besides points
     std::vector<Vertex> vertices;
-    double height = 0, radius = 0;
+    double height = 0;
     int flags = 0;
     bool isSpline = false;
 
@@ -34,9 +38,6 @@ struct Notation {
         std::istringstream words{notation};
         words >> kind;
         for (std::string word; words >> word;) read(word);
-    }
-    std::string flat(const char* name, int heightCode) const {
-        return name + ("|8 " + layer) + tag(heightCode, height) + ends;
     }
 
 private:
@@ -47,26 +48,29 @@ private:
         else if (word == "spline")
             isSpline = true;
         else if (word == "down")
-            ends += "|210 0|220 0|230 -1";
+            groups += "|210 0|220 0|230 -1";
         else if (word == "LOCKED")
             layer = word;
         else if (word[0] == 'z')
             height = std::stod(rest);
         else if (word[0] == 'b')
             vertices.back().bulge = std::stod(rest);
-        else if (word[0] == 'r')
-            radius = std::stod(rest);
+        else if (word[0] == 'r' || word[0] == 'h')
+            groups += "|40 " + rest;
+        else if (word[0] == '<')
+            groups += "|50 " + rest;
         else if (word[0] == 'a')
-            ends += "|50 " + rest.substr(0, rest.find('.')) + "|51 " + rest.substr(rest.rfind('.') + 1);
+            groups += "|50 " + rest.substr(0, rest.find("..")) + "|51 " + rest.substr(rest.find("..") + 2);
         else
-            vertices.push_back({inSpace(word)});
+            vertices.push_back({pointOf(word)});
     }
 };
 
 Handle drawOlderPolyline(DrawingText& drawing, const Notation& n) {
     const bool isInSpace = n.kind == "3d";
     const int flags = n.flags | (isInSpace ? 8 : 0) | (n.isSpline ? 4 : 0);
-    const Handle header = drawing.add(n.flat("POLYLINE", 30) + "|66 1|10 0|20 0|70 " + std::to_string(flags));
+    const Handle header = drawing.add("POLYLINE|8 " + n.layer + tag(30, n.height) + n.groups +
+                                      "|66 1|10 0|20 0|70 " + std::to_string(flags));
     for (std::size_t i = 0; i < n.vertices.size(); ++i) {
         const bool isFrame = n.isSpline && (i == 0 || i + 1 == n.vertices.size());
         const int kind = (isInSpace ? 32 : 0) | (isFrame ? 16 : n.isSpline ? 8 : 0);
@@ -79,79 +83,91 @@ Handle drawOlderPolyline(DrawingText& drawing, const Notation& n) {
 }
 
 Handle drawLightPolyline(DrawingText& drawing, const Notation& n) {
-    std::string snippet = n.flat("LWPOLYLINE", 38) + "|90 " + std::to_string(n.vertices.size()) + "|70 " +
-                          std::to_string(n.flags);
+    std::string snippet = "LWPOLYLINE|8 " + n.layer + tag(38, n.height) + n.groups + "|90 " +
+                          std::to_string(n.vertices.size()) + "|70 " + std::to_string(n.flags);
     for (const auto& [point, bulge] : n.vertices)
         snippet += tag(10, point.x) + tag(20, point.y) + (bulge != 0 ? tag(42, bulge) : "");
     return drawing.add(snippet);
 }
 
-std::string shortened(double value) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.12g", std::round(value * 1e4) / 1e4 + 0.0);
-    return text;
-}
+class Pose final : public shape::Sink {
+public:
+    void segment(const shape::Segment& segment) override { note(segment.start, segment.end - segment.start); }
+    void arc(const shape::EllipticArc& arc) override { note(arc.centre, arc.u); }
+    void text(const shape::TextRun& run) override { note(run.origin, run.along); }
 
-std::string joined(const std::vector<AcGePoint3d>& points) {
-    std::string all;
-    for (const AcGePoint3d& each : points) all += (all.empty() ? "" : " ") + text(each);
-    return all;
-}
+    std::vector<AcGePoint3d> begin;
+    AcGeVector3d along;
 
-template <class T> const T* as(const AcDbObject* object) { return dynamic_cast<const T*>(object); }
-
-double radiusOf(const AcDbObject* entity) {
-    if (const auto* circle = as<AcDbCircle>(entity)) return circle->radius();
-    if (const auto* arc = as<AcDbArc>(entity)) return arc->radius();
-    return 0;
-}
-
-std::vector<AcGePoint3d> ownPoints(const AcDbObject* entity) {
-    if (const auto* line = as<AcDbLine>(entity)) return {line->startPoint(), line->endPoint()};
-    if (const auto* circle = as<AcDbCircle>(entity)) return {circle->center()};
-    std::vector<AcGePoint3d> points;
-    if (const auto* arc = as<AcDbArc>(entity)) {
-        points.assign(3, arc->center());
-        arc->getStartPoint(points[1]);
-        arc->getEndPoint(points[2]);
+private:
+    void note(const AcGePoint3d& at, const AcGeVector3d& way) {
+        if (begin.empty()) begin.push_back(at);
+        if (std::hypot(along.x, along.y) == 0) along = way;
     }
-    if (const auto* polyline = as<AcDbPolyline>(entity))
-        for (unsigned i = 0; i < polyline->numVerts(); ++i) polyline->getPointAt(i, points.emplace_back());
-    return points;
-}
+};
 } // namespace
+
+DrawingText withBlocks() {
+    return {.blocks = {{"Down", {"LINE|10 0|20 0|11 0|21 -5"}},
+                       {"Angle", {"LINE|10 0|20 0|11 4|21 0", "LINE|10 0|20 0|11 0|21 2"}}}};
+}
 
 Handle draw(DrawingText& drawing, const std::string& notation) {
     if (notation.find('|') != std::string::npos) return drawing.add(notation);
     const Notation n{notation};
     if (n.kind == "lw") return drawLightPolyline(drawing, n);
     if (n.kind == "2d" || n.kind == "3d") return drawOlderPolyline(drawing, n);
-    const AcGePoint3d& first = n.vertices.at(0).point;
-    if (n.kind == "line") return drawing.line(first, n.vertices.at(1).point, n.layer);
-    const std::string name = n.kind == "arc" ? "ARC" : "CIRCLE";
-    return drawing.add(name + "|8 " + n.layer + point(10, first) + tag(40, n.radius) + n.ends);
+    const auto name = snippetNames.find(n.kind);
+    std::string snippet = (name == snippetNames.end() ? n.kind : name->second) + "|8 " + n.layer + n.groups;
+    for (std::size_t i = 0; i < n.vertices.size(); ++i)
+        snippet += point(10 + static_cast<int>(i), n.vertices[i].point);
+    return drawing.add(snippet);
 }
 
-AcGePoint2d pointOf(const std::string& text) {
-    const AcGePoint3d point = inSpace(text);
-    return {point.x, point.y};
+std::string rounded(double value, int decimals) {
+    const double unit = std::pow(10, decimals);
+    char text[40];
+    std::snprintf(text, sizeof text, "%.12g", std::round(value * unit) / unit + 0.0);
+    return text;
 }
 
-std::string text(const AcGePoint2d& point) { return shortened(point.x) + "," + shortened(point.y); }
+std::string text(const AcGePoint2d& point) { return text(AcGePoint3d{point.x, point.y, 0}); }
 
-std::string text(const AcGePoint3d& point) {
-    const std::string height = shortened(point.z);
-    return text(AcGePoint2d{point.x, point.y}) + (height == "0" ? "" : "," + height);
+std::string text(const AcGePoint3d& p) {
+    const std::string height = rounded(p.z, 4);
+    return rounded(p.x, 4) + "," + rounded(p.y, 4) + (height == "0" ? "" : "," + height);
 }
 
-std::string text(const AcGePoint3dArray& points) { return joined({points.begin(), points.end()}); }
+AcGePoint3d pointOf(const std::string& text) {
+    AcGePoint3d p;
+    std::sscanf(text.c_str(), "%lf,%lf,%lf", &p.x, &p.y, &p.z);
+    return p;
+}
+
+AcGePoint2d flatPointOf(const std::string& text) {
+    const AcGePoint3d p = pointOf(text);
+    return {p.x, p.y};
+}
+
+std::string pose(const db::Drawing& drawing, Handle handle, int decimals, int ofDegrees) {
+    db::Record* record = drawing.find(handle);
+    if (record->has(db::Record::erased)) return "gone";
+    Pose pose;
+    drawing.liveEntity(record)->shape(pose);
+    if (pose.begin.empty()) return "";
+    const AcGePoint3d& p = pose.begin[0];
+    const double degrees = std::atan2(pose.along.y, pose.along.x) * 180 / std::numbers::pi;
+    return rounded(p.x, decimals) + "," + rounded(p.y, decimals) +
+           (std::abs(p.z) < 1e-9 ? "" : "," + rounded(p.z, decimals)) + "<" +
+           rounded(degrees + (degrees < -std::pow(10, -ofDegrees) / 2 ? 360 : 0), ofDegrees);
+}
 
 Sheet::Sheet(const DrawingText& content)
     : editor_{content.bytes()}, bytes_{content.bytes()}, entities_{handles()} {}
 
 Sheet::Sheet(const std::vector<std::string>& entities)
     : Sheet{[&] {
-          DrawingText content;
+          DrawingText content = withBlocks();
           for (const std::string& each : entities) draw(content, each);
           return content;
       }()} {}
@@ -170,43 +186,26 @@ std::string Sheet::run(const std::function<void()>& body) {
 }
 
 void Sheet::refuse(int k) {
+    using Action = db::Drawing::Action;
     refused_ = nullptr;
-    drawing().setFault([this, k, requests = 0](db::Drawing::Action, const db::Record* record) mutable {
+    drawing().setFault([this, k, requests = 0](Action action, const db::Record* record) mutable {
+        if (requests > k && action == Action::transform) ++changesAfter_;
         if (requests++ != k) return Acad::eOk;
         refused_ = record;
+        wasChangeRefused_ = action != Action::openForRead;
         return Acad::eWasOpenForWrite;
     });
 }
 
-AcDbObjectId Sheet::id(Handle handle) { return idOf(drawing(), handle); }
-
 AcDbObjectIdArray Sheet::ids(const std::vector<Handle>& handles) {
     AcDbObjectIdArray list;
-    for (const Handle each : handles) list.append(id(each));
+    for (const Handle each : handles) list.append(idOf(drawing(), each));
     return list;
 }
 
-std::vector<AcGePoint3d> Sheet::points(Handle handle) {
-    db::Record* record = drawing().find(handle);
-    const AcDbObject* entity = drawing().live(record);
-    std::vector<AcGePoint3d> points = ownPoints(entity);
-    drawing().forEachOwned(record, [&](db::Record* part) {
-        const AcDbObject* vertex = drawing().live(part);
-        if (const auto* flat = as<AcDb2dVertex>(vertex))
-            points.push_back(as<AcDb2dPolyline>(entity)->vertexPosition(*flat));
-        if (const auto* inSpace = as<AcDb3dPolylineVertex>(vertex)) points.push_back(inSpace->position());
-    });
-    return points;
-}
-
-std::string Sheet::form(Handle handle) {
-    const double radius = radiusOf(drawing().live(drawing().find(handle)));
-    return joined(points(handle)) + (radius > 0 ? " r" + shortened(radius) : "");
-}
-
-std::string Sheet::forms(const std::vector<Handle>& handles) {
+std::string Sheet::poses(const std::vector<Handle>& handles) {
     std::string all;
-    for (const Handle each : handles) all += (all.empty() ? "" : "; ") + form(each);
+    for (const Handle each : handles) all += (all.empty() ? "" : "; ") + tests::pose(drawing(), each);
     return all;
 }
 
@@ -214,9 +213,12 @@ std::string Sheet::drawn() {
     std::string all;
     drawing().forEachInModelSpace([&](db::Record* record) {
         if (!record->has(db::Record::isNew) || record->has(db::Record::erased)) return;
-        const int colour = drawing().liveEntity(record)->colorIndex();
-        all += (all.empty() ? "" : "; ") + std::string{record->kind == db::Kind::line ? "line " : "circle "} +
-               form(record->handle) + (colour == 256 ? "" : " c" + std::to_string(colour));
+        const AcDbEntity* entity = drawing().liveEntity(record);
+        all += all.empty() ? "" : "; ";
+        if (const auto* line = dynamic_cast<const AcDbLine*>(entity))
+            all += "line " + text(line->startPoint()) + " " + text(line->endPoint());
+        if (const auto* circle = dynamic_cast<const AcDbCircle*>(entity))
+            all += "circle " + text(circle->center()) + " r" + rounded(circle->radius(), 4);
     });
     return all;
 }

@@ -1,147 +1,180 @@
-// What is refused: every opening and every transformation of every kind of object made to fail once.
-#include "objectalign/alignAtPoint.h"
-#include "objectalign/alignToLine.h"
-#include "objectalign/crossing.h"
-#include "tests/objectalign/Specimen.h"
+// What is refused: what can't be opened at all, and every request of every alignment made to fail once.
+#include "tests/objectalign/Job.h"
 
-#include <gtest/gtest.h>
+#include "objectalign/alignmentLine.h"
+#include "objectalign/crossing.h"
+#include "objectalign/curvePicks.h"
+#include "objectalign/tangent.h"
 
 namespace qx::tests {
+using namespace drawings;
 namespace {
 using namespace objectalign;
 
-enum class Step { toLine, atLine, atCircle };
-constexpr Step steps[] = {Step::toLine, Step::atLine, Step::atCircle};
+const char* const objects[] = {
+    "line 3,4 9,12",   "angle 3,4 <30",   "text 3,4 h2",       "mtext 3,4 h2",  "lw 3,4 9,12 0,8",
+    "2d 3,4 9,12 0,8", "3d 3,4 9,12 0,8", "arc 3,4 r2 a0..90", "circle 3,4 r2", "ELLIPSE 3,4 4,0 r0.5"};
+const char* const polylines[] = {"lw 3,4 9,12 0,8", "2d 3,4 9,12 0,8", "3d 3,4 9,12 0,8"};
 
-/// Sets the object off by 2 from the x axis or from a circle under the origin.
-int run(Step step, AcDbObjectId id, AcDbObjectId lineId, const AcDbEntity& line) {
-    AcGePoint3d landing;
-    switch (step) {
-    case Step::toLine:
-        return alignObjectToBaseLine(id, {0, 0}, 0, 2, true, line, landing);
-    case Step::atLine:
-        return alignObjectToGivenLine(id, 0, 2, true, {0, 0, 0}, {1, 0, 0}, lineId);
-    default:
-        return alignObjectToGivenCircle(id, 0, 2, true, {0, 0, 0}, {0, -40, 0}, 40);
+constexpr Entry eachEntries[] = {Entry::toLine, Entry::atLine, Entry::atCircle};
+constexpr Entry segmentEntries[] = {Entry::segmentToLine, Entry::segmentAtLine, Entry::segmentAtCircle};
+constexpr Entry wholeEntries[] = {Entry::boundary, Entry::onto, Entry::away};
+
+/// Aligns all but the last object to that one, which is a line.
+struct Attempt {
+    Attempt(Entry entry, const std::vector<std::string>& all, int k, bool isErased = false)
+        : sheet{all}, job{entry, "by=2 pick=6,8"} {
+        moved.assign(sheet.all().begin(), sheet.all().end() - 1);
+        sheet.run([&] {
+            if (isErased) erase(sheet.drawing(), moved.back());
+            job.run(sheet, sheet.ids(moved), sheet.id(moved.size()), k);
+        });
+        EXPECT_EQ(sheet.drawing().openCount(), 0u);
+        for (const Handle each : moved) poses.push_back(pose(sheet.drawing(), each));
     }
-}
-
-/// Objects of every kind, handed over one by one together with what they are aligned to.
-struct Faulty {
-    explicit Faulty(unsigned seed) : random{seed} {}
-
-    shapes::Random random;
-    DrawingText content = withBlocks();
-    const std::vector<Specimen> specimens = oneOfEach(content, random);
-    const Handle line = content.line({-50, 0, 0}, {50, 0, 0});
-    const OpenedDrawing drawing{content};
+    Sheet sheet;
+    Job job;
+    std::vector<Handle> moved;
+    std::vector<std::string> poses;
 };
 
-// What was refused is answered, and it is the last thing that happens to the object.
-TEST(Faults, StopTheStepAndAreAnswered) {
-    using Action = db::Drawing::Action;
-    const auto refusal = Acad::eNotApplicable;
-    for (const Step step : steps)
-        for (unsigned kind = 0; kind < static_cast<unsigned>(Specimen::Kind::count); ++kind)
-            for (int k = 0, requests = 1; k < requests; ++k) {
-                const Faulty scene{7};
-                const Specimen& object = scene.specimens[kind];
-                const Watched watched{scene.drawing, object.handle};
-                const std::string name = "step " + std::to_string(static_cast<int>(step)) + ", kind " +
-                                         std::to_string(kind) + ", request " + std::to_string(k);
-                const AcDbObjectPointer<AcDbEntity> line{scene.drawing.id(scene.line)};
-                scene.drawing->history().begin("align");
-                int asked = 0, later = 0;
-                bool isRefusedChange = false;
-                std::string atRefusal;
-                scene.drawing->setFault([&](Action action, const db::Record*) {
-                    if (asked > k && action == Action::transform) ++later;
-                    if (asked++ != k) return Acad::eOk;
-                    isRefusedChange = action != Action::openForRead;
-                    atRefusal = scene.drawing->toBytes();
-                    return refusal;
-                });
-                const int status =
-                    run(step, scene.drawing.id(object.handle), scene.drawing.id(scene.line), *line.object());
-                scene.drawing->setFault(nullptr);
-                requests = asked;
+const char* const line = "line -50,0 50,0";
 
-                EXPECT_EQ(scene.drawing->openCount(), 1u) << name;
-                EXPECT_TRUE(watched.motion().isRigid) << name;
-                if (isRefusedChange || k == 0) {
-                    EXPECT_EQ(status, refusal) << name;
-                    EXPECT_EQ(later, 0) << name;
-                    EXPECT_EQ(scene.drawing->toBytes(), atRefusal) << name;
-                }
-                scene.drawing->history().end();
-                scene.drawing->history().undo();
-                EXPECT_EQ(scene.drawing->toBytes(), scene.content.bytes()) << name;
-            }
+std::string named(Entry entry, const char* object, int k) {
+    return "entry " + std::to_string(static_cast<int>(entry)) + ", " + object + ", request " +
+           std::to_string(k);
 }
 
-TEST(Refusals, LeaveEveryKindOfObjectAsItIs) {
-    for (const Step step : steps)
-        for (unsigned kind = 0; kind < static_cast<unsigned>(Specimen::Kind::count); ++kind) {
-            shapes::Random random{kind + 1};
-            DrawingText content = withBlocks();
-            const Specimen object = drawn(content, random, static_cast<Specimen::Kind>(kind));
-            const Handle line = content.line({-50, 0, 0}, {50, 0, 0});
-            std::string& snippet = content.entities[0];
-            snippet.insert(snippet.find('|'), "|100 AcDbEntity|8 LOCKED");
-            if (const auto layer = snippet.find("|8 0"); layer != snippet.npos) snippet.erase(layer, 4);
-            const OpenedDrawing drawing{content};
-            const AcDbObjectPointer<AcDbEntity> baseLine{drawing.id(line)};
-            const auto status = [&] {
-                return run(step, drawing.id(object.handle), drawing.id(line), *baseLine.object());
-            };
-            const std::string name =
-                "step " + std::to_string(static_cast<int>(step)) + ", kind " + std::to_string(kind);
-            EXPECT_EQ(status(), Acad::eOnLockedLayer) << name;
-            EXPECT_EQ(drawing->toBytes(), content.bytes()) << name;
-            EXPECT_EQ(drawing->openCount(), 1u) << name;
+// A refused step is answered, and it is the last thing that happens to the object and to those after it.
+void expectStops(Entry entry, const std::vector<std::string>& all) {
+    for (int k = 0;; ++k) {
+        SCOPED_TRACE(named(entry, all[0].c_str(), k));
+        Attempt attempt{entry, all, k};
+        const bool isAnswered = attempt.job.status == Acad::eWasOpenForWrite;
+        if (!attempt.sheet.refused()) {
+            EXPECT_EQ(attempt.job.status, Acad::eOk);
+            break;
         }
+        const bool mayGoOn = entry < Entry::segmentToLine && k > 0 && !attempt.sheet.wasChangeRefused();
+        EXPECT_TRUE(isAnswered || mayGoOn);
+        EXPECT_TRUE(!isAnswered || attempt.sheet.changesAfter() == 0);
+        EXPECT_TRUE(attempt.sheet.isUndoneToTheBytes());
+    }
 }
 
-TEST(Refusals, OfWhatIsNoObjectToAlign) {
-    DrawingText content = withBlocks();
-    const Handle erased = content.line({1, 2, 0}, {3, 4, 0}), line = content.line({-50, 0, 0}, {50, 0, 0});
-    const Handle group = content.group("G", {line});
-    const OpenedDrawing drawing{content};
-    ASSERT_EQ(erase(*drawing, erased), Acad::eOk);
-    const std::string before = drawing->toBytes();
-    const AcDbObjectPointer<AcDbEntity> baseLine{drawing.id(line)};
-    for (const Step step : steps) {
-        const auto status = [&](AcDbObjectId id) {
-            return run(step, id, drawing.id(line), *baseLine.object());
-        };
-        EXPECT_EQ(status(drawing.id(erased)), Acad::eWasErased);
-        EXPECT_EQ(status(AcDbObjectId::kNull), Acad::eNullObjectId);
-        EXPECT_EQ(status(drawing.id(group)), Acad::eNotThatKindOfClass);
-        EXPECT_EQ(status(drawing.id(line)), Acad::eWasOpenForRead) << "the line that others are aligned to";
+TEST(Faults, StopTheStepAndAreAnswered) {
+    for (const Entry entry : eachEntries)
+        for (const char* const object : objects) expectStops(entry, {object, line});
+    for (const Entry entry : segmentEntries)
+        for (const char* const object : polylines) expectStops(entry, {object, object, line});
+}
+
+// What is refused is left out, or nothing moves at all.
+TEST(Faults, LeaveTheRestOfAWholeSelectionInPlaceOrAligned) {
+    const std::vector<std::string> all{"line 0,0 10,0", "line 1,2,3 4,5,6", "circle 1,1 r5", line};
+    for (const Entry entry : wholeEntries) {
+        const auto done = Attempt{entry, all, -1}.poses, untouched = Attempt{entry, all, 0}.poses;
+        for (int k = 0;; ++k) {
+            SCOPED_TRACE(named(entry, "", k));
+            Attempt attempt{entry, all, k};
+            const db::Record* refused = attempt.sheet.refused();
+            const bool hasBegun = attempt.job.status == Acad::eOk;
+            for (std::size_t i = 0; i < done.size(); ++i)
+                if (!hasBegun || !refused || attempt.moved[i] != refused->handle) {
+                    EXPECT_EQ(attempt.poses[i], (hasBegun ? done : untouched)[i]);
+                }
+            EXPECT_TRUE(attempt.sheet.isUndoneToTheBytes());
+            if (!refused) break;
+        }
     }
-    EXPECT_EQ(drawing->toBytes(), before);
+}
+
+TEST(Refusals, OfLockedAndErasedObjects) {
+    for (const bool isErased : {false, true}) {
+        const int status = isErased ? Acad::eWasErased : Acad::eOnLockedLayer;
+        const std::string locked = isErased ? "" : " LOCKED";
+        for (const Entry entry : eachEntries)
+            for (const char* const object : objects) {
+                Attempt attempt{entry, {object + locked, line}, -1, isErased};
+                EXPECT_EQ(attempt.job.status, status) << named(entry, object, -1);
+                EXPECT_EQ(attempt.sheet.changesAfter(), 0);
+                EXPECT_TRUE(attempt.sheet.isUndoneToTheBytes());
+            }
+        for (const Entry entry : segmentEntries) {
+            const Attempt attempt{entry, {polylines[0], polylines[1] + locked, line}, -1, isErased};
+            EXPECT_EQ(attempt.job.status, status);
+            EXPECT_EQ(attempt.poses[0], Attempt(entry, {polylines[0], line}, -1).poses[0])
+                << "the one before";
+        }
+        for (const Entry entry : wholeEntries) {
+            const Attempt attempt{entry, {objects[0], "line 0,1 5,1" + locked, line}, -1, isErased};
+            EXPECT_EQ(attempt.job.status, Acad::eOk);
+            EXPECT_EQ(attempt.poses[0], Attempt(entry, {objects[0], line}, -1).poses[0]) << "the others move";
+            EXPECT_EQ(attempt.poses[1], isErased ? "gone" : "0,1<0");
+        }
+    }
+}
+
+TEST(Refusals, OfACurveStopTheStep) {
+    for (const Entry entry :
+         {Entry::atLine, Entry::segmentAtLine, Entry::onto, Entry::away, Entry::boundary}) {
+        Sheet sheet({polylines[0], line});
+        Job job{entry, "by=2 pick=6,8"};
+        const bool isOpen = entry == Entry::boundary; // which reads its base line only
+        sheet.run([&] {
+            erase(sheet.drawing(), sheet.at(isOpen || entry == Entry::away ? 0 : 1));
+            job.run(sheet, sheet.ids({sheet.at(0)}), sheet.id(1));
+        });
+        EXPECT_EQ(job.status, Acad::eWasErased) << static_cast<int>(entry);
+        EXPECT_TRUE(sheet.isUndoneToTheBytes());
+    }
+    Sheet sheet({objects[0], line});
     bool isAcross = false;
-    EXPECT_EQ(findMeeting(drawing.id(erased), drawing.id(line), isAcross), Acad::eWasErased);
-    EXPECT_EQ(findMeeting(drawing.id(line), drawing.id(erased), isAcross), Acad::eWasErased);
-    EXPECT_EQ(findInside(drawing.id(erased), {1, 2, 0}, 9, isAcross), Acad::eWasErased);
+    sheet.run([&] {
+        erase(sheet.drawing(), sheet.at(0));
+        EXPECT_EQ(findMeeting(sheet.id(0), sheet.id(1), isAcross), Acad::eWasErased);
+        EXPECT_EQ(findMeeting(sheet.id(1), sheet.id(0), isAcross), Acad::eWasErased);
+        EXPECT_EQ(findInside(sheet.id(0), {3, 4, 0}, 9, isAcross), Acad::eWasErased);
+    });
     EXPECT_FALSE(isAcross);
 }
 
-// Beyond the largest coordinate the drawing refuses; what has been turned stays turned, nothing is lost.
-TEST(Refusals, OfPlacesThatAreTooFar) {
-    for (const Step step : {Step::atLine, Step::atCircle}) {
-        const Faulty scene{3};
-        for (const Specimen& each : scene.specimens) {
-            const Watched watched{scene.drawing, each.handle};
-            const AcDbObjectId id = scene.drawing.id(each.handle);
-            const int status =
-                step == Step::atLine
-                    ? alignObjectToGivenLine(id, 0, 1e16, true, {}, {1, 0, 0}, scene.drawing.id(scene.line))
-                    : alignObjectToGivenCircle(id, 0, 1e16, true, {}, {0, -40, 0}, 40);
-            EXPECT_EQ(status, Acad::eInvalidInput);
-            EXPECT_TRUE(watched.motion().isRigid);
+// Of what can't be opened nothing is found, nothing is drawn and nothing is said.
+TEST(Faults, InFindingCurves) {
+    const auto isLine = [](AcDbObjectId id, ConstructionEntities& construction) {
+        return analyseAlignmentLine(id, {5, 0}, construction).has_value();
+    };
+    const auto isStandIn = [](AcDbObjectId id, ConstructionEntities&) {
+        return !polylineSegmentAt(id, {5, 0}).id.isNull();
+    };
+    const auto isOlder = [](AcDbObjectId id, ConstructionEntities&) {
+        return !polyline2dSegmentAt(id, {5, 0}).id.isNull();
+    };
+    const auto isTangent = [](AcDbObjectId id, ConstructionEntities&) {
+        return !tangentAt(id, {5, 0}).curve.isNull();
+    };
+    const struct {
+        const char* curve;
+        std::function<bool(AcDbObjectId, ConstructionEntities&)> find;
+        bool isFoundUndrawn = false;
+    } cases[] = {{"line 0,0,9 10,10,9", isLine}, {"lw 0,0 10,0", isLine},
+                 {"2d 0,0 10,0", isLine},        {"lw 0,0 10,0", isStandIn},
+                 {"2d 0,0 10,0", isOlder},       {"circle 0,0 r10", isTangent, true}};
+    for (const auto& each : cases)
+        for (int k = 0;; ++k) {
+            Sheet sheet({each.curve});
+            EXPECT_EQ(sheet.run([&] {
+                ConstructionEntities construction;
+                sheet.refuse(k);
+                const bool isFound = each.find(sheet.id(0), construction);
+                sheet.drawing().setFault(nullptr);
+                EXPECT_TRUE(isFound == !sheet.refused() || (each.isFoundUndrawn && k > 0)) << each.curve << k;
+            }),
+                      "");
+            EXPECT_EQ(sheet.drawing().openCount(), 0u) << each.curve << k;
+            if (!sheet.refused()) break;
+            EXPECT_TRUE(sheet.hasTheFilesBytes()) << each.curve << k;
         }
-    }
 }
 } // namespace
 } // namespace qx::tests
