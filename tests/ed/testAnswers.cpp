@@ -9,31 +9,14 @@ namespace {
 using namespace qx::ed;
 using Frame = TypedPoint::Frame;
 
-struct PointCase {
-    const char* text;
-    std::optional<TypedPoint> point;
-};
-const PointCase pointCases[] = {
-    {"1,2", TypedPoint{Frame::user, {1, 2, 0}}},
-    {"-1.5,+2e3,.25", TypedPoint{Frame::user, {-1.5, 2000, 0.25}}},
-    {"@3,-4,5", TypedPoint{Frame::relative, {3, -4, 5}}},
-    {"*1,2", TypedPoint{Frame::world, {1, 2, 0}}},
-    {"", {}},
-    {"1", {}},
-    {",1", {}},
-    {"1,2,", {}},
-    {"1,2,3,4", {}},
-    {"1,2x", {}},
-    {"1, 2", {}},
-    {"@*1,2", {}},
-    {"nan,0", {}},
-    {"1e999,0", {}},
-    {"0x10,0", {}},
-    {"+-1,0", {}},
-};
-
 TEST(Points, asTyped) {
-    for (const PointCase& each : pointCases) EXPECT_EQ(parsePoint(each.text), each.point) << each.text;
+    EXPECT_EQ(parsePoint("1,2"), (TypedPoint{Frame::user, {1, 2, 0}}));
+    EXPECT_EQ(parsePoint("-1.5,+2e3,.25"), (TypedPoint{Frame::user, {-1.5, 2000, 0.25}}));
+    EXPECT_EQ(parsePoint("@3,-4,5"), (TypedPoint{Frame::relative, {3, -4, 5}}));
+    EXPECT_EQ(parsePoint("*1,2"), (TypedPoint{Frame::world, {1, 2, 0}}));
+    for (const char* text :
+         {"", "1", ",1", "1,2,", "1,2,3,4", "1,2x", "1, 2", "@*1,2", "nan,0", "1e999,0", "0x10,0", "+-1,0"})
+        EXPECT_EQ(parsePoint(text), std::nullopt) << text;
 }
 
 TEST(Reals, takeTheWholeText) {

@@ -9,6 +9,7 @@
 namespace {
 using namespace qx;
 using tests::Editor;
+using tests::ScriptRun;
 
 // About 1000 x 750 units, so that a pixel is about one unit and a pick reaches about three.
 const std::string scene =
@@ -21,28 +22,24 @@ const std::string scene =
         .groups = {{"PAIR", {"A2", "A3", "A5"}}, {"LOOSE", {"A1", "A3"}, false}}}
         .bytes();
 
-std::string handlesOf(const ads_name set) {
-    std::string text;
-    ads_name name{};
+/// The handles of what is selected, or the result code when there is no set.
+std::string selectionOf(const ACHAR* mode, const void* points) {
+    ads_name set{}, name{};
+    const int code = acedSSGet(mode, points, nullptr, nullptr, set);
+    if (code != RTNORM) return std::to_string(code) + (set[0] || set[1] ? " and a set" : "");
+    std::string handles;
     AcDbObjectId id;
     for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i) {
         EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
-        char hex[20];
-        std::snprintf(hex, sizeof hex, "%s%llX", i ? " " : "",
-                      static_cast<unsigned long long>(id.handle().value()));
-        text += hex;
+        handles += (i ? " " : "") + drawings::hex(id.handle().value());
     }
-    return text;
-}
-
-// The handles, or the result code when there is no set.
-std::string selectionOf(const ACHAR* mode, const void* points) {
-    ads_name set{};
-    const int code = acedSSGet(mode, points, nullptr, nullptr, set);
-    if (code != RTNORM) return std::to_string(code) + (set[0] || set[1] ? " and a set" : "");
-    std::string handles = handlesOf(set);
     acedSSFree(set);
     return handles;
+}
+
+/// A command that selects, fed with these answers; what the prompt gave is left in `selected`.
+ScriptRun select(Editor& editor, std::string& selected, const char* answers) {
+    return editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, answers);
 }
 
 struct SelectionCase {
@@ -81,33 +78,26 @@ const SelectionCase selectionCases[] = {
 
 TEST(SelectionPrompt, answers) {
     for (const SelectionCase& each : selectionCases) {
-        SCOPED_TRACE(each.name);
         Editor editor{scene};
         std::string selected;
-        const auto run = editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, each.answers);
-        EXPECT_EQ(selected, each.selected) << run.transcript;
-        EXPECT_EQ(run.failure, "");
+        const auto run = select(editor, selected, each.answers);
+        EXPECT_EQ(selected, each.selected) << each.name << '\n' << run.transcript;
+        EXPECT_EQ(run.failure, "") << each.name;
         expectInOrder(editor);
     }
-}
-
-TEST(SelectionPrompt, refusesWhatSelectsNothing) {
     for (const char* answers : {"XYZ\n\n", "(handent \"FF\")\n\n", "(foo)\n\n", "1,2,3,4\n\n"}) {
         Editor editor{scene};
         std::string selected;
-        const auto run = editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, answers);
-        EXPECT_EQ(run.end, ed::RunEnd::failed) << answers;
+        EXPECT_EQ(select(editor, selected, answers).failure.substr(0, 11), "test.scr:2:") << answers;
         EXPECT_EQ(selected, "-5002") << answers;
-        EXPECT_EQ(run.failure.substr(0, 11), "test.scr:2:") << run.failure;
     }
 }
 
 TEST(SelectionPrompt, previousIsTheLastSelection) {
     Editor editor{scene};
     std::string selected;
-    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
-    editor.runBody(body, "(handent \"A1\") (handent \"A7\")\n\n");
-    editor.runBody(body, "ALL\n^C"); // leaves it alone
+    select(editor, selected, "(handent \"A1\") (handent \"A7\")\n\n");
+    select(editor, selected, "ALL\n^C"); // leaves it alone
     editor.run("ERASE\n(handent \"A7\")\n\nBODY\nP\n\n");
     EXPECT_EQ(selected, "-5001"); // P is what ERASE was given, and that is gone
     editor.run("U\nBODY\nP\n\n");
@@ -115,13 +105,12 @@ TEST(SelectionPrompt, previousIsTheLastSelection) {
 }
 
 TEST(SelectionPrompt, groupsFollowPickstyle) {
-    const std::pair<int, const char*> cases[] = {{0, "A2"}, {1, "A2 A3"}, {2, "A2"}, {3, "A2 A3"}};
-    for (const auto& [style, expected] : cases) {
+    for (const int style : {0, 1, 2, 3}) {
         Editor editor{scene};
         editor.session.variables().force("PICKSTYLE", style);
         std::string selected;
-        editor.runBody([&] { selected = selectionOf(nullptr, nullptr); }, "50,750\n\n");
-        EXPECT_EQ(selected, expected) << style;
+        select(editor, selected, "50,750\n\n");
+        EXPECT_EQ(selected, style % 2 ? "A2 A3" : "A2") << style;
     }
 }
 
@@ -132,25 +121,21 @@ TEST(SelectionPrompt, picksInTheUserSystem) {
                                                   "|9 $UCSYDIR|10 -1|20 0|30 0"}
                       .bytes()};
     std::string selected;
-    const auto body = [&] { selected = selectionOf(nullptr, nullptr); };
-    editor.runBody(body, "0,300\n\n");
-    EXPECT_EQ(selected, "A1");
-    editor.runBody(body, "*300,0\n\n");
-    EXPECT_EQ(selected, "A1");
-    editor.runBody(body, "300,0\n\n");
-    EXPECT_EQ(selected, "-5001");
+    for (const char* answers : {"0,300\n\n", "*300,0\n\n", "300,0\n\n"}) {
+        select(editor, selected, answers);
+        EXPECT_EQ(selected, answers[0] == '3' ? "-5001" : "A1") << answers;
+    }
 }
 
 TEST(SelectionModes, whatEachGives) {
     const ACHAR* prompts[] = {L" 选择直线：", L""};
     const ACHAR* noPrompts[] = {L"a", nullptr};
-    struct Case {
+    const struct {
         const ACHAR* mode;
         const void* points;
         const char* answers;
         const char* selected;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {L"", nullptr, "L\n\n", "A9"},
         {L":$", prompts, "L\nR\n^C", "-5002"},
         {L"_:$", prompts, "L\n\n", "A9"},
@@ -161,30 +146,24 @@ TEST(SelectionModes, whatEachGives) {
         {L"X", nullptr, "", "A1 A2 A3 A4 A5 A6 A7 A8 A9"},
         {L"Q", nullptr, "", "-5003"},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         Editor editor{scene};
-        std::string selected;
-        const auto run =
-            editor.runBody([&] { selected = selectionOf(each.mode, each.points); }, each.answers);
-        EXPECT_EQ(selected, each.selected) << run.transcript;
+        editor.runBody([&] { EXPECT_EQ(selectionOf(each.mode, each.points), each.selected); }, each.answers);
     }
     Editor editor{scene};
     const resbuf filter{};
     ads_name set{};
-    int code = 0;
-    editor.runBody([&] { code = acedSSGet(nullptr, nullptr, nullptr, &filter, set); });
-    EXPECT_EQ(code, RTREJ);
+    editor.runBody([&] { EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, &filter, set), RTREJ); });
 }
 
 // What a command sees of the objects selected before it, and what is left of them.
 TEST(PickFirst, dependsOnTheFlags) {
-    struct Case {
+    const struct {
         int flags;
         const ACHAR* mode;
         const char* selected;
         std::size_t left;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {ACRX_CMD_MODAL, nullptr, "A9", 0}, // cleared when the command begins, so it asks
         {ACRX_CMD_MODAL, L"_I", "-5001", 0},
         {ACRX_CMD_USEPICKSET, nullptr, "A1 A3", 0},
@@ -192,14 +171,13 @@ TEST(PickFirst, dependsOnTheFlags) {
         {ACRX_CMD_REDRAW, nullptr, "A1 A3", 2},
         {ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW, L"_I", "A1 A3", 2},
     };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         Editor editor{scene};
         db::Record* const first[] = {editor.drawing().find(0xA1), editor.drawing().find(0xA3)};
         editor.session.pickFirst = ed::RecordSet{&editor.drawing()};
         editor.session.pickFirst.add(first);
-        std::string selected;
-        editor.runBody([&] { selected = selectionOf(each.mode, nullptr); }, "L\n\n", each.flags);
-        EXPECT_EQ(selected, each.selected) << each.flags;
+        editor.runBody([&] { EXPECT_EQ(selectionOf(each.mode, nullptr), each.selected) << each.flags; },
+                       "L\n\n", each.flags);
         EXPECT_EQ(editor.session.pickFirst.size(), each.left) << each.flags;
     }
 }
@@ -207,15 +185,12 @@ TEST(PickFirst, dependsOnTheFlags) {
 TEST(PickFirst, isSetByCommandsThatMay) {
     for (const bool may : {true, false}) {
         Editor editor{scene};
-        int code = 0;
-        editor.runBody(
-            [&] {
-                ads_name set{};
-                acedSSGet(L"A", nullptr, nullptr, nullptr, set);
-                code = acedSSSetFirst(set, nullptr);
-            },
-            "", may ? ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW : ACRX_CMD_MODAL);
-        EXPECT_EQ(code, may ? RTNORM : RTERROR);
+        const auto body = [&] {
+            ads_name set{};
+            acedSSGet(L"A", nullptr, nullptr, nullptr, set);
+            EXPECT_EQ(acedSSSetFirst(set, nullptr), may ? RTNORM : RTERROR);
+        };
+        editor.runBody(body, "", may ? ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW : ACRX_CMD_MODAL);
         EXPECT_EQ(editor.session.pickFirst.size(), may ? 6u : 0u);
         editor.run("^C");
         EXPECT_TRUE(editor.session.pickFirst.isEmpty());

@@ -25,11 +25,7 @@ TEST(CircularArcs, runFromTheirStartToTheirEnd) {
         {"slanting reference", {origin, Z, X + Z * 4, 2, 0, pi}, {2, 0, 0}, {-2, 0, 0}, pi},
         {"reference along the normal", {origin, Z, Z, 2, 0, pi}, {2, 0, 0}, {-2, 0, 0}, pi},
         {"no normal", {origin, X * 0, X, 2, 0, pi / 2}, {2, 0, 0}, {0, 2, 0}, pi / 2},
-        {"equal angles",
-         {origin, Z, X, 2, 1, 1},
-         {2 * std::cos(1), 2 * std::sin(1), 0},
-         {2 * std::cos(1), 2 * std::sin(1), 0},
-         1 + 2 * pi},
+        {"equal angles", {origin, Z, X, 2, pi, pi}, {-2, 0, 0}, {-2, 0, 0}, 3 * pi},
         {"no radius", {{1, 2, 3}, Z, 0}, {1, 2, 3}, {1, 2, 3}, 2 * pi},
     };
     for (const auto& c : cases) {
