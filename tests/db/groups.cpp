@@ -128,12 +128,4 @@ TEST(Groups, loseAttributesThatGoWithTheirReference) {
     EXPECT_EQ(drawing->toBytes(), text.bytes());
 }
 
-TEST(Groups, sayWhetherTheyAreSelectable) {
-    for (const bool is : {true, false}) {
-        const auto drawing = read(DrawingText{.groups = {{"G", {}, is}}}.bytes());
-        const AcDbObjectPointer<AcDbGroup> group{idOf(*drawing, DrawingText::firstGroup)};
-        EXPECT_EQ(group->isSelectable(), is);
-    }
-}
-
 } // namespace

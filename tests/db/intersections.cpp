@@ -2,13 +2,10 @@
 
 #include "db/Violation.h"
 #include "dbpl.h"
-#include "gearc3d.h"
 
 using namespace drawings;
 
 namespace {
-
-constexpr double pi = std::numbers::pi;
 
 std::string text(const AcGePoint3dArray& points) {
     const std::string all = shapes::pointsText(points);
@@ -70,6 +67,8 @@ TEST(EntityIntersections, ofALineWithAnything) {
         {"POINT|10 3|20 0", from(0, 0, 9, 0), none, "3,0"},
         {block, from(0, 1, 20, 1), none, "10,1 12,1"},
         {block, from(0, 5, 20, 5), both, ""},
+        {"TEXT|10 0|20 0|40 2|1 HH", from(-9, 1, 9, 1), both, "0.2,1 3.2,1", "3.2,1 0.2,1"},
+        {"TEXT|10 0|20 0|40 2|1 ", from(-9, 1, 9, 1), none, ""},
         {"HATCH|10 1", from(0, 0, 9, 0), none, "status 2"},
     };
     for (const EntityCase& c : cases) {
@@ -81,21 +80,6 @@ TEST(EntityIntersections, ofALineWithAnything) {
         EXPECT_EQ(meet(c.line, *entity, c.type), c.fromLine) << c.snippet;
         EXPECT_EQ(meet(*entity, c.line, swapped(c.type)), c.fromEntity) << c.snippet;
     }
-}
-
-TEST(EntityIntersections, ofACircleWithTextAreThoseWithItsBox) {
-    const auto drawing =
-        read(DrawingText{.entities = {"TEXT|10 0|20 0|40 2|1 HH", "TEXT|10 0|20 0|40 2|1 "}}.bytes());
-    const AcDbObjectPointer<AcDbEntity> shown{idOf(*drawing, 0x100)}, blank{idOf(*drawing, 0x101)};
-    AcDbExtents box;
-    ASSERT_EQ(shown->getGeomExtents(box), Acad::eOk);
-    const AcGePoint3d corner = box.minPoint();
-    const AcDbCircle circle{corner, AcGeVector3d::kZAxis, 0.5};
-    AcGePoint3dArray expected;
-    expected.append(corner + AcGeVector3d{0.5, 0, 0});
-    expected.append(corner + AcGeVector3d{0, 0.5, 0});
-    EXPECT_EQ(meet(*shown, circle, AcDb::kExtendBoth), text(expected));
-    EXPECT_EQ(meet(*blank, circle, AcDb::kExtendBoth), "");
 }
 
 TEST(EntityIntersections, refuseWhatTheyCantDo) {
@@ -117,27 +101,6 @@ TEST(EntityIntersections, refuseWhatTheyCantDo) {
     EXPECT_THROW(line.intersectWith(resident, AcDb::kOnBothOperands, points), qx::db::Violation);
     EXPECT_EQ(points.length(), 2);
     polyline->close();
-}
-
-// What is found lies on both, also where object coordinates are not the world's.
-TEST(EntityIntersections, agreeWithTheGeometryClasses) {
-    for (const double z : {1.0, -1.0}) {
-        const AcGeVector3d normal{0, 0, z};
-        const AcDbArc arc{{3, 1, 7}, normal, 5, pi / 6, pi};
-        const AcDbCircle circle{{5, 3, 7}, normal, 4};
-        const AcGeVector3d ocsX{z, 0, 0};
-        const AcGeCircArc3d drawnArc{{3, 1, 7}, normal, ocsX, 5, pi / 6, pi};
-        const AcGeCircArc3d drawnCircle{{5, 3, 7}, normal, 4};
-        AcGePoint3dArray drawn, extended;
-        EXPECT_EQ(arc.intersectWith(&circle, AcDb::kOnBothOperands, drawn), Acad::eOk);
-        EXPECT_EQ(circle.intersectWith(&arc, AcDb::kExtendArg, extended), Acad::eOk);
-        EXPECT_EQ(drawn.length(), 1) << z;
-        EXPECT_EQ(extended.length(), 2) << z;
-        AcGeTol tol;
-        tol.setEqualPoint(1e-9);
-        for (const AcGePoint3d& p : drawn) EXPECT_TRUE(drawnArc.isOn(p, tol) && drawnCircle.isOn(p, tol));
-        for (const AcGePoint3d& p : extended) EXPECT_TRUE(drawnCircle.isOn(p, tol));
-    }
 }
 
 } // namespace

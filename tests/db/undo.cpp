@@ -1,7 +1,6 @@
 #include "drawings/DrawingText.h"
 
 #include "dbpl.h"
-#include "dbsymtb.h"
 #include "shape/randomShapes.h"
 
 using namespace drawings;
@@ -20,11 +19,9 @@ const DrawingText text{.entities = {"LINE|10 1.000|20 1.0|11 2.0|21 1.0", "CIRCL
 const std::vector<Handle> movable{0x103, 0x400, 0x100, 0x101, 0x102, 0x105, 0x106, 0x108, 0x109};
 
 /// A new line in model space; its handle.
-Handle append(const Drawing& drawing, double x) {
-    AcDbObjectPointer<AcDbBlockTableRecord> space{idOf(drawing, DrawingText::modelSpace), AcDb::kForWrite};
+Handle append(Drawing& drawing, double x) {
     auto* line = new AcDbLine{{x, 0, 0}, {x, 1, 0}};
-    EXPECT_EQ(space->appendAcDbEntity(line), Acad::eOk);
-    const Handle handle = line->objectId().handle().value();
+    const Handle handle = drawing.append(drawing.modelSpace(), line)->handle;
     line->close();
     return handle;
 }
@@ -109,7 +106,7 @@ TEST(Undo, knowsWhatIsSaved) {
     EXPECT_TRUE(drawing->isModified()) << "as many steps, but another one";
 }
 
-void changeAtRandom(const Drawing& drawing, shapes::Random& random, std::vector<Handle>& handles) {
+void changeAtRandom(Drawing& drawing, shapes::Random& random, std::vector<Handle>& handles) {
     const Handle handle =
         handles[static_cast<std::size_t>(random.number(0, static_cast<double>(handles.size())))];
     const int kind = static_cast<int>(random.number(0, 8));

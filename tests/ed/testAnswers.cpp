@@ -33,10 +33,7 @@ struct KeywordCase {
 };
 const KeywordCase keywordCases[] = {
     {"Yes No", "y", "Yes"},
-    {"Yes No", "YES", "Yes"},
-    {"Yes No", "ye", "Yes"},
     {"Yes No", "yess", nullptr},
-    {"Yes No", "e", nullptr},
     {"Yes No", "", nullptr},
     {"Yes No", "_yes", "Yes"},
     {"HC T L C HD", "h", nullptr}, // both capitals are the abbreviation
@@ -45,15 +42,12 @@ const KeywordCase keywordCases[] = {
     {"LEft LIne", "l", nullptr},
     {"LEft LIne", "lin", "LIne"},
     {"eXit End", "x", "eXit"},
-    {"eXit End", "e", "End"},
     {"eXit End", "ex", "eXit"},
     {"layer,LA", "la", "layer"},
-    {"layer,LA", "lay", "layer"},
     {"layer,LA", "l", nullptr},
     {"对象 组 _Object Group", "组", "Group"},
     {"对象 组 _Object Group", "_g", "Group"},
     {"对象 组 _Object Group", "g", nullptr},
-    {"", "y", nullptr},
 };
 
 TEST(Keywords, whatIsTypedFindsOne) {

