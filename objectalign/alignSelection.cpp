@@ -70,8 +70,11 @@ int alignOne(AcDbObjectId id, const AlignmentPoint& at, const Settings& settings
                                                      at.point, at.centre, at.radius);
 }
 
+// The curve is held open: when it is selected itself it stays where it is, for the others to be measured
+// against.
 Aligned align(const AcDbObjectIdArray& ids, const AlignmentPoint& at, const Settings& settings) {
     AcDbObjectIdArray aligned;
+    const AcDbObjectPointer<AcDbEntity> curve{at.curveId};
     for (const AcDbObjectId id : ids)
         if (alignOne(id, at, settings) != notHandled) aligned.append(id);
     return {aligned, at.point};

@@ -5,6 +5,7 @@
 #include "gept3dar.h"
 #include "kernel/plane.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qx::objectalign {
@@ -17,13 +18,35 @@ bool meets(const AcDbEntity& entity, const AcDbEntity& other) {
     return !points.isEmpty();
 }
 
-/// All corners of its box inside means all of it inside.
-bool liesInside(const AcDbEntity& entity, const AcGePoint3d& centre, double radius) {
+/// A circle inside which things certainly lie inside the other one: what meets a curve to within the
+/// precision of the coordinates only touches it.
+double innerRadius(const AcGePoint2d& centre, double radius) {
+    constexpr double touching = 1e-6, precision = 4e-9; // of the radius, of the coordinates
+    const double size = std::max(std::abs(centre.x), std::abs(centre.y)) + radius;
+    return radius - std::max(radius * touching, size * precision);
+}
+
+/// Whether the object has a point inside the circle on a line that cuts its box in half. What hangs together
+/// and does not meet the circle lies inside or outside as a whole, and reaches from one side of its box to
+/// the other.
+bool hasPointInside(const AcDbEntity& entity, const AcDbExtents& box, const AcGePoint2d& centre,
+                    double radius) {
+    const AcGePoint3d middle = box.minPoint() + (box.maxPoint() - box.minPoint()) / 2;
+    AcGePoint3dArray points;
+    for (const AcGeVector3d& along : {AcGeVector3d::kXAxis, AcGeVector3d::kYAxis}) {
+        const AcDbLine cut{middle, middle + along};
+        entity.intersectWith(&cut, AcDb::kExtendArg, points);
+    }
+    return std::any_of(points.begin(), points.end(),
+                       [&](const AcGePoint3d& each) { return inPlane(each).distanceTo(centre) < radius; });
+}
+
+/// At the height of the object, so that one that lies off the plane is seen like any other.
+bool reachesInside(const AcDbEntity& entity, const AcGePoint2d& centre, double radius) {
     AcDbExtents box;
-    if (entity.getGeomExtents(box) != Acad::eOk) return false;
-    const AcGeVector2d low = inPlane(box.minPoint() - centre), high = inPlane(box.maxPoint() - centre);
-    return std::hypot(std::max(std::abs(low.x), std::abs(high.x)),
-                      std::max(std::abs(low.y), std::abs(high.y))) < radius;
+    if (!(radius > 0) || entity.getGeomExtents(box) != Acad::eOk) return false;
+    const AcDbCircle inside{{centre.x, centre.y, box.minPoint().z}, AcGeVector3d::kZAxis, radius};
+    return meets(entity, inside) || hasPointInside(entity, box, centre, radius);
 }
 } // namespace
 
@@ -35,12 +58,10 @@ Acad::ErrorStatus findMeeting(AcDbObjectId id, AcDbObjectId curveId, bool& isAcr
 }
 
 Acad::ErrorStatus findInside(AcDbObjectId id, const AcGePoint3d& centre, double radius, bool& isAcross) {
-    constexpr double touching = 1e-6; // of the radius
     const AcDbObjectPointer<AcDbEntity> entity{id};
     if (entity.openStatus() != Acad::eOk) return entity.openStatus();
-    const double inner = radius * (1 - touching);
-    const AcDbCircle inside{{centre.x, centre.y, 0}, AcGeVector3d::kZAxis, inner};
-    isAcross = meets(*entity.object(), inside) || liesInside(*entity.object(), centre, inner);
+    const AcGePoint2d flat = inPlane(centre);
+    isAcross = reachesInside(*entity.object(), flat, innerRadius(flat, radius));
     return Acad::eOk;
 }
 

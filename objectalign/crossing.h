@@ -8,8 +8,9 @@ namespace qx::objectalign {
 /// Whether the two meet as they are drawn. The status of the opening that failed; `isAcross` stays then.
 Acad::ErrorStatus findMeeting(AcDbObjectId id, AcDbObjectId curveId, bool& isAcross);
 
-/// Whether something of the object lies inside the circle about `centre`. What only touches it is outside,
-/// within a millionth of the radius. The status of the opening; `isAcross` stays when it failed.
+/// Whether something of the object lies inside the circle about `centre`, seen along Z. What only touches it
+/// is outside: within a millionth of the radius, and within the precision of large coordinates. Parts that
+/// hang together with nothing else may be missed. The status of the opening; `isAcross` stays when it failed.
 Acad::ErrorStatus findInside(AcDbObjectId id, const AcGePoint3d& centre, double radius, bool& isAcross);
 
 } // namespace qx::objectalign

@@ -175,7 +175,7 @@ Acad::ErrorStatus AcDbEntity::intersectWith(const AcDbEntity* ent, AcDb::Interse
     IntersectionSink sink{held.operand, isSimpleCurve() ? there : here,
                           isSimpleCurve() ? IntersectionSink::Order::alongCurve
                                           : IntersectionSink::Order::asSeen};
-    (isSimpleCurve() ? ent : this)->shape(sink);
+    (isSimpleCurve() ? ent : this)->outline(sink);
     sink.appendTo(points);
     return Acad::eOk;
 }

@@ -149,3 +149,27 @@ void AcDbMText::shape(qx::shape::Sink& sink) const {
         sink.text({data_.location + (along * run.x + up * run.y), along * (run.height * run.widthFactor),
                    (up + along * run.slant) * run.height, run.extent, text.charactersOf(run), nullptr});
 }
+
+void AcDbMText::outline(qx::shape::Sink& sink) const {
+    const MultilineText& text = lines();
+    qx::shape::Box box; // in the text's own axes
+    for (const MultilineRun& run : text.runs) {
+        const qx::shape::TextRun drawn{{run.x, run.y, 0},
+                                       {run.height * run.widthFactor, 0, 0},
+                                       {run.height * run.slant, run.height, 0},
+                                       run.extent,
+                                       {},
+                                       nullptr};
+        if (run.extent.blank) continue;
+        for (const AcGePoint3d& corner : drawn.inkCorners()) box.add(corner);
+    }
+    if (box.isEmpty()) return;
+    const auto [along, up] = axes();
+    qx::text::TextExtent whole;
+    whole.inkLeft = box.min.x;
+    whole.inkRight = box.max.x;
+    whole.inkBottom = box.min.y;
+    whole.inkTop = box.max.y;
+    whole.blank = false;
+    sink.text({data_.location, along, up, whole, {}, nullptr});
+}

@@ -193,6 +193,8 @@ public:
     void forgetBox() { boxVersion_ = 0; }
     /// Hands what the entity looks like to the sink, as primitives in world coordinates. Never allocates.
     virtual void shape(qx::shape::Sink&) const {}
+    /// The same as others meet it: what hangs together for the eye is one.
+    virtual void outline(qx::shape::Sink& sink) const { shape(sink); }
     /// False for a class that is not whole without its drawing.
     static constexpr bool standsAlone = true;
     /// The same entity in no drawing, without its extended data; null when that makes no sense.

@@ -23,6 +23,8 @@ public:
     ~AcDbMText() override;
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
+    /// One box around all that is drawn, turned with the text.
+    void outline(qx::shape::Sink& sink) const override;
     bool isMeasurable() const override { return true; }
     bool afterReading(const qx::db::Drawing& drawing) override;
 

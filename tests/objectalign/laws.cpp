@@ -91,15 +91,13 @@ double clearance(const RandomScene& scene, const Specimen& text, double stop, do
     const double further = std::copysign(text.height, stop);
     const double back = std::abs(now - stop) > text.height / 2 ? further : 0;
     const auto corners = scene.letters(text);
-    for (std::size_t i = 0; i + 3 < corners.size(); i += 4) { // four per line of text
-        double low = 1e9, high = -1e9;
-        for (std::size_t k = i; k < i + 4; ++k) {
-            low = std::min(low, scene.beside(corners[k]) - back);
-            high = std::max(high, scene.beside(corners[k]) - back);
-        }
-        if (corners[i].z == 0 && low <= 0 && high >= 0) return further;
+    double low = 1e9, high = -1e9;
+    for (const AcGePoint3d& corner : corners) {
+        low = std::min(low, scene.beside(corner) - back);
+        high = std::max(high, scene.beside(corner) - back);
     }
-    return 0;
+    const bool isCrossed = low <= 0 && high >= 0 && corners[0].z == 0;
+    return isCrossed ? further : 0;
 }
 
 /// With its apex at the spacing and its hollow side beyond. It stays on its side, unless its centre is nearer
