@@ -32,123 +32,83 @@ std::string findings(const Drawing& drawing) {
 }
 
 TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
+    const BlockText based{"B", {unitLine}, "10 1.0|20 2.0|30 3.0"};
     const struct {
-        const char* name;
         std::vector<BlockText> blocks;
-        const char* reference;
+        std::string reference;
         const char* extents;
     } cases[] = {
-        {"moved", oneLine, "2 B|10 10.0|20 20.0|30 5.0", "11..13 22..23 5..5"},
-        {"its name in another case", {{"Door", {unitLine}}}, "2 dOOR|10 0.0", "1..3 2..3 0..0"},
-        {"its name in GBK",
-         {{"\xC3\xC5\x95\x5C", {unitLine}}},
-         "2 \xC3\xC5\x95\x5C|10 0.0",
-         "1..3 2..3 0..0"},
-        {"base point", {{"B", {unitLine}, "10 1.0|20 2.0|30 3.0"}}, "2 B|10 0.0", "0..2 0..1 -3..-3"},
-        {"scaled about the base point",
-         {{"B", {unitLine}, "10 1.0|20 2.0"}},
-         "2 B|10 5.0|41 2.0|42 3.0",
-         "5..9 0..3 0..0"},
-        {"turned", oneLine, "2 B|10 0.0|50 90", "-3..-2 1..3 0..0"},
-        {"mirrored, then turned", oneLine, "2 B|10 0.0|41 -1.0|50 90.0", "-3..-2 -3..-1 0..0"},
-        {"seen from below", oneLine, "2 B|10 -5.0|30 1.0|210 0.0|220 0.0|230 -1.0", "2..4 2..3 -1..-1"},
-        {"an arc stretched",
-         {{"B", {"CIRCLE|10 0.0|40 1.0"}}},
-         "2 B|10 0.0|41 2.0|42 3.0|50 90.0",
-         "-3..3 -2..2 0..0"},
-        {"nested",
-         {{"B", {"INSERT|2 C|10 10.0|20 0.0|41 2.0|42 2.0", unitLine}}, {"C", {unitLine}, "10 1.0|20 0.0"}},
+        {{{"Door", {unitLine}}}, "2 dOOR|10 0.0", "1..3 2..3 0..0"},
+        {{{"\xC3\xC5\x95\x5C", {unitLine}}}, "2 \xC3\xC5\x95\x5C|10 0.0", "1..3 2..3 0..0"},
+        {{based}, "2 B|10 5.0|41 2.0|42 3.0", "5..9 0..3 -3..-3"},
+        {oneLine, "2 B|10 0.0|41 -1.0|50 90.0", "-3..-2 -3..-1 0..0"},
+        {oneLine, "2 B|10 -5.0|30 1.0|210 0.0|220 0.0|230 -1.0", "2..4 2..3 -1..-1"},
+        {{{"B", {"CIRCLE|10 0.0|40 1.0"}}}, "2 B|10 0.0|41 2.0|42 3.0|50 90.0", "-3..3 -2..2 0..0"},
+        {{{"B", {"MTEXT|10 5.0|20 5.0|40 2.0|1 H", "ELLIPSE|11 4.0|40 0.5"}}},
+         "2 B|41 2|42 2",
+         "-8..13 -4..10 0..0"},
+        {{{"B", {"INSERT|2 C|10 10.0|41 2.0|42 2.0", unitLine}}, {"C", {unitLine}, "10 1.0|20 0.0"}},
          "2 B|10 100.0",
          "101..114 2..6 0..0"},
-        {"nested, a turn in a stretch",
-         {{"B", {"INSERT|2 C|10 0.0|50 45.0"}}, {"C", {"LINE|10 0.0|11 1.0|21 1.0"}}},
+        // A turn in a stretch.
+        {{{"B", {"INSERT|2 C|10 0.0|50 45.0"}}, {"C", {"LINE|10 0.0|11 1.0|21 1.0"}}},
          "2 B|10 0.0|42 3.0",
          "0..0 0..4.24264 0..0"},
-        {"invisible parts and layers count for nothing",
-         {{"B",
+        // What is invisible counts for nothing, nor do classes that are only kept.
+        {{{"B",
            {unitLine, "POINT|60 1|10 99.0", "POINT|8 OFF|10 99.0", "POINT|8 FROZEN|10 99.0",
             "POINT|8 LOCKED|10 5.0"}}},
          "2 B|10 0.0",
          "1..5 0..3 0..0"},
-        {"classes that are only kept draw nothing",
-         {{"B", {unitLine, "SOLID|10 99.0", "HATCH|10 99.0"}}},
-         "2 B|10 0.0",
-         "1..3 2..3 0..0"},
-        {"empty", {{"B", {}}}, "2 B|10 7.0", "status 1001"},
-        {"blank text", {{"B", {"TEXT|10 1.0|40 1.0|1   "}}}, "2 B|10 7.0", "status 1001"},
-        {"missing", {}, "2 B|10 7.0", "status 1001"},
-        {"an array of references", oneLine, "2 B|10 0.0|70 2|44 10.0", "status 2"},
+        {{{"B", {unitLine, "SOLID|10 99.0", "HATCH|10 99.0"}}}, "2 B|10 0.0", "1..3 2..3 0..0"},
+        {{{"B", {}}}, "2 B|10 7.0", "status 1001"},
+        {{{"B", {"TEXT|10 1.0|40 1.0|1   "}}}, "2 B|10 7.0", "status 1001"},
+        {{}, "2 B|10 7.0", "status 1001"},
+        {oneLine, "2 B|10 0.0|70 2|44 10.0", "status 2"},
     };
     for (const auto& each : cases) {
         const auto drawing =
-            read(DrawingText{.entities = {std::string{"INSERT|"} + each.reference}, .blocks = each.blocks}
-                     .bytes());
+            read(DrawingText{.entities = {"INSERT|" + each.reference}, .blocks = each.blocks}.bytes());
         const std::string foundBefore = findings(*drawing);
-        EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.name;
-        EXPECT_EQ(findings(*drawing), foundBefore) << each.name;
+        EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.reference;
+        EXPECT_EQ(findings(*drawing), foundBefore) << each.reference;
     }
 }
 
-// The text is one em high and wide: a box of the text's own.
 TEST(BlockReferences, showTheirAttributes) {
-    const struct {
-        const char* name;
-        const char* attribute;
-        bool isShown;
-    } cases[] = {
-        {"visible", "10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", true},
-        {"flagged invisible", "10 100.0|20 0.0|40 1.0|1 H|2 T|70 1", false},
-        {"an invisible entity", "60 1|10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", false},
-        {"on a layer that is off", "8 OFF|10 100.0|20 0.0|40 1.0|1 H|2 T|70 0", false},
-        {"blank", "10 100.0|20 0.0|40 1.0|1  |2 T|70 0", false},
+    const std::pair<std::string, bool> cases[] = {
+        {"10 100.0|40 1.0|1 H|2 T|70 0", true},       {"10 100.0|40 1.0|1 H|2 T|70 1", false},
+        {"60 1|10 100.0|40 1.0|1 H|2 T|70 0", false}, {"8 OFF|10 100.0|40 1.0|1 H|2 T|70 0", false},
+        {"10 100.0|40 1.0|1  |2 T|70 0", false},
     };
-    for (const auto& each : cases) {
-        const auto drawing =
-            read(DrawingText{.entities = {"INSERT|66 1|2 B|10 0.0", std::string{"ATTRIB|"} + each.attribute,
-                                          "SEQEND", unitLine},
-                             .blocks = oneLine}
-                     .bytes());
-        EXPECT_EQ(extents(*drawing, 0x100) != "1..3 2..3 0..0", each.isShown) << each.name;
+    for (const auto& [attribute, isShown] : cases) {
+        DrawingText text{.entities = {"INSERT|66 1|2 B|10 0.0", "ATTRIB|" + attribute, "SEQEND", unitLine}};
+        text.blocks = oneLine;
+        EXPECT_EQ(extents(*read(text.bytes()), 0x100) != "1..3 2..3 0..0", isShown) << attribute;
     }
 }
 
 TEST(BlockReferences, thatContainThemselvesAreDrawnOnce) {
-    const struct {
-        const char* name;
-        std::vector<BlockText> blocks;
-        const char* extents;
-        const char* findings;
-    } cases[] = {
-        {"directly",
-         {{"B", {unitLine, "INSERT|2 B|10 50.0"}}},
-         "1..3 2..3 0..0",
-         "block \"B\" contains itself; "},
-        {"over another",
-         {{"B", {unitLine, "INSERT|2 C|10 50.0"}}, {"C", {unitLine, "INSERT|2 B|10 50.0"}}},
-         "1..53 2..3 0..0",
-         "block \"B\" contains itself; "},
+    const std::pair<std::vector<BlockText>, const char*> cases[] = {
+        {{{"B", {unitLine, "INSERT|2 B|10 50.0"}}}, "1..3 2..3 0..0"},
+        {{{"B", {unitLine, "INSERT|2 C|10 50.0"}}, {"C", {unitLine, "INSERT|2 B|10 50.0"}}},
+         "1..53 2..3 0..0"},
     };
-    for (const auto& each : cases) {
-        const auto drawing =
-            read(DrawingText{.entities = {"INSERT|2 B|10 0.0"}, .blocks = each.blocks}.bytes());
-        for (int i = 0; i < 3; ++i) EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.name;
-        EXPECT_EQ(findings(*drawing), each.findings) << each.name;
-        ASSERT_FALSE(drawing->findings().empty());
-        EXPECT_GT(drawing->findings()[0].line, 1u) << each.name;
-        EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk) << each.name;
+    for (const auto& [blocks, expected] : cases) {
+        const auto drawing = read(DrawingText{.entities = {"INSERT|2 B|10 0.0"}, .blocks = blocks}.bytes());
+        for (int i = 0; i < 3; ++i) EXPECT_EQ(extents(*drawing, 0x100), expected);
+        EXPECT_EQ(findings(*drawing), "block \"B\" contains itself; ");
+        EXPECT_GT(drawing->findings()[0].line, 1u);
+        EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
     }
 }
 
 TEST(BlockReferences, nestOnlySoDeep) {
-    const struct {
-        int depth;
-        bool isDrawn;
-    } cases[] = {{1, true}, {10, true}, {64, true}, {65, false}, {150, false}};
-    for (const auto& each : cases) {
+    for (const int depth : {1, 64, 65, 150}) {
         const auto drawing =
-            read(DrawingText{.entities = {"INSERT|2 0|10 0.0"}, .blocks = chain(each.depth, 1)}.bytes());
-        EXPECT_EQ(extents(*drawing, 0x100), each.isDrawn ? "1..3 2..3 0..0" : "status 1001") << each.depth;
-        EXPECT_EQ(drawing->findings().empty(), each.isDrawn) << each.depth;
+            read(DrawingText{.entities = {"INSERT|2 0|10 0.0"}, .blocks = chain(depth, 1)}.bytes());
+        EXPECT_EQ(extents(*drawing, 0x100), depth <= 64 ? "1..3 2..3 0..0" : "status 1001") << depth;
+        EXPECT_EQ(drawing->findings().empty(), depth <= 64) << depth;
     }
 }
 

@@ -11,8 +11,8 @@ constexpr double quarter = std::numbers::pi / 2;
 const std::string line = "LINE|10 1.0|20 1.0|11 2.0|21 1.0";
 
 /// Appends to a block; the new entity's handle.
-std::uint64_t append(const Drawing& drawing, std::unique_ptr<AcDbEntity> entity,
-                     std::uint64_t block = DrawingText::modelSpace) {
+Handle append(const Drawing& drawing, std::unique_ptr<AcDbEntity> entity,
+              Handle block = DrawingText::modelSpace) {
     AcDbObjectPointer<AcDbBlockTableRecord> record{idOf(drawing, block), AcDb::kForWrite};
     AcDbObjectId id;
     EXPECT_EQ(record->appendAcDbEntity(id, entity.get()), Acad::eOk);
@@ -35,64 +35,42 @@ std::size_t endOfEntities(const std::string& bytes) {
 }
 
 TEST(NewEntities, areWrittenBehindTheOthers) {
-    const struct {
-        const char* name;
-        std::function<std::unique_ptr<AcDbEntity>()> make;
-        const char* groups;
-    } cases[] = {
-        {"line", newLine,
-         "0 LINE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0"},
-        {"circle",
-         [] {
-             return std::make_unique<AcDbCircle>(AcGePoint3d{1, 2, 3}, AcGeVector3d::kZAxis, 4.0);
-         },
-         "0 CIRCLE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 1.0|20 2.0|30 3.0|40 4.0"},
-        {"circle seen from below",
-         [] {
-             return std::make_unique<AcDbCircle>(AcGePoint3d{1, 2, 3}, -AcGeVector3d::kZAxis, 4.0);
-         },
-         "0 CIRCLE|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 -1.0|20 2.0|30 -3.0|40 4.0|210 "
-         "-0.0|220 -0.0|230 -1.0"},
-        {"arc",
-         [] {
-             return std::make_unique<AcDbArc>(AcGePoint3d{1, 2, 3}, 4.0, quarter, 2 * quarter);
-         },
-         "0 ARC|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDbCircle|10 1.0|20 2.0|30 3.0|40 4.0|100 AcDbArc|50 "
-         "90.0|51 180.0"},
+    const AcGePoint3d centre{1, 2, 3};
+    const AcGeVector3d up = AcGeVector3d::kZAxis;
+    const std::pair<AcDbEntity*, std::string> cases[] = {
+        {newLine().release(), "LINE|Line|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0"},
+        {new AcDbCircle{centre, up, 4}, "CIRCLE|Circle|10 1.0|20 2.0|30 3.0|40 4.0"},
+        {new AcDbCircle{centre, -up, 4},
+         "CIRCLE|Circle|10 -1.0|20 2.0|30 -3.0|40 4.0|210 -0.0|220 -0.0|230 -1.0"},
+        {new AcDbArc{centre, 4, quarter, 2 * quarter},
+         "ARC|Circle|10 1.0|20 2.0|30 3.0|40 4.0|100 AcDbArc|50 90.0|51 180.0"},
     };
-    for (const auto& each : cases)
-        for (const char* lineEnd : {"\n", "\r\n"}) {
-            DrawingText text{.entities = {line}, .lineEnd = lineEnd};
-            const auto drawing = read(text.bytes());
-            append(*drawing, each.make());
-            text.handSeed = "1001";
-            const std::string expected = text.bytes();
-            EXPECT_EQ(drawing->toBytes(),
-                      inserted(expected, endOfEntities(expected), tags(each.groups, lineEnd)))
-                << each.name;
-        }
+    for (const auto& [made, groups] : cases) {
+        const std::size_t bar = groups.find('|');
+        DrawingText text{.entities = {line}, .lineEnd = made == cases[0].first ? "\r\n" : "\n"};
+        const auto drawing = read(text.bytes());
+        append(*drawing, std::unique_ptr<AcDbEntity>{made});
+        text.handSeed = "1001";
+        const std::string head = "0 " + groups.substr(0, bar) + "|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDb";
+        const std::string expected = text.bytes();
+        EXPECT_EQ(drawing->toBytes(), inserted(expected, endOfEntities(expected),
+                                               tags(head + groups.substr(bar + 1), text.lineEnd)));
+    }
 }
 
 TEST(NewEntities, takeHandlesFromTheSeed) {
     const struct {
-        const char* name;
         const char* seed;
-        std::uint64_t first;
+        Handle first;
         const char* seedAfterTwo;
-    } cases[] = {
-        {"plain", "1000", 0x1000, "1002"},
-        {"in lower case", "abc", 0xABC, "ABE"},
-        {"seed below the handles in use", "50", 0x405, "407"},
-        {"no handle", "x", 0x405, "407"},
-    };
+    } cases[] = {{"1000", 0x1000, "1002"}, {"abc", 0xABC, "ABE"}, {"50", 0x405, "407"}, {"x", 0x405, "407"}};
     for (const auto& each : cases) {
-        const DrawingText text{
-            .entities = {line}, .blocks = {{"B", {line, line, line, line, line}}}, .handSeed = each.seed};
+        const DrawingText text{.blocks = {{"B", {line, line, line, line, line}}}, .handSeed = each.seed};
         const auto drawing = read(text.bytes());
-        EXPECT_EQ(append(*drawing, newLine()), each.first) << each.name;
-        EXPECT_EQ(append(*drawing, newLine()), each.first + 1) << each.name;
-        EXPECT_EQ(drawing->find(each.first)->kind, qx::db::Kind::line) << each.name;
-        EXPECT_EQ(read(drawing->toBytes())->headerValue("$HANDSEED", 5), each.seedAfterTwo) << each.name;
+        EXPECT_EQ(append(*drawing, newLine()), each.first);
+        EXPECT_EQ(append(*drawing, newLine()), each.first + 1);
+        EXPECT_EQ(drawing->find(each.first)->kind, qx::db::Kind::line);
+        EXPECT_EQ(read(drawing->toBytes())->headerValue("$HANDSEED", 5), each.seedAfterTwo);
     }
 }
 
@@ -106,29 +84,22 @@ TEST(NewEntities, raiseTheSeedOnlyWhenTheyAreSaved) {
 }
 
 TEST(NewEntities, lieOnTheCurrentLayer) {
-    const struct {
-        const char* name;
-        const char* layer;
-        Acad::ErrorStatus reopening;
-    } cases[] = {
-        {"GBK, second byte a backslash", "\xCD\xBC\x95\x5C", Acad::eOk},
-        {"locked", "LOCKED", Acad::eOnLockedLayer},
-        {"unknown to the table", "X", Acad::eOk},
+    const std::pair<std::string, Acad::ErrorStatus> cases[] = {
+        {"\xCD\xBC\x95\x5C", Acad::eOk}, // GBK, its second byte a backslash
+        {"LOCKED", Acad::eOnLockedLayer},
+        {"unknown to the table", Acad::eOk},
     };
-    for (const auto& each : cases) {
-        const auto drawing = read(DrawingText{.currentLayer = each.layer}.bytes());
-        const std::uint64_t handle = append(*drawing, newLine());
-        EXPECT_EQ(move(*drawing, handle, shift(1, 0)), each.reopening) << each.name;
-        EXPECT_NE(
-            drawing->toBytes().find(tags("100 AcDbEntity|8 " + std::string{each.layer} + "|100 AcDbLine")),
-            std::string::npos)
-            << each.name;
+    for (const auto& [layer, reopening] : cases) {
+        const auto drawing = read(DrawingText{.currentLayer = layer}.bytes());
+        EXPECT_EQ(move(*drawing, append(*drawing, newLine()), shift(1, 0)), reopening) << layer;
+        const std::string expected = tags("100 AcDbEntity|8 " + layer + "|100 AcDbLine");
+        EXPECT_NE(drawing->toBytes().find(expected), std::string::npos) << layer;
     }
 }
 
 TEST(NewEntities, areChangedLikeAnyOther) {
     const auto drawing = read(DrawingText{.entities = {line}}.bytes());
-    const std::uint64_t handle = append(*drawing, newLine());
+    const Handle handle = append(*drawing, newLine());
     EXPECT_EQ(move(*drawing, handle, AcGeMatrix3d::rotation(-quarter, AcGeVector3d::kZAxis) * shift(0, 0, 1)),
               Acad::eOk);
     {
@@ -140,21 +111,8 @@ TEST(NewEntities, areChangedLikeAnyOther) {
     EXPECT_TRUE(drawing->isSelectable(drawing->find(handle)));
     const auto again = read(drawing->toBytes());
     EXPECT_EQ(extents(*again, handle), "0..2 -1.5..0 1..1");
-    EXPECT_EQ((AcDbObjectPointer<AcDbEntity> { idOf(*again, handle) } -> colorIndex()), 1);
-    EXPECT_TRUE(again->isSelectable(again->find(handle)));
-}
-
-TEST(NewEntities, inABlockStandBeforeItsEnd) {
-    DrawingText text{.entities = {"INSERT|2 B|10 10.0|20 0.0"}, .blocks = {{"B", {line}}, {"C", {line}}}};
-    const auto drawing = read(text.bytes());
-    EXPECT_EQ(extents(*drawing, 0x100), "11..12 1..1 0..0");
-    append(*drawing, newLine(), DrawingText::firstBlock);
-    EXPECT_EQ(extents(*drawing, 0x100), "10..12 0..2 0..0");
-    text.handSeed = "1001";
-    text.blocks[0].entities.push_back(
-        "LINE|5 1000|330 30|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 1.5|21 2.0|31 0.0");
-    text.blocks[1].entities[0] = completed(line, 0x401).substr(2);
-    EXPECT_EQ(drawing->toBytes(), text.bytes());
+    AcDbObjectPointer<AcDbEntity> written{idOf(*again, handle)};
+    EXPECT_EQ(written->colorIndex(), 1);
 }
 
 /// The compact tags of a new line on layer 0.
@@ -178,15 +136,19 @@ TEST(NewEntities, inPaperSpaceSayThatTheyAre) {
     EXPECT_FALSE(again->isSelectable(again->find(0x1000)));
 }
 
-TEST(NewEntities, inAnotherLayoutStandInItsBlock) {
-    DrawingText text{.blocks = {{"*Paper_Space0", {}}}};
-    const auto drawing = read(text.bytes());
-    append(*drawing, newLine(), DrawingText::firstBlock);
-    const std::string saved = drawing->toBytes();
-    EXPECT_NE(saved.find(tags(newLineTags("1000", "|330 30", "|67 1") + "|0 ENDBLK")), std::string::npos)
-        << saved;
-    EXPECT_EQ(read(saved)->toBytes(), saved);
-    EXPECT_EQ(extents(*read(saved), 0x1000), "0..1.5 0..2 0..0");
+TEST(NewEntities, inABlockStandBeforeItsEnd) {
+    for (const bool isLayout : {false, true}) {
+        DrawingText text{.entities = {"INSERT|2 B|10 10.0|20 0.0"}};
+        text.blocks = {{isLayout ? "*Paper_Space0" : "B", {line}}, {"C", {line}}};
+        const auto drawing = read(text.bytes());
+        append(*drawing, newLine(), DrawingText::firstBlock);
+        EXPECT_EQ(extents(*drawing, 0x100), isLayout ? "status 1001" : "10..12 0..2 0..0");
+        const std::string saved = drawing->toBytes();
+        const std::string expected = newLineTags("1000", "|330 30", isLayout ? "|67 1" : "") + "|0 ENDBLK";
+        EXPECT_NE(saved.find(tags(expected)), std::string::npos) << saved;
+        EXPECT_EQ(read(saved)->toBytes(), saved);
+        EXPECT_EQ(extents(*read(saved), 0x1000), "0..1.5 0..2 0..0");
+    }
 }
 
 TEST(NewEntities, getASectionWhereThereIsNone) {
@@ -196,31 +158,27 @@ TEST(NewEntities, getASectionWhereThereIsNone) {
                                "|0 ENDTAB|0 ENDSEC";
     const std::string blocks = "|0 SECTION|2 BLOCKS|0 BLOCK|2 *Model_Space|0 ENDBLK|0 ENDSEC";
     const struct {
-        const char* name;
         std::string before, after; ///< of the new section
         const char* owner;
     } cases[] = {
-        {"before the objects", header + tables + blocks, objects, "|330 1F"},
-        {"before the end", header + tables, "", "|330 1F"},
-        {"objects before the tables", header + objects + tables, "", "|330 1F"},
-        {"nothing but a header", header, "", ""},
+        {header + tables + blocks, objects, "|330 1F"},
+        {header + tables, "", "|330 1F"},
+        {header + objects + tables, "", "|330 1F"},
+        {header, "", ""},
     };
     for (const auto& each : cases) {
         const auto drawing = read(tags(each.before + each.after + "|0 EOF"));
         const std::string bytes = drawing->toBytes();
-        AcDbObjectPointer<AcDbBlockTableRecord> space{AcDbObjectId{drawing->modelSpace()}, AcDb::kForWrite};
         AcDbEntity* entity = newLine().release();
-        ASSERT_EQ(space->appendAcDbEntity(entity), Acad::eOk) << each.name;
-        const std::uint64_t handle = entity->objectId().handle().value();
+        const Handle handle = drawing->append(drawing->modelSpace(), entity)->handle;
         entity->close();
         const std::string saved = drawing->toBytes();
         EXPECT_EQ(saved, tags(each.before + "|0 SECTION|2 ENTITIES|" + newLineTags(hex(handle), each.owner) +
-                              "|0 ENDSEC" + each.after + "|0 EOF"))
-            << each.name;
+                              "|0 ENDSEC" + each.after + "|0 EOF"));
         const auto again = read(saved);
-        EXPECT_TRUE(again->isSelectable(again->find(handle))) << each.name;
+        EXPECT_TRUE(again->isSelectable(again->find(handle))) << each.before;
         ASSERT_EQ(erase(*drawing, handle), Acad::eOk);
-        EXPECT_EQ(drawing->toBytes(), bytes) << each.name << ": no section for what is erased again";
+        EXPECT_EQ(drawing->toBytes(), bytes) << "no section for what is erased again";
     }
 }
 

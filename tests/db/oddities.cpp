@@ -29,47 +29,32 @@ std::string findings(const std::string& bytes) {
 
 TEST(Oddities, areFoundWhileReading) {
     const std::string second = " is given a second time; it means the object that had it first";
-    const struct {
-        const char* name;
-        DrawingText text;
-        std::string findings;
-    } cases[] = {
-        {"nothing odd", {.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 1|71 1"}}, ""},
-        {"a handle twice", {.entities = {line, line + "|5 100"}}, "at 100: the handle 100" + second},
-        {"a handle in two sections", {.entities = {line + "|5 d"}}, "at D: the handle D" + second},
-        {"a large handle three times",
-         {.entities = {line + "|5 FFFFFFFFFFFFFFF0", line + "|5 FFFFFFFFFFFFFFF0"}},
-         "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
-        {"an entity without a handle",
-         {.entities = {noHandle, line}},
+    const std::string large = line + "|5 FFFFFFFFFFFFFFF0", kept = "classes that are only kept (";
+    const std::string selected = ") can't be selected", group = "of groups of such classes (";
+    const std::pair<DrawingText, std::string> cases[] = {
+        {{.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 1|71 1"}}, ""},
+        {{.entities = {line, line + "|5 100"}}, "at 100: the handle 100" + second},
+        {{.entities = {line + "|5 d"}}, "at D: the handle D" + second}, // in two sections
+        {{.entities = {large, large}}, "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
+        {{.entities = {noHandle, line}},
          "at AB: 1 entity has no handle, this is the first; no script and no group can name it"},
-        {"more of them, some in a block",
-         {.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
+        {{.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
          "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
-        {"classes that are only kept",
-         {.entities = {"3DFACE|10 1.0", "HATCH|10 1.0", line, "DIMENSION|10 1.0", "HATCH|10 1.0"}},
-         "4 objects of classes that are only kept (HATCH 2, 3DFACE 1, DIMENSION 1) can't be selected"},
-        {"one object",
-         {.entities = {"HATCH|10 1.0"}},
-         "1 object of classes that are only kept (HATCH 1) can't be selected"},
-        {"an insertion in columns",
-         {.entities = {"INSERT|2 B|10 1.0|70 3", "INSERT|2 B|10 1.0|71 2"}},
-         "2 objects of classes that are only kept (INSERT in rows and columns 2) can't be selected"},
-        {"not in model space",
-         {.entities = {"HATCH|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"HATCH|10 1.0"}}}},
+        {{.entities = {"3DFACE|10 1.0", "HATCH|10 1.0", line, "DIMENSION|10 1.0", "HATCH|10 1.0"}},
+         "4 objects of " + kept + "HATCH 2, 3DFACE 1, DIMENSION 1" + selected},
+        {{.entities = {"INSERT|2 B|10 1.0|70 3", "INSERT|2 B|10 1.0|71 2"}},
+         "2 objects of " + kept + "INSERT in rows and columns 2" + selected},
+        {{.entities = {"HATCH|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"HATCH|10 1.0"}}}},
          ""},
-        {"members of groups, each once",
-         {.entities = {"HATCH|10 1.0", line, "HATCH|10 1.0"},
+        {{.entities = {"HATCH|10 1.0", line},
           .groups = {{"G", {"100", "101"}}, {"H", {"100", "101", "100"}}}},
-         "2 objects of classes that are only kept (HATCH 2) can't be selected; "
-         "1 member of groups of such classes (HATCH 1) stays where it is when its group moves"},
-        {"two members",
-         {.entities = {"HATCH|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
-         "2 objects of classes that are only kept (DIMENSION 1, HATCH 1) can't be selected; "
-         "2 members of groups of such classes (DIMENSION 1, HATCH 1) stay where they are when their group "
-         "moves"},
+         "1 object of " + kept + "HATCH 1" + selected + "; 1 member " + group +
+             "HATCH 1) stays where it is when its group moves"},
+        {{.entities = {"HATCH|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
+         "2 objects of " + kept + "DIMENSION 1, HATCH 1" + selected + "; 2 members " + group +
+             "DIMENSION 1, HATCH 1) stay where they are when their group moves"},
     };
-    for (const auto& each : cases) EXPECT_EQ(findings(each.text.bytes()), each.findings) << each.name;
+    for (const auto& [text, expected] : cases) EXPECT_EQ(findings(text.bytes()), expected);
 }
 
 TEST(Oddities, areFewLinesHoweverManyThereAre) {

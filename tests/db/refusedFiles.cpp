@@ -14,55 +14,37 @@ std::string refusal(const std::string& bytes) {
 }
 
 TEST(RefusedFiles, areRefusedWithFileLineAndReason) {
-    const struct {
-        const char* name;
-        std::string bytes;
-        const char* sentence;
-    } cases[] = {
-        {"empty", "", "1: the file is empty"},
-        {"binary", "AutoCAD Binary DXF\r\n\x1A\0\0\0"s,
-         "1: this is a binary DXF file; only text DXF is read"},
-        {"DWG", "AC1032\0\0\0\0"s, "1: this is a DWG file; only text DXF is read"},
-        {"some other text", "Hello\nworld\n", "1: \"Hello\" is no group code"},
-        {"zero bytes", "\0\0\0\0"s, "1: \"????\" is no group code"},
-        {"R12", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 EOF"),
-         "8: version \"AC1009\" is too old; only AC1015 (2000) and later are read"},
-        {"R14", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1014|0 ENDSEC|0 EOF"),
-         "8: version \"AC1014\" is too old; only AC1015 (2000) and later are read"},
-        {"2.10", tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC2.10|0 ENDSEC|0 EOF"),
-         "8: version \"AC2.10\" is too old; only AC1015 (2000) and later are read"},
-        {"header without version", tags("0 SECTION|2 HEADER|9 $CLAYER|8 0|0 ENDSEC|0 EOF"),
-         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
-        {"no header", tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF"),
-         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
-        {"tables before the header", tags("0 SECTION|2 FOO|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"),
-         "7: the drawing does not say its version; only AC1015 (2000) and later are read"},
-        {"only an end", tags("0 EOF"),
-         "1: the drawing does not say its version; only AC1015 (2000) and later are read"},
-        {"only an unknown section", tags("0 SECTION|2 FOO|0 ENDSEC|0 EOF"),
-         "7: the drawing does not say its version; only AC1015 (2000) and later are read"},
-        {"begins inside a section", tags("9 $ACADVER|1 AC1015|0 EOF"),
-         "1: a drawing begins with group 0, not 9"},
-        {"no end", header, "11: the file is cut off: it ends without EOF"},
-        {"value missing", header + "  0\n", "12: the file is cut off: it ends without EOF"},
-        {"a word for a code", header + "  0\nSECTION\ntwo\nENTITIES\n", "13: \"two\" is no group code"},
-        {"one line too many", header + "  0\nSECTION\n  2\nENTITIES\n\n  0\nENDSEC\n",
-         "15: \"\" is no group code"},
-        {"a long line for a code", header + std::string(60, 'x') + "\n",
+    const std::string only = "only AC1015 (2000) and later are read";
+    const std::string unsaid = "the drawing does not say its version; " + only;
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "1: the file is empty"},
+        {"AutoCAD Binary DXF\r\n\x1A\0\0\0"s, "1: this is a binary DXF file; only text DXF is read"},
+        {"AC1032\0\0\0\0"s, "1: this is a DWG file; only text DXF is read"},
+        {"\0\0\0\0"s, "1: \"????\" is no group code"},
+        {tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|0 ENDSEC|0 EOF"),
+         "8: version \"AC1009\" is too old; " + only},
+        {tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC2.10|0 ENDSEC|0 EOF"),
+         "8: version \"AC2.10\" is too old; " + only},
+        {tags("0 SECTION|2 HEADER|9 $CLAYER|8 0|0 ENDSEC|0 EOF"), "1: " + unsaid},
+        {tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF"), "1: " + unsaid},
+        {tags("0 SECTION|2 FOO|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"), "7: " + unsaid},
+        {tags("0 SECTION|2 FOO|0 ENDSEC|0 EOF"), "7: " + unsaid},
+        {tags("9 $ACADVER|1 AC1015|0 EOF"), "1: a drawing begins with group 0, not 9"},
+        {header, "11: the file is cut off: it ends without EOF"},
+        {header + "  0\nSECTION\ntwo\nENTITIES\n", "13: \"two\" is no group code"},
+        {header + "  0\nSECTION\n  2\nENTITIES\n\n  0\nENDSEC\n", "15: \"\" is no group code"},
+        {header + std::string(60, 'x') + "\n",
          "11: \"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...\" is no group code"},
-        {"end inside a section", header + tags("0 SECTION|2 ENTITIES|0 EOF"),
-         "15: EOF stands inside a section"},
-        {"section in a section", header + tags("0 SECTION|2 ENTITIES|0 SECTION|2 OBJECTS"),
+        {header + tags("0 SECTION|2 ENTITIES|0 EOF"), "15: EOF stands inside a section"},
+        {header + tags("0 SECTION|2 ENTITIES|0 SECTION|2 OBJECTS"),
          "15: a section begins before the one before it has ended"},
-        {"section without a name", header + tags("0 SECTION|0 ENDSEC|0 EOF"), "11: a section without a name"},
-        {"entity outside", header + tags("0 LINE|10 1|0 EOF"), "11: \"LINE\" stands outside of any section"},
-        {"tables behind the entities",
-         header + tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"),
+        {header + tags("0 SECTION|0 ENDSEC|0 EOF"), "11: a section without a name"},
+        {header + tags("0 LINE|10 1|0 EOF"), "11: \"LINE\" stands outside of any section"},
+        {header + tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 SECTION|2 TABLES|0 ENDSEC|0 EOF"),
          "17: the tables stand behind what refers to them"},
-        {"second section end", header + tags("0 ENDSEC|0 EOF"),
-         "11: \"ENDSEC\" stands outside of any section"},
+        {header + tags("0 ENDSEC|0 EOF"), "11: \"ENDSEC\" stands outside of any section"},
     };
-    for (const auto& each : cases) EXPECT_EQ(refusal(each.bytes), "plan.dxf:"s + each.sentence) << each.name;
+    for (const auto& [bytes, sentence] : cases) EXPECT_EQ(refusal(bytes), "plan.dxf:" + sentence);
 }
 
 // Whatever remains of a drawing that was cut off must not pass for a whole one.
@@ -85,27 +67,22 @@ TEST(RefusedFiles, includeEveryBeginningOfADrawing) {
 // Sections in odd numbers are no reason to refuse a drawing, nor to stumble over it.
 TEST(OddSections, areKept) {
     const std::string line = "0 LINE|5 100|8 0|10 1.0|20 1.0|11 2.0|21 2.0";
-    const struct {
-        const char* name;
-        std::string bytes;
-    } cases[] = {
-        {"nothing but a header", header + tags("0 EOF")},
-        {"two headers", DrawingText{}.bytes().insert(0, header)},
-        {"header after the entities", header + tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC") + header +
-                                          tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC|0 EOF")},
-        {"no tables", header + tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC|0 EOF")},
-        {"an insert without blocks", header + tags("0 SECTION|2 ENTITIES|0 INSERT|5 100|2 B|0 ENDSEC|0 EOF")},
-        {"blocks without records",
-         header + tags("0 SECTION|2 BLOCKS|0 BLOCK|2 B|" + line +
-                       "|0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|0 INSERT|2 B|0 ENDSEC|0 EOF")},
-        {"parts without their header",
-         header + tags("0 SECTION|2 ENTITIES|0 ATTRIB|0 VERTEX|0 SEQEND|0 ENDSEC|0 EOF")},
+    const std::string entities = header + tags("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC");
+    const std::string cases[] = {
+        header + tags("0 EOF"),
+        DrawingText{}.bytes().insert(0, header),
+        entities + entities + tags("0 EOF"),
+        entities + tags("0 EOF"),
+        header + tags("0 SECTION|2 ENTITIES|0 INSERT|5 100|2 B|0 ENDSEC|0 EOF"),
+        header + tags("0 SECTION|2 BLOCKS|0 BLOCK|2 B|" + line +
+                      "|0 ENDBLK|0 ENDSEC|0 SECTION|2 ENTITIES|0 INSERT|2 B|0 ENDSEC|0 EOF"),
+        header + tags("0 SECTION|2 ENTITIES|0 ATTRIB|0 VERTEX|0 SEQEND|0 ENDSEC|0 EOF"),
     };
-    for (const auto& each : cases) {
-        const auto drawing = Drawing::fromBytes(each.bytes, "plan.dxf");
-        ASSERT_TRUE(drawing) << each.name << ": " << drawing.error();
+    for (const std::string& bytes : cases) {
+        const auto drawing = Drawing::fromBytes(bytes, "plan.dxf");
+        ASSERT_TRUE(drawing) << drawing.error();
         (*drawing)->setLocked(true);
-        EXPECT_EQ((*drawing)->toBytes(), each.bytes) << each.name;
+        EXPECT_EQ((*drawing)->toBytes(), bytes);
         (*drawing)->extentsAtOpening();
         AcDbObjectPointer<AcDbObject> space{AcDbObjectId{(*drawing)->modelSpace()}, AcDb::kForWrite};
     }

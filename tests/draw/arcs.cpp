@@ -60,13 +60,11 @@ TEST(SvgArcs, PassWhereTheArcDoes) {
         const char* name;
         EllipticArc arc;
     } cases[] = {
-        {"circle", fullCircle(here, x, y, 5)},
         {"just under a half", circleArc(here, x, y, 900, 0.3, pi - 1e-4)},
         {"clockwise three quarters", circleArc(here, x, y, 2, 1, -1.5 * pi)},
         {"part of an ellipse, clockwise", ellipticArc(here, {8, 3, 0}, {1.5, -4, 0}, 2, 4)},
         {"axes that are not perpendicular", ellipticArc(here, {8, 3, 0}, {7, 4, 0}, 1, 5)},
         {"circle on edge", fullCircle(here, {0.6, 0.8, 0}, {0, 0, 1}, 5)},
-        {"half a circle on edge", circleArc(here, {0.6, 0.8, 0}, {0, 0, 1}, 5, pi / 2, pi)},
         {"one to ten thousand", ellipticArc(here, {10000, 4000, 0}, {-0.4, 1, 0}, 0.2, 6)},
         {"nearly straight", arcFromBulge(here, here + x * 100, 1e-5, {0, 0, 1})},
         {"as straight as arcs may be", arcFromBulge(here, here + x * 100, 2e-8, {0, 0, 1})},
@@ -87,7 +85,6 @@ TEST(SvgArcs, SpendLittleOnTheUsual) {
         std::size_t pieces;
     } cases[] = {
         {"circle", fullCircle(here, x, y, 5), 4},
-        {"quarter", circleArc(here, x, y, 5, 0, pi / 2), 1},
         {"turned quarter", circleArc(here, x, y, 5, 0.7, pi / 2), 1},
     };
     for (const auto& c : cases)

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 using namespace qx;
 using tests::Editor;
@@ -17,32 +15,30 @@ const std::string scene =
                                        "LINE|5 A4|10 0|20 0|11 10|21 0"}}
         .bytes();
 
-std::string text(double value) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%g", value);
+std::string text(const ads_point point) {
+    char buffer[120];
+    std::snprintf(buffer, sizeof buffer, "%g,%g,%g", point[0], point[1], point[2]);
     return buffer;
 }
 
-std::string keyword() {
+/// What came with the result code, and the code in front; a keyword instead.
+std::string answered(int code, const std::string& value) {
     ACHAR buffer[133] = L"";
     acedGetInput(buffer);
-    const std::wstring wide = buffer;
-    return {wide.begin(), wide.end()};
+    const std::wstring word = buffer;
+    return std::to_string(code) + ' ' + (code == RTKWORD ? std::string{word.begin(), word.end()} : value);
 }
 
-// Result code, then the point, number or keyword that came with it.
 std::string pointAnswer() {
     ads_point point{-1, -1, -1};
     const int code = acedGetPoint(nullptr, L"点: ", point);
-    std::string result =
-        std::to_string(code) + ' ' + text(point[0]) + ',' + text(point[1]) + ',' + text(point[2]);
-    return code == RTKWORD ? result + ' ' + keyword() : result;
+    return answered(code, text(point));
 }
 
 std::string realAnswer() {
     ads_real value = -99;
     const int code = acedGetReal(L"数: ", &value);
-    return std::to_string(code) + ' ' + (code == RTKWORD ? keyword() : text(value));
+    return answered(code, std::to_string(value).substr(0, 4));
 }
 
 std::string keywordAnswer() {
@@ -53,74 +49,67 @@ std::string keywordAnswer() {
 }
 
 struct PromptCase {
-    const char* name;
     std::string (*ask)();
     int bits;
     const ACHAR* keywords;
     const char* answers;
     const char* result;
-    const char* failure; ///< after the line; empty: none
+    std::string failure = ""; ///< after the line
 };
 const PromptCase promptCases[] = {
-    {"point", pointAnswer, 0, nullptr, "1,2,3\n", "5100 1,2,3", ""},
-    {"point, Enter", pointAnswer, 0, nullptr, "\n", "5000 -1,-1,-1", ""},
-    {"point, cancel", pointAnswer, 0, nullptr, "^C", "-5002 -1,-1,-1", ""},
-    {"point, keyword", pointAnswer, 0, L"Exit Undo", "u\n", "-5005 -1,-1,-1 Undo", ""},
-    {"point, Enter not allowed", pointAnswer, 1, nullptr, "\n", "-5002 -1,-1,-1", "an answer is needed here"},
-    {"point, no point", pointAnswer, 0, L"Exit", "foo\n", "-5002 -1,-1,-1", "\"foo\" is not a point"},
-    {"real", realAnswer, 0, nullptr, "-2.5\n", "5100 -2.5", ""},
-    {"real, keyword", realAnswer, 6, L"None", "n\n", "-5005 None", ""},
-    {"real, zero not allowed", realAnswer, 2, nullptr, "0\n", "-5002 -99", "the number is not allowed here"},
-    {"real, negative not allowed", realAnswer, 4, nullptr, "-1\n", "-5002 -99",
-     "the number is not allowed here"},
-    {"real, no number", realAnswer, 0, nullptr, "1x\n", "-5002 -99", "\"1x\" is not a number"},
-    {"keyword", keywordAnswer, 0, L"O G", "g\n", "5100 G", ""},
-    {"keyword, program's name", keywordAnswer, 0, L"A B _Object Group", "b\n", "5100 Group", ""},
-    {"keyword, Enter", keywordAnswer, 0, L"O G", "\n", "5000 ?", ""},
-    {"keyword, none of them", keywordAnswer, 0, L"O G", "p\n", "-5002 ?", "\"p\" is not one of the keywords"},
+    {pointAnswer, 0, nullptr, "1,2,3\n", "5100 1,2,3"},
+    {pointAnswer, 0, nullptr, "\n", "5000 -1,-1,-1"},
+    {pointAnswer, 0, nullptr, "^C", "-5002 -1,-1,-1"},
+    {pointAnswer, 0, L"Exit Undo", "u\n", "-5005 Undo"},
+    {pointAnswer, 1, nullptr, "\n", "-5002 -1,-1,-1", "an answer is needed here"},
+    {pointAnswer, 0, L"Exit", "foo\n", "-5002 -1,-1,-1", "\"foo\" is not a point"},
+    {realAnswer, 0, nullptr, "-2.5\n", "5100 -2.5"},
+    {realAnswer, 6, L"None", "n\n", "-5005 None"},
+    {realAnswer, 2, nullptr, "0\n", "-5002 -99.", "the number is not allowed here"},
+    {realAnswer, 4, nullptr, "-1\n", "-5002 -99.", "the number is not allowed here"},
+    {realAnswer, 0, nullptr, "1x\n", "-5002 -99.", "\"1x\" is not a number"},
+    {keywordAnswer, 0, L"O G", "g\n", "5100 G"},
+    {keywordAnswer, 0, L"A B _Object Group", "b\n", "5100 Group"},
+    {keywordAnswer, 0, L"O G", "\n", "5000 ?"},
+    {keywordAnswer, 0, L"O G", "p\n", "-5002 ?", "\"p\" is not one of the keywords"},
 };
 
 TEST(Prompts, resultsAndOutputs) {
     for (const PromptCase& each : promptCases) {
-        SCOPED_TRACE(each.name);
         Editor editor{scene};
         std::string result;
-        const auto run = editor.runBody(
-            [&] {
-                acedInitGet(each.bits, each.keywords);
-                result = each.ask();
-            },
-            each.answers);
-        EXPECT_EQ(result, each.result);
-        EXPECT_EQ(run.failure, *each.failure ? std::string{"test.scr:2: "} + each.failure : "");
+        const auto body = [&] {
+            acedInitGet(each.bits, each.keywords);
+            result = each.ask();
+        };
+        const auto run = editor.runBody(body, each.answers);
+        EXPECT_EQ(result, each.result) << each.answers;
+        EXPECT_EQ(run.failure, each.failure.empty() ? "" : "test.scr:2: " + each.failure);
         expectInOrder(editor);
     }
 }
 
 TEST(Prompts, pointsFollowRulesBaseAndUserSystem) {
-    struct Case {
-        const char* name;
+    const struct {
         const char* header;
         int bits; ///< for the first point only
         const char* answers;
         const char* points;
+    } cases[] = {
+        {"", 1, "e\n\n", "-5005 Exit; 5000 -1,-1,-1"},
+        {"", 0, "10,20,1\n@1,2\n", "5100 10,20,1; 5100 11,22,1"},
+        {"|9 $UCSORG|10 100|20 0|30 0", 0, "1,2\n*1,2\n", "5100 1,2,0; 5100 -99,2,0"},
     };
-    const Case cases[] = {
-        {"rules count once", "", 1, "e\n\n", "-5005 -1,-1,-1 Exit; 5000 -1,-1,-1"},
-        {"relative to the last", "", 0, "10,20,1\n@1,2\n", "5100 10,20,1; 5100 11,22,1"},
-        {"user system", "|9 $UCSORG|10 100|20 0|30 0", 0, "1,2\n*1,2\n", "5100 1,2,0; 5100 -99,2,0"},
-    };
-    for (const Case& each : cases) {
+    for (const auto& each : cases) {
         Editor editor{drawings::DrawingText{.header = each.header}.bytes()};
         std::string points;
-        editor.runBody(
-            [&] {
-                acedInitGet(each.bits, L"Exit");
-                points = pointAnswer() + "; ";
-                points += pointAnswer();
-            },
-            each.answers);
-        EXPECT_EQ(points, each.points) << each.name;
+        const auto body = [&] {
+            acedInitGet(each.bits, L"Exit");
+            points = pointAnswer() + "; ";
+            points += pointAnswer();
+        };
+        editor.runBody(body, each.answers);
+        EXPECT_EQ(points, each.points);
     }
 }
 
@@ -132,28 +121,24 @@ TEST(Prompts, relativePointsStartAtTheBaseThatIsGiven) {
         Editor editor{drawings::DrawingText{.header = header}.bytes()};
         ads_point first{}, second{};
         const ads_point base{100, 100, 7};
-        editor.runBody(
-            [&] {
-                acedGetPoint(nullptr, L"从: ", first);
-                acedGetPoint(base, L"到: ", first);
-                acedGetPoint(nullptr, L"再: ", second);
-            },
-            "1,1\n@5,-5\n@1,1\n");
-        EXPECT_EQ(text(first[0]) + ',' + text(first[1]) + ',' + text(first[2]), "105,95,7") << header;
-        EXPECT_EQ(text(second[0]) + ',' + text(second[1]), "106,96") << header;
+        const auto body = [&] {
+            acedGetPoint(nullptr, L"从: ", first);
+            acedGetPoint(base, L"到: ", first);
+            acedGetPoint(nullptr, L"再: ", second);
+        };
+        editor.runBody(body, "1,1\n@5,-5\n@1,1\n");
+        EXPECT_EQ(text(first) + ' ' + text(second), "105,95,7 106,96,7") << header;
     }
 }
 
 TEST(Prompts, aPersonIsAskedAgain) {
     Editor editor{scene};
-    std::string result;
     editor.define([&] {
         acedInitGet(7, nullptr);
-        result = realAnswer();
+        EXPECT_EQ(realAnswer(), "5100 2.00");
     });
     tests::Person person{"FOO\nBODY\n\nx\n0\n-1\n2\n", "input"};
     EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), ed::RunEnd::sourceEnded);
-    EXPECT_EQ(result, "5100 2");
     EXPECT_EQ(editor.transcript,
               "命令: FOO\n未知命令“FOO”。\n命令: BODY\n数: \n需要数值。\n数: x\n需要数值。\n"
               "数: 0\n值必须为正且非零。\n数: -1\n值必须为正且非零。\n数: 2\n命令: ");
@@ -168,25 +153,25 @@ struct Names {
     }
 };
 
+Adesk::Int32 lengthOf(const ads_name set) {
+    Adesk::Int32 length = -1;
+    return acedSSLength(set, &length) == RTNORM ? length : -1;
+}
+
 TEST(SelectionSets, changeByOneEntity) {
     Editor editor{scene};
     editor.runBody([&] {
         Names names{editor};
-        Adesk::Int32 length = -1;
-        ads_name result{};
-        EXPECT_EQ(acedSSLength(names.set, &length), RTNORM);
-        EXPECT_EQ(length, 0);
-        EXPECT_EQ(acedSSAdd(names.entity, names.set, result), RTNORM);
+        EXPECT_EQ(lengthOf(names.set), 0);
+        ads_name result{}, member{};
+        for (int i = 0; i < 2; ++i) EXPECT_EQ(acedSSAdd(names.entity, names.set, result), RTNORM); // is once
         EXPECT_TRUE(result[0] == names.set[0] && result[1] == names.set[1]);
-        EXPECT_EQ(acedSSAdd(names.entity, names.set, result), RTNORM); // twice is once
         EXPECT_EQ(acedSSAdd(names.other, names.set, result), RTNORM);
-        acedSSLength(names.set, &length);
-        EXPECT_EQ(length, 2);
+        EXPECT_EQ(lengthOf(names.set), 2);
         EXPECT_EQ(acedSSMemb(names.other, names.set), RTNORM);
         EXPECT_EQ(acedSSDel(names.entity, names.set), RTNORM);
         EXPECT_EQ(acedSSDel(names.entity, names.set), RTERROR);
         EXPECT_EQ(acedSSMemb(names.entity, names.set), RTERROR);
-        ads_name member{};
         EXPECT_EQ(acedSSName(names.set, 0, member), RTNORM);
         EXPECT_EQ(member[0], names.other[0]);
         EXPECT_EQ(acedSSName(names.set, 1, member), RTERROR);
@@ -207,11 +192,8 @@ TEST(SelectionSets, doNotDisturbEachOther) {
         acedSSAdd(names.entity, names.set, names.set);
         acedSSAdd(names.entity, second, second);
         EXPECT_EQ(acedSSMemb(names.other, names.set), RTERROR);
-        Adesk::Int32 first = 0, other = 0;
-        acedSSLength(names.set, &first);
-        acedSSLength(second, &other);
-        EXPECT_EQ(first, 1);
-        EXPECT_EQ(other, 2);
+        EXPECT_EQ(lengthOf(names.set), 1);
+        EXPECT_EQ(lengthOf(second), 2);
     });
 }
 
@@ -224,9 +206,7 @@ TEST(SelectionSets, namesThatNameNothing) {
         EXPECT_EQ(acedSSFree(freed), RTNORM);
         const Adesk::Int64* const bad[] = {freed, garbage, nil, names.entity, nullptr};
         for (const Adesk::Int64* name : bad) {
-            Adesk::Int32 length = -1;
-            EXPECT_EQ(acedSSLength(name, &length), RTERROR);
-            EXPECT_EQ(length, -1);
+            EXPECT_EQ(lengthOf(name), -1);
             EXPECT_EQ(acedSSName(name, 0, out), RTERROR);
             EXPECT_EQ(acedSSFree(name), RTERROR);
             EXPECT_TRUE(!name || acedSSAdd(names.entity, name, out) == RTERROR);
@@ -256,24 +236,19 @@ TEST(SelectionSets, entityNamesOfAClosedDrawingAreStale) {
 
 TEST(SelectionSets, areLimited) {
     Editor editor{scene};
-    int made = 0, code = RTNORM, fromPrompt = RTNORM, errorNumber = 0;
-    ads_name last{};
-    editor.runBody(
-        [&] {
-            for (; (code = acedSSAdd(nullptr, nullptr, last)) == RTNORM; ++made) continue;
-            resbuf value{};
-            acedGetVar(L"errno", &value);
-            errorNumber = value.resval.rint;
-            ads_name more{};
-            fromPrompt = acedSSGet(nullptr, nullptr, nullptr, nullptr, more);
-            acedSSFree(last);
-            EXPECT_EQ(acedSSAdd(nullptr, nullptr, more), RTNORM);
-        },
-        "ALL\n\n");
-    EXPECT_EQ(made, 128);
-    EXPECT_EQ(code, RTERROR);
-    EXPECT_EQ(errorNumber, 3);
-    EXPECT_EQ(fromPrompt, RTERROR);
+    const auto body = [] {
+        int made = 0;
+        ads_name last{}, more{};
+        while (acedSSAdd(nullptr, nullptr, last) == RTNORM) ++made;
+        EXPECT_EQ(made, 128);
+        resbuf value{};
+        acedGetVar(L"errno", &value);
+        EXPECT_EQ(value.resval.rint, 3);
+        EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, nullptr, more), RTERROR);
+        acedSSFree(last);
+        EXPECT_EQ(acedSSAdd(nullptr, nullptr, more), RTNORM);
+    };
+    editor.runBody(body, "ALL\n\n");
     EXPECT_EQ(editor.session.reapedSets, 128u);
     EXPECT_EQ(editor.session.sets().count(), 0u);
 }
@@ -290,18 +265,14 @@ TEST(VariableFunctions, readAndWrite) {
     value.resval.rint = -1;
     EXPECT_EQ(acedSetVar(L"PICKBOX", &value), RTERROR);
     EXPECT_EQ(acedGetVar(L"FOO", &value), RTERROR);
-    std::wstring names;
-    int active = 0;
-    editor.runBody([&] {
+    editor.runBody([] {
         resbuf now{};
         acedGetVar(L"CMDNAMES", &now);
-        names = now.resval.rstring;
+        EXPECT_STREQ(now.resval.rstring, L"BODY");
         acutDelString(now.resval.rstring);
         acedGetVar(L"CMDACTIVE", &now);
-        active = now.resval.rint;
+        EXPECT_EQ(now.resval.rint, 1);
     });
-    EXPECT_EQ(names, L"BODY");
-    EXPECT_EQ(active, 1);
     EXPECT_EQ(editor.session.variables().number("CMDACTIVE"), 0);
 }
 } // namespace

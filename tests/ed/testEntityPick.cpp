@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace {
 using namespace qx;
 using tests::Editor;
@@ -30,62 +32,65 @@ std::string entityAnswer(const ACHAR* prompt) {
     if (code == RTNORM) {
         AcDbObjectId id;
         EXPECT_EQ(acdbGetObjectId(id, name), Acad::eOk);
-        std::snprintf(text, sizeof text, "%llX at %g,%g,%g",
-                      static_cast<unsigned long long>(id.handle().value()), point[0], point[1], point[2]);
-        return text;
+        std::snprintf(text, sizeof text, " at %g,%g,%g", point[0], point[1], point[2]);
+        return drawings::hex(id.handle().value()) + text;
     }
     EXPECT_TRUE(name[0] == -7 && name[1] == -7 && point[0] == -1 && point[1] == -1 && point[2] == -1);
     resbuf number{};
     acedGetVar(L"ERRNO", &number);
-    std::snprintf(text, sizeof text, "%d, ERRNO %d", code, number.resval.rint);
-    return text;
+    return std::to_string(code) + ", ERRNO " + std::to_string(number.resval.rint);
 }
 
+/// What a command that asks for an entity was given for these answers.
+std::string picked(Editor& editor, const char* answers) {
+    std::string result;
+    editor.runBody([&] { result = entityAnswer(nullptr); }, answers);
+    return result;
+}
+
+const char* const refused = "-5002, ERRNO 0";
+
 struct PickCase {
-    const char* name;
     const char* answers;
     const char* result;
-    const char* failure; ///< after the line; empty: none
+    std::string failure = ""; ///< after the line, % for the answer; empty: none
 };
 const PickCase pickCases[] = {
-    {"on the line", "500,0\n", "A1 at 500,0,0", ""},
-    {"where the pick was, not on the object", "500,2.5,7\n", "A1 at 500,2.5,7", ""},
-    {"without its group", "50,750\n", "A2 at 50,750,0", ""},
-    {"an attribute is picked as its reference", "305,310\n", "A7 at 305,310,0", ""},
-    {"on a locked layer", "750,100\n", "A4 at 750,100,0", ""},
-    {"a miss is not asked again", "500,200\n500,0\n", "-5001, ERRNO 7", "unknown command \"500,0\""},
-    {"hidden objects are missed", "750,200\n", "-5001, ERRNO 7", ""},
-    {"Enter", "\n", "-5001, ERRNO 52", ""},
-    {"cancel", "^C", "-5002, ERRNO 0", ""},
-    {"keyword", "u\n", "-5005, ERRNO 0", ""},
-    {"named, picked elsewhere", "(list (handent \"A3\") (list 1 2 3))\n", "A3 at 1,2,3", ""},
-    {"named, in odd spelling", "( LIST(Handent \"a4\")(list -1.5  2e1 ) )\n", "A4 at -1.5,20,0", ""},
-    {"named without a point", "(handent \"A1\")\n", "-5002, ERRNO 0",
-     "(handent \"A1\") does not say where the object is picked: (list (handent \"A1\") (list x y z))"},
-    {"unknown handle", "(list (handent \"FF\") (list 1 2))\n", "-5002, ERRNO 0",
-     "no object has the handle in (list (handent \"FF\") (list 1 2))"},
-    {"on a layer that is off", "(list (handent \"A5\") (list 1 2))\n", "-5002, ERRNO 0",
-     "the object of (list (handent \"A5\") (list 1 2)) can't be selected"},
-    {"of a class that is only kept", "(list (handent \"A6\") (list 1 2))\n", "-5002, ERRNO 0",
-     "the object of (list (handent \"A6\") (list 1 2)) can't be selected"},
-    {"part of another object", "(list (handent \"A8\") (list 1 2))\n", "-5002, ERRNO 0",
-     "the object of (list (handent \"A8\") (list 1 2)) can't be selected"},
-    {"something else", "ALL\n", "-5002, ERRNO 0", "\"ALL\" picks nothing"},
+    {"500,0\n", "A1 at 500,0,0"},
+    {"500,2.5,7\n", "A1 at 500,2.5,7"},
+    {"50,750\n", "A2 at 50,750,0"},
+    {"305,310\n", "A7 at 305,310,0"},
+    {"750,100\n", "A4 at 750,100,0"},
+    {"500,200\n500,0\n", "-5001, ERRNO 7", "unknown command \"500,0\""},
+    {"750,200\n", "-5001, ERRNO 7"},
+    {"\n", "-5001, ERRNO 52"},
+    {"^C", "-5002, ERRNO 0"},
+    {"u\n", "-5005, ERRNO 0"},
+    {"(list (handent \"A3\") (list 1 2 3))\n", "A3 at 1,2,3"},
+    {"( LIST(Handent \"a4\")(list -1.5  2e1 ) )\n", "A4 at -1.5,20,0"},
+    {"(handent \"A1\")\n", refused, "% does not say where the object is picked: (list % (list x y z))"},
+    {"(list (handent \"FF\") (list 1 2))\n", refused, "no object has the handle in %"},
+    {"(list (handent \"A5\") (list 1 2))\n", refused, "the object of % can't be selected"},
+    {"(list (handent \"A6\") (list 1 2))\n", refused, "the object of % can't be selected"},
+    {"(list (handent \"A8\") (list 1 2))\n", refused, "the object of % can't be selected"},
+    {"ALL\n", refused, "\"ALL\" picks nothing"},
 };
 
 TEST(EntityPick, answers) {
     for (const PickCase& each : pickCases) {
-        SCOPED_TRACE(each.name);
+        SCOPED_TRACE(each.answers);
         Editor editor{scene.bytes()};
-        std::string result;
-        const auto run = editor.runBody(
-            [&] {
-                acedInitGet(1, L"Undo");
-                result = entityAnswer(L"\n选择基准线: ");
-            },
-            each.answers);
+        std::string result, failure = each.failure;
+        const std::string answer{each.answers, std::strcspn(each.answers, "\n")};
+        for (auto at = failure.find('%'); at != failure.npos; at = failure.find('%'))
+            failure.replace(at, 1, answer);
+        const auto body = [&] {
+            acedInitGet(1, L"Undo");
+            result = entityAnswer(L"\n选择基准线: ");
+        };
+        const auto run = editor.runBody(body, each.answers);
         EXPECT_EQ(result, each.result) << run.transcript;
-        EXPECT_EQ(run.failure.substr(std::min<std::size_t>(run.failure.size(), 12)), each.failure);
+        EXPECT_EQ(run.failure.substr(std::min<std::size_t>(run.failure.size(), 12)), failure);
         EXPECT_NE(run.transcript.find("命令: BODY\n选择基准线: "), std::string::npos) << run.transcript;
         expectInOrder(editor);
     }
@@ -94,12 +99,9 @@ TEST(EntityPick, answers) {
 TEST(EntityPick, refusesWhatIsErased) {
     Editor editor{scene.bytes()};
     editor.run("ERASE\n(handent \"A1\")\n\n");
-    std::string result;
-    const auto run =
-        editor.runBody([&] { result = entityAnswer(nullptr); }, "(list (handent \"A1\") (list 0 0))\n");
-    EXPECT_EQ(result, "-5002, ERRNO 0");
-    EXPECT_NE(run.failure.find("is erased"), std::string::npos) << run.failure;
-    EXPECT_NE(run.transcript.find("选择对象: "), std::string::npos) << "the host's own prompt";
+    EXPECT_EQ(picked(editor, "(list (handent \"A1\") (list 0 0))\n"), refused);
+    EXPECT_NE(editor.session.line().failure().find("is erased"), std::string::npos);
+    EXPECT_NE(editor.transcript.find("选择对象: "), std::string::npos) << "the host's own prompt";
 }
 
 // A person is asked again; a keyword counts for one question only.
@@ -129,20 +131,15 @@ TEST(EntityPick, picksInTheUserSystem) {
     };
     for (const auto& [answers, expected] : cases) {
         Editor editor{turned.bytes()};
-        std::string result;
-        editor.runBody([&] { result = entityAnswer(nullptr); }, answers);
-        EXPECT_EQ(result, expected) << answers;
+        EXPECT_EQ(picked(editor, answers), expected) << answers;
     }
 }
 
 TEST(EntityPick, reachesAsFarAsPickboxSays) {
-    const std::pair<int, const char*> cases[] = {{3, "-5001, ERRNO 7"}, {20, "A1 at 500,10,0"}};
-    for (const auto& [pickbox, expected] : cases) {
+    for (const int pickbox : {3, 20}) {
         Editor editor{scene.bytes()};
         editor.session.variables().force("PICKBOX", pickbox);
-        std::string result;
-        editor.runBody([&] { result = entityAnswer(nullptr); }, "500,10\n");
-        EXPECT_EQ(result, expected) << pickbox;
+        EXPECT_EQ(picked(editor, "500,10\n"), pickbox == 20 ? "A1 at 500,10,0" : "-5001, ERRNO 7");
     }
 }
 
@@ -157,14 +154,13 @@ TEST(EntityPick, needsADrawing) {
 TEST(Forms, areReadStrictly) {
     EXPECT_EQ(ed::parseHandent("(handent \"2F\")"), 0x2Fu);
     EXPECT_EQ(ed::parseHandent("( Handent  \"2f\" )"), 0x2Fu);
-    for (const char* text : {"(handent \"\")", "(handent 2F)", "(handent \"2F\"", "(handent \"2G\")",
-                             "handent \"2F\"", "(handent \"2F\") x", "(handent \"11112222333344445\")"})
+    for (const char* text : {R"((handent ""))", R"((handent 2F))", R"((handent "2F")", R"((handent "2G"))",
+                             R"(handent "2F")", R"((handent "2F") x)", R"((handent "11112222333344445"))"})
         EXPECT_EQ(ed::parseHandent(text), std::nullopt) << text;
-    for (const char* text :
-         {"(list (handent \"2F\"))", "(list (handent \"2F\") (list 1))",
-          "(list (handent \"2F\") (list 1 2 3 4))", "(list (handent \"2F\") (list 1 nan))",
-          "(list (handent \"2F\") (list 1 2)", "(list)", "(list (handent \"2F\") (list 1 2)) x",
-          "(list (handent \"2F\") 1 2)", "(handent \"2F\")", ""})
+    for (const char* points :
+         {")", "(list 1))", "(list 1 2 3 4))", "(list 1 nan))", "(list 1 2)", "(list 1 2)) x", "1 2)"})
+        EXPECT_EQ(ed::parsePick(std::string{R"((list (handent "2F") )"} + points), std::nullopt) << points;
+    for (const char* text : {"(list)", "(handent \"2F\")", ""})
         EXPECT_EQ(ed::parsePick(text), std::nullopt) << text;
 }
 } // namespace

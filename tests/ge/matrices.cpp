@@ -1,9 +1,9 @@
 #include "gemat3d.h"
+#include "shape/randomShapes.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
-#include <random>
 
 void PrintTo(const AcGePoint3d& p, std::ostream* out) { *out << p.x << ',' << p.y << ',' << p.z; }
 
@@ -23,7 +23,6 @@ TEST(Matrix, mapsPoints) {
         AcGeMatrix3d m;
         AcGePoint3d from, to;
     } cases[] = {
-        {"quarter about Z", turn, {1, 0, 5}, {0, 1, 5}},
         {"third about the diagonal", AcGeMatrix3d::rotation(2 * pi / 3, {1, 1, 1}), {1, 2, 3}, {3, 1, 2}},
         {"about -Z the other way", AcGeMatrix3d::rotation(pi / 2, {0, 0, -1}), {1, 0, 0}, {0, -1, 0}},
         {"about a point", AcGeMatrix3d::rotation(pi, {0, 0, 1}, {2, 1, 9}), {3, 1, 0}, {1, 1, 0}},
@@ -54,7 +53,6 @@ TEST(Matrix, knowsWhatItKeeps) {
     } cases[] = {
         {"rotation", AcGeMatrix3d::rotation(1, {1, 2, 3}, {4, 5, 6}), 1, true},
         {"scaling", AcGeMatrix3d::scaling(-2), -8, true},
-        {"mirroring", frame({-1, 0, 0}, {0, 1, 0}, {0, 0, 1}), -1, true},
         {"uneven scaling", frame({2, 0, 0}, {0, 1, 0}, {0, 0, 1}), 2, false},
         {"shearing", frame({1, 0, 0}, {0.6, 0.8, 0}, {0, 0, 1}), 0.8, false},
         {"flattening", frame({1, 0, 0}, {0, 1, 0}, {0, 0, 0}), 0, false},
@@ -70,16 +68,12 @@ TEST(Matrix, knowsWhatItKeeps) {
 
 TEST(Matrix, productsAndInversesAgreeWithMappingStepByStep) {
     for (unsigned seed = 1; seed <= 200; ++seed) {
-        std::mt19937_64 random(seed);
-        std::uniform_real_distribution<double> number(-3, 3);
-        const auto vector = [&] { return AcGeVector3d(number(random), number(random), number(random)); };
-        const AcGeMatrix3d a = frame(vector(), vector(), vector());
-        const auto b = AcGeMatrix3d::rotation(number(random), vector(), AcGePoint3d::kOrigin + vector());
-        const AcGePoint3d p = AcGePoint3d::kOrigin + vector();
+        shapes::Random random{seed};
+        const AcGeMatrix3d a = random.map();
+        const auto b = AcGeMatrix3d::rotation(random.number(-3, 3), random.vector(3), random.point(3));
+        const AcGePoint3d p = random.point(3);
         EXPECT_LT(((a * b) * p).distanceTo(a * (b * p)), 1e-12) << "seed " << seed;
-        if (std::abs(a.det()) > 0.1) {
-            EXPECT_LT((a.inverse() * (a * p)).distanceTo(p), 1e-11) << "seed " << seed;
-        }
+        EXPECT_TRUE(std::abs(a.det()) < 0.1 || (a.inverse() * (a * p)).distanceTo(p) < 1e-11) << seed;
     }
 }
 

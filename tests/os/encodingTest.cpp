@@ -7,49 +7,42 @@ using namespace qx::os;
 namespace {
 
 struct PageCase {
-    const char* name;
     const char* page;
     std::string bytes;
     const char* utf8;
 };
 
 const PageCase pageCases[] = {
-    {"GBK, trail byte 0x5C", "ANSI_936",
-     "\x81\x5C\xD5\x5C"
-     "P",
-     "乗誠P"},
-    {"GBK by its old name", "gb2312", "\xBA\xBA", "汉"},
-    {"GBK, lead byte at the end", "ANSI_936", "\xD6\xD0\xCE", "中\uFFFD"},
-    {"GBK, impossible trail byte", "ANSI_936", "\xD6 \xD6\xD0", "\uFFFD 中"},
-    {"GBK, byte that is never one", "ANSI_936",
-     "a\xFF"
-     "b",
-     "a\uFFFDb"},
-    {"Shift-JIS, trail byte 0x5C", "ANSI_932", "\x95\x5C\x5C", "表\\"},
-    {"Korean", "ANSI_949", "\xC7\xD1", "한"},
-    {"Johab", "ANSI_1361", "\xD0\x65", "한"},
-    {"Big5, trail byte 0x5C", "ANSI_950", "\xA5\x5C", "功"},
-    {"Thai", "ANSI_874", "\xA1", "ก"},
-    {"Central European", "ANSI_1250", "\xBE", "ľ"},
-    {"Cyrillic", "ANSI_1251", "\xCF", "П"},
-    {"Western", "ANSI_1252", "\xE9\x80", "é€"},
-    {"Western, hole in the page", "ANSI_1252", "\x81", "\uFFFD"},
-    {"Turkish", "ANSI_1254", "\xFD", "ı"},
-    {"Hebrew", "ANSI_1255", "\xE0", "א"},
-    {"Baltic", "ANSI_1257", "\xC0", "Ą"},
-    {"Vietnamese", "ANSI_1258", "\xFE", "₫"},
-    {"Hebrew, held back before a bad byte", "ANSI_1255", "\xE0\xFF", "א\uFFFD"},
-    {"Vietnamese, combined", "ANSI_1258", "a\xEC", "á"},
-    {"DOS, lower case", "dos850", "\x9D", "Ø"},
-    {"ISO, short name", "8859_7", "\xE1", "α"},
-    {"Mac", "mac-roman", "\x8A", "ä"},
-    {"UTF-8, broken", "UTF-8", "\xE4\xB8\xAD\xE4\xB8", "中\uFFFD\uFFFD"},
-    {"unknown name: Western", "ANSI_4711", "\xE9", "é"},
-    {"no name: Western", "", "\xE9", "é"},
+    {"ANSI_936", "\x81\x5C\xD5\x5CZ", "乗誠Z"},
+    {"gb2312", "\xBA\xBA", "汉"},
+    {"ANSI_936", "\xD6\xD0\xCE", "中\uFFFD"},
+    {"ANSI_936", "\xD6 \xD6\xD0", "\uFFFD 中"},
+    {"ANSI_936", "a\xFFz", "a\uFFFDz"},
+    {"ANSI_932", "\x95\x5C\x5C", "表\\"},
+    {"ANSI_949", "\xC7\xD1", "한"},
+    {"ANSI_1361", "\xD0\x65", "한"},
+    {"ANSI_950", "\xA5\x5C", "功"},
+    {"ANSI_874", "\xA1", "ก"},
+    {"ANSI_1250", "\xBE", "ľ"},
+    {"ANSI_1251", "\xCF", "П"},
+    {"ANSI_1252", "\xE9\x80", "é€"},
+    {"ANSI_1252", "\x81", "\uFFFD"},
+    {"ANSI_1254", "\xFD", "ı"},
+    {"ANSI_1255", "\xE0", "א"},
+    {"ANSI_1257", "\xC0", "Ą"},
+    {"ANSI_1258", "\xFE", "₫"},
+    {"ANSI_1255", "\xE0\xFF", "א\uFFFD"},
+    {"ANSI_1258", "a\xEC", "á"},
+    {"dos850", "\x9D", "Ø"},
+    {"8859_7", "\xE1", "α"},
+    {"mac-roman", "\x8A", "ä"},
+    {"UTF-8", "\xE4\xB8\xAD\xE4\xB8", "中\uFFFD\uFFFD"},
+    {"ANSI_4711", "\xE9", "é"},
+    {"", "\xE9", "é"},
 };
 
 TEST(Converter, DecodesEveryPageADrawingNames) {
-    for (const PageCase& c : pageCases) EXPECT_EQ(Converter{c.page}.toUtf8(c.bytes), c.utf8) << c.name;
+    for (const PageCase& c : pageCases) EXPECT_EQ(Converter{c.page}.toUtf8(c.bytes), c.utf8) << c.page;
 }
 
 TEST(Converter, LongTextAndReuse) {
@@ -76,14 +69,8 @@ const Utf8Case utf8Cases[] = {
     {"first and last", std::string_view{"\0\xF4\x8F\xBF\xBF", 5}, std::u32string_view{U"\0\U0010FFFF", 2}},
     {"overlong slash", "\xC0\xAF", U"\uFFFD\uFFFD"},
     {"a surrogate", "\xED\xA0\x80", U"\uFFFD\uFFFD\uFFFD"},
-    {"trail alone",
-     "\x80"
-     "a",
-     U"\uFFFDa"},
-    {"cut off by ascii",
-     "\xE4"
-     "ab",
-     U"\uFFFDab"},
+    {"trail alone", "\x80z", U"\uFFFDz"},
+    {"cut off by ascii", "\xE4zz", U"\uFFFDzz"},
 };
 
 TEST(Utf8, DecodesAndRepairs) {

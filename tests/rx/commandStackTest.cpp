@@ -34,27 +34,22 @@ std::string listing(const CommandStack& stack) {
 }
 
 TEST(CommandStack, NamesAreUniqueWithinAGroup) {
-    struct Case {
-        const char* name;
-        const char* command;
-        Acad::ErrorStatus status;
+    const std::pair<const char*, Acad::ErrorStatus> cases[] = {
+        {"G/ALIGN/other", Acad::eDuplicateKey},
+        {"g/align/other", Acad::eDuplicateKey},
+        {"G/OTHER/Local", Acad::eDuplicateKey},
+        {"H/Align/local", Acad::eOk},
+        {"G/Other/other", Acad::eOk},
+        {"G/Third/Align", Acad::eOk},
+        {"G/Fourth/", Acad::eOk},
+        {"G//local", Acad::eInvalidInput},
+        {"/Align/local", Acad::eInvalidInput},
     };
-    const Case cases[] = {
-        {"same global name", "G/ALIGN/other", Acad::eDuplicateKey},
-        {"same global name in another case", "g/align/other", Acad::eDuplicateKey},
-        {"same local name", "G/OTHER/Local", Acad::eDuplicateKey},
-        {"same names in another group", "H/Align/local", Acad::eOk},
-        {"other names", "G/Other/other", Acad::eOk},
-        {"another's global as local name", "G/Third/Align", Acad::eOk},
-        {"no local name: the global one", "G/Fourth/", Acad::eOk},
-        {"no global name", "G//local", Acad::eInvalidInput},
-        {"no group", "/Align/local", Acad::eInvalidInput},
-    };
-    for (const Case& c : cases) {
+    for (const auto& [command, status] : cases) {
         CommandStack stack;
         ASSERT_EQ(add(stack, "G/Align/local"), Acad::eOk);
-        EXPECT_EQ(add(stack, c.command), c.status) << c.name;
-        EXPECT_EQ(stack.all().size(), c.status == Acad::eOk ? 2u : 1u) << c.name;
+        EXPECT_EQ(add(stack, command), status) << command;
+        EXPECT_EQ(stack.all().size(), status == Acad::eOk ? 2u : 1u) << command;
     }
     CommandStack stack;
     EXPECT_EQ(add(stack, "G/Align/local", hostItself, nullptr, nullptr), Acad::eInvalidInput);
@@ -66,20 +61,15 @@ TEST(CommandStack, TypedNamesFindTheNewestGroup) {
     add(stack, "OLD/Align/Same");
     add(stack, "NEW/Align/NewLocal");
     add(stack, "OLD/Late/NewLocal");
-    struct Case {
-        const wchar_t* typed;
-        std::wstring group; // empty: no such command
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        // the group; empty: no such command
+        {L"ALIGN", L"NEW"},  {L"same", L"OLD"},   {L"newlocal", L"NEW"}, {L"_.align", L"NEW"},
+        {L"._LATE", L"OLD"}, {L"'_late", L"OLD"}, {L".same", L"OLD"},    {L"_same", L""},
+        {L"alig", L""},      {L"", L""},          {L"_", L""},
     };
-    const Case cases[] = {
-        {L"ALIGN", L"NEW"},  {L"same", L"OLD"},    {L"newlocal", L"NEW"},
-        {L"_align", L"NEW"}, {L"_.align", L"NEW"}, {L"._LATE", L"OLD"},
-        {L"'_late", L"OLD"}, {L".same", L"OLD"},   {L"_same", L""},
-        {L"alig", L""},      {L"", L""},           {L"_", L""},
-    };
-    for (const Case& c : cases) {
-        const auto found = stack.find(c.typed);
-        EXPECT_TRUE((found ? found->entry().group : L"") == c.group)
-            << std::string{c.typed, c.typed + wcslen(c.typed)};
+    for (const auto& [typed, group] : cases) {
+        const auto found = stack.find(typed);
+        EXPECT_TRUE((found ? found->entry().group : L"") == group) << std::string{typed.begin(), typed.end()};
     }
     EXPECT_EQ(stack.lookupGlobalCmd(L"NewLocal"), nullptr);
     EXPECT_EQ(stack.lookupLocalCmd(L"Late"), nullptr);

@@ -1,6 +1,9 @@
 #include "shape/arcs.h"
+#include "shape/boxText.h"
 
 #include <gtest/gtest.h>
+
+#include <array>
 
 using namespace qx::shape;
 
@@ -9,33 +12,23 @@ namespace {
 constexpr double pi = std::numbers::pi;
 const AcGeVector3d X = AcGeVector3d::kXAxis, Y = AcGeVector3d::kYAxis, Z = AcGeVector3d::kZAxis;
 
-std::string text(const AcGePoint3d& p) {
-    const auto rounded = [](double d) { return std::round(d * 1e6) / 1e6 + 0.0; };
-    char line[80];
-    std::snprintf(line, sizeof line, "%.5g %.5g %.5g", rounded(p.x), rounded(p.y), rounded(p.z));
-    return line;
-}
-
 TEST(Arcs, runFromTheirStartInTheirDirection) {
     const struct {
         const char* name;
         EllipticArc arc;
-        const char *start, *middle, *end;
-        bool isClosed;
+        const char* points; ///< start, middle and end
     } cases[] = {
-        {"quarter", circleArc({1, 0, 0}, X, Y, 2, 0, pi / 2), "3 0 0", "2.4142 1.4142 0", "1 2 0", false},
-        {"clockwise", circleArc({0, 0, 0}, X, Y, 1, 0, -pi), "1 0 0", "0 -1 0", "-1 0 0", false},
-        {"mirrored plane", circleArc({0, 0, 0}, -X, Y, 1, 0, pi), "-1 0 0", "0 1 0", "1 0 0", false},
-        {"full turn", circleArc({0, 0, 5}, X, Y, 1, pi / 2, fullTurn), "0 1 5", "0 -1 5", "0 1 5", true},
-        {"more than a turn", circleArc({0, 0, 0}, X, Y, 1, 0, 7), "1 0 0", "-1 0 0", "1 0 0", true},
-        {"standing circle", fullCircle({0, 0, 0}, X, Z, 3), "3 0 0", "-3 0 0", "3 0 0", true},
-        {"ellipse", ellipticArc({0, 0, 0}, X * 4, Y, pi / 2, pi), "0 1 0", "-4 0 0", "0 -1 0", false},
+        {"quarter", circleArc({1, 0, 0}, X, Y, 2, 0, pi / 2), "3,0 2.414214,1.414214 1,2 "},
+        {"clockwise", circleArc({0, 0, 0}, X, Y, 1, 0, -pi), "1,0 0,-1 -1,0 "},
+        {"mirrored plane", circleArc({0, 0, 0}, -X, Y, 1, 0, pi), "-1,0 0,1 1,0 "},
+        {"full turn", circleArc({0, 0, 5}, X, Y, 1, pi / 2, fullTurn), "0,1,5 0,-1,5 0,1,5 "},
+        {"more than a turn", circleArc({0, 0, 0}, X, Y, 1, 0, 7), "1,0 -1,0 1,0 "},
+        {"ellipse", ellipticArc({0, 0, 0}, X * 4, Y, pi / 2, pi), "0,1 -4,0 0,-1 "},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(text(c.arc.start()), c.start) << c.name;
-        EXPECT_EQ(text(c.arc.at(std::cos(c.arc.sweep / 2), std::sin(c.arc.sweep / 2))), c.middle) << c.name;
-        EXPECT_EQ(text(c.arc.end()), c.end) << c.name;
-        EXPECT_EQ(c.arc.isClosed(), c.isClosed) << c.name;
+        const AcGePoint3d middle = c.arc.at(std::cos(c.arc.sweep / 2), std::sin(c.arc.sweep / 2));
+        EXPECT_EQ(shapes::pointsText(std::array{c.arc.start(), middle, c.arc.end()}), c.points) << c.name;
+        EXPECT_EQ(c.arc.isClosed(), c.arc.sweep == fullTurn) << c.name;
     }
 }
 

@@ -1,4 +1,4 @@
-// A box as a line of text, for tables of cases.
+// Boxes and points as lines of text, for tables of cases.
 #pragma once
 
 #include "shape/Primitives.h"
@@ -18,6 +18,19 @@ inline std::string text(const qx::shape::Box& box) {
                   rounded(box.max.x), rounded(box.min.y), rounded(box.max.y), rounded(box.min.z),
                   rounded(box.max.z));
     return line;
+}
+
+/// "1,2" or "1,2,3", each with a blank behind it.
+template <class Points> std::string pointsText(const Points& points) {
+    std::string all;
+    for (const AcGePoint3d& p : points) {
+        char point[100];
+        const auto rounded = [](double d) { return std::round(d * 1e6) / 1e6 + 0.0; };
+        std::snprintf(point, sizeof point, rounded(p.z) == 0 ? "%.9g,%.9g " : "%.9g,%.9g,%.9g ", rounded(p.x),
+                      rounded(p.y), rounded(p.z));
+        all += point;
+    }
+    return all;
 }
 
 } // namespace shapes

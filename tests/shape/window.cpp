@@ -34,15 +34,11 @@ void check(const WindowCase<Primitive> (&cases)[count], void (Sink::*see)(const 
 
 TEST(Window, seesSegments) {
     const WindowCase<Segment> cases[] = {
-        {"inside", {{1, 1, 0}, {9, 8, 0}}, "inside"},
         {"on the border", {{0, 0, 0}, {0, 10, 0}}, "inside"},
-        {"one end inside", {{5, 5, 0}, {50, 5, 0}}, "touches"},
-        {"right across", {{-5, 5, 0}, {15, 6, 0}}, "touches"},
         {"across a corner", {{-1, 2, 0}, {2, -1, 0}}, "touches"},
         {"through a corner point", {{-1, 1, 0}, {1, -1, 0}}, "touches"},
         {"past a corner", {{-1, 0.9, 0}, {0.9, -1, 0}}, "apart"},
         {"ends before the border", {{-5, 5, 0}, {-0.001, 5, 0}}, "apart"},
-        {"a point inside", {{5, 5, 0}, {5, 5, 0}}, "inside"},
         {"not finite", {{5, 5, 0}, {INFINITY, 5, 0}}, "apart"},
     };
     check(cases, &Sink::segment);
@@ -51,12 +47,8 @@ TEST(Window, seesSegments) {
 TEST(Window, seesArcs) {
     const auto circle = [](double x, double y, double radius) { return fullCircle({x, y, 0}, X, Y, radius); };
     const WindowCase<EllipticArc> cases[] = {
-        {"inside", circle(5, 5, 4), "inside"},
-        {"around the window", circle(5, 5, 8), "apart"},
-        {"across two borders", circle(5, 5, 6), "touches"},
         {"touching from outside", circle(-2, 5, 2), "touches"},
         {"box overlaps, curve passes the corner", circle(-2, -2, 2.5), "apart"},
-        {"around one corner", circle(0, 0, 1), "touches"},
         {"the part inside is not drawn", circleArc({5, -1, 0}, X, Y, 2, pi * 0.9, pi * 1.2), "apart"},
         {"drawn part inside only", circleArc({5, 0, 0}, X, Y, 2, 0, pi), "inside"},
         {"flat ellipse right across", ellipticArc({5, 5, 0}, X * 9, Y * 0, 0, fullTurn), "touches"},
@@ -72,12 +64,10 @@ TEST(Window, seesTextAsFilledBoxes) {
     };
     const WindowCase<TextRun> cases[] = {
         {"inside", run(3, 3, X, Y), "inside"},
-        {"sticking out", run(8, 3, X, Y), "touches"},
         {"window within the text", run(-10, -10, X * 10, Y * 30), "touches"},
         {"slanting past a corner", run(-4, 1.2, X - Y, X * -0.7 - Y * 0.7), "apart"},
         {"mirrored, past a corner", run(0, -2.8, Y - X, X * -0.7 - Y * 0.7), "apart"},
         {"slanting over a corner", run(-3, 3.2, X - Y, X * -0.7 - Y * 0.7), "touches"},
-        {"beside", run(11, 3, X, Y), "apart"},
         {"seen on edge, across", run(-1, 5, X * 5, AcGeVector3d::kZAxis), "touches"},
         {"blank", TextRun{{5, 5, 0}, X, Y, {4, 0, 0, 0, 0, true}, {}, nullptr}, "apart"},
         {"not finite", run(NAN, 3, X, Y), "apart"},
@@ -104,8 +94,7 @@ TEST(WindowLaw, answersAgreeWithManyPointsOfTheArc) {
         WindowSink sink(a, b);
         sink.arc(arc);
         const AcGePoint3d middle = a + (b - a) / 2;
-        double least = INFINITY,
-               most = -INFINITY; // how far the samples are out of the window; negative inside
+        double least = INFINITY, most = -INFINITY; // how far out the samples are; negative inside
         for (const AcGePoint3d& p : shapes::samplesOf(arc)) {
             const double out = std::max(std::abs(p.x - middle.x) - std::abs(a.x - b.x) / 2,
                                         std::abs(p.y - middle.y) - std::abs(a.y - b.y) / 2);
@@ -113,18 +102,10 @@ TEST(WindowLaw, answersAgreeWithManyPointsOfTheArc) {
             most = std::max(most, out);
         }
         const double step = shapes::sampleDistance(arc);
-        if (least < -1e-9) {
-            ASSERT_TRUE(sink.anyTouches()) << "seed " << seed;
-        }
-        if (least > step) {
-            ASSERT_FALSE(sink.anyTouches()) << "seed " << seed;
-        }
-        if (most > 1e-9) {
-            ASSERT_FALSE(sink.allInside()) << "seed " << seed;
-        }
-        if (most < -step) {
-            ASSERT_TRUE(sink.allInside()) << "seed " << seed;
-        }
+        ASSERT_TRUE(least >= -1e-9 || sink.anyTouches()) << "seed " << seed;
+        ASSERT_FALSE(least > step && sink.anyTouches()) << "seed " << seed;
+        ASSERT_FALSE(most > 1e-9 && sink.allInside()) << "seed " << seed;
+        ASSERT_TRUE(most >= -step || sink.allInside()) << "seed " << seed;
     }
 }
 
