@@ -19,6 +19,16 @@ template <class Entry> struct TableView {
 
 #if defined(_WIN32)
 
+namespace qx::module {
+
+/// The same pointer, of which the compiler no longer knows that it points to one object alone.
+template <class Entry> const Entry** placed(const Entry** pointer) {
+    asm("" : "+r"(pointer));
+    return pointer;
+}
+
+} // namespace qx::module
+
 // The linker sorts the parts of a section by what stands behind the $, and may leave gaps of zeros.
 #define QX_TABLE_BOUND(SECTION, ENTRY, NAME, PLACE)                                                          \
     __attribute__((section(#SECTION "$" PLACE), used)) inline const ENTRY* NAME = nullptr;
@@ -28,7 +38,9 @@ template <class Entry> struct TableView {
 #define QX_DECLARE_TABLE(SECTION, ENTRY, FUNCTION)                                                           \
     QX_TABLE_BOUND(SECTION, ENTRY, SECTION##First, "a")                                                      \
     QX_TABLE_BOUND(SECTION, ENTRY, SECTION##Last, "z")                                                       \
-    inline qx::module::TableView<ENTRY> FUNCTION() { return {&SECTION##First + 1, &SECTION##Last}; }
+    inline qx::module::TableView<ENTRY> FUNCTION() {                                                         \
+        return {qx::module::placed(&SECTION##First) + 1, qx::module::placed(&SECTION##Last)};                \
+    }
 
 #define QX_TABLE_PLACE(SECTION) #SECTION "$m"
 
