@@ -17,7 +17,9 @@ HANDLE interrupt() {
     return event;
 }
 
-bool takeInterrupt(DWORD patience = 0) { return ::WaitForSingleObject(interrupt(), patience) == WAIT_OBJECT_0; }
+bool takeInterrupt(DWORD patience = 0) {
+    return ::WaitForSingleObject(interrupt(), patience) == WAIT_OBJECT_0;
+}
 
 BOOL WINAPI noteInterrupt(DWORD event) {
     if (event != CTRL_C_EVENT) return FALSE;

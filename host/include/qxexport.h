@@ -1,6 +1,7 @@
 // Marks what the host library shows to programs, modules and tests (QX_HOST_API), and what a module shows to
-// the host (QX_MODULE_API). Everything else stays inside. QX_CONSTINIT marks data that is complete before any code runs; where it
-// points into the host library, some systems complete that of a module only when they load the module.
+// the host (QX_MODULE_API). Everything else stays inside. QX_CONSTINIT marks data that is complete before any
+// code runs; where it points into the host library, some systems complete that of a module only when they
+// load the module.
 #pragma once
 
 #if defined(_WIN32)

@@ -60,4 +60,5 @@ template <class Entry> const Entry** placed(const Entry** pointer) {
 /// Adds a record to a table, under a name that is unique in the source; the values follow.
 #define QX_TABLE_ENTRY(SECTION, ENTRY, NAME, ...)                                                            \
     static const ENTRY NAME = {__VA_ARGS__};                                                                 \
-    __attribute__((section(QX_TABLE_PLACE(SECTION)), used, no_reorder)) static const ENTRY* NAME##Address = &NAME
+    __attribute__((section(QX_TABLE_PLACE(SECTION)), used, no_reorder)) static const ENTRY* NAME##Address =  \
+        &NAME

@@ -37,5 +37,5 @@ protected:
 
 /// Defines them; DXF_NAME is the wide string that names the class in a drawing, or nullptr.
 #define ACRX_DEFINE_MEMBERS(CLASS, BASE, DXF_NAME)                                                           \
-    QX_CONSTINIT AcRxClass CLASS::descriptor_{L## #CLASS, &BASE::descriptor_, DXF_NAME};                        \
+    QX_CONSTINIT AcRxClass CLASS::descriptor_{L## #CLASS, &BASE::descriptor_, DXF_NAME};                     \
     AcRxClass* CLASS::isA() const { return &descriptor_; }

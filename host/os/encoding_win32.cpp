@@ -81,6 +81,7 @@ public:
     }
 
     std::string toUtf8(std::string_view bytes) {
+        if (number_ == CP_UTF8) return os::toUtf8(toUtf32(bytes));
         std::wstring wide;
         wide.reserve(bytes.size());
         while (!bytes.empty()) wide += taken(bytes);
@@ -90,13 +91,13 @@ public:
 private:
     using Characters = std::array<std::wstring, 256>;
 
-    /// One character's bytes. The system has a meaning of its own for bytes that the page leaves open: control
-    /// characters and private ones.
+    /// One character's bytes. The system has a meaning of its own for bytes that the page leaves open:
+    /// control characters and private ones.
     std::wstring decoded(const std::string& bytes) const {
         std::array<wchar_t, 4> out{};
         const int size =
-            ::MultiByteToWideChar(number_, MB_ERR_INVALID_CHARS, bytes.data(),
-                                  static_cast<int>(bytes.size()), out.data(), static_cast<int>(out.size()));
+            ::MultiByteToWideChar(number_, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
+                                  out.data(), static_cast<int>(out.size()));
         const bool isWindowsPage = number_ < 10000;
         if (size <= 0 || (isWindowsPage && isControl(out[0])) || isPrivate(out[0])) return {};
         return {out.data(), static_cast<std::size_t>(size)};

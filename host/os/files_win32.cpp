@@ -40,13 +40,17 @@ bool leadsThroughAFile(const std::string& path) {
     return false;
 }
 
+/// The system calls such a name missing, or wrong.
+bool hasLongName(const std::string& path) {
+    constexpr std::size_t longest = 255;
+    const std::wstring wide = widePath(path);
+    return wide.size() - (wide.rfind(L'\\') + 1) > longest;
+}
+
 std::string reasonAt(const std::string& path, DWORD error) {
     if (error == ERROR_PATH_NOT_FOUND && leadsThroughAFile(path)) return reasonFor(ERROR_DIRECTORY);
     if (error == ERROR_ACCESS_DENIED && isFolder(attributesOf(path))) return folderReason;
-    // A name that is too long in one part is called wrong instead.
-    const auto name = widePath(path);
-    const bool isLong = name.size() - (name.rfind(L'\\') + 1) > 255;
-    return reasonFor(error == ERROR_INVALID_NAME && isLong ? DWORD{ERROR_FILENAME_EXCED_RANGE} : error);
+    return reasonFor(hasLongName(path) ? DWORD{ERROR_FILENAME_EXCED_RANGE} : error);
 }
 
 Outcome failed(const std::string& path, DWORD error = ::GetLastError()) {
@@ -60,8 +64,8 @@ void copyAccess(const std::string& model, const std::string& path) {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
     std::wstring from = widePath(model), to = widePath(path);
-    if (::GetNamedSecurityInfoW(from.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list,
-                                nullptr, &descriptor) != ERROR_SUCCESS)
+    if (::GetNamedSecurityInfoW(from.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                                &list, nullptr, &descriptor) != ERROR_SUCCESS)
         return;
     ::SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, list,
                             nullptr);
@@ -86,11 +90,10 @@ Result<RawFile> RawFile::openForReading(const std::string& path) {
 Result<RawFile> RawFile::createLike(const std::string& path, const std::string& model) {
     constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
     const DWORD attributes = attributesOf(model);
-    const HANDLE handle = ::CreateFileW(widePath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
-                                        attributes == missing ? DWORD{FILE_ATTRIBUTE_NORMAL} : attributes & kept,
-                                        nullptr);
-    if (handle == INVALID_HANDLE_VALUE)
-        return Result<RawFile>::failure(reasonAt(path, ::GetLastError()));
+    const HANDLE handle =
+        ::CreateFileW(widePath(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                      attributes == missing ? DWORD{FILE_ATTRIBUTE_NORMAL} : attributes & kept, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return Result<RawFile>::failure(reasonAt(path, ::GetLastError()));
     if (attributes != missing) copyAccess(model, path);
     return RawFile{descriptorOf(handle)};
 }
@@ -138,6 +141,7 @@ void RawFile::close() {
 
 Outcome checkReplaceable(const std::string& target) {
     if (isDeviceName(widePath(target))) return Outcome::failure(deviceReason);
+    if (hasLongName(target)) return Outcome::failure(reasonFor(ERROR_FILENAME_EXCED_RANGE));
     const DWORD attributes = attributesOf(target);
     if (attributes == missing) return isAbsence(::GetLastError()) ? Outcome{} : failed(target);
     if (isFolder(attributes)) return Outcome::failure(folderReason);

@@ -12,8 +12,7 @@ constexpr std::size_t longest = MAX_PATH - 12; // folders leave room for a short
 
 std::wstring absolute(const std::wstring& path) {
     std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(
-        ::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    full.resize(::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
     return full;
 }
 
