@@ -4,6 +4,7 @@
 #include "adslib.h"
 #include "bench/BenchDrawing.h"
 #include "dbapserv.h"
+#include "dbents.h"
 #include "ed/Session.h"
 #include "ed/adsNames.h"
 #include "kernel/SelectionSet.h"

@@ -8,48 +8,46 @@
 namespace qx::kernel {
 namespace {
 
-AcGePoint3dArray verticesOf(const AcDbPolyline& polyline) {
-    AcGePoint3dArray points(static_cast<int>(polyline.numVerts()));
+Acad::ErrorStatus read(const AcDbPolyline& polyline, AcGePoint3dArray& vertices) {
     for (unsigned i = 0; i < polyline.numVerts(); ++i) {
         AcGePoint3d point;
         polyline.getPointAt(i, point);
-        points.append(point);
+        vertices.append(point);
     }
-    return points;
+    return Acad::eOk;
 }
 
-/// Vertices that are objects of their own; `positionOf` leaves out those that it gives no point for.
-template <class Vertex, class Polyline, class PositionOf>
-AcGePoint3dArray ownedVertices(const Polyline& polyline, const PositionOf& positionOf) {
-    AcGePoint3dArray points;
+/// Vertices that are objects of their own; `visit` is called with each, open.
+template <class Vertex, class Polyline, class Visit>
+Acad::ErrorStatus forEachVertex(const Polyline& polyline, const Visit& visit) {
     const std::unique_ptr<AcDbObjectIterator> each{polyline.vertexIterator()};
     for (; !each->done(); each->step()) {
         const AcDbObjectPointer<Vertex> vertex{each->objectId()};
-        if (vertex.openStatus() == Acad::eOk) positionOf(*vertex.object(), points);
+        if (vertex.openStatus() != Acad::eOk) return vertex.openStatus();
+        visit(*vertex.object());
     }
-    return points;
+    return Acad::eOk;
 }
 
-AcGePoint3dArray verticesOf(const AcDb2dPolyline& polyline) {
-    return ownedVertices<AcDb2dVertex>(polyline, [&](const AcDb2dVertex& vertex, AcGePoint3dArray& points) {
-        if (vertex.vertexType() != AcDb::k2dSplineCtlVertex) points.append(polyline.vertexPosition(vertex));
+Acad::ErrorStatus read(const AcDb2dPolyline& polyline, AcGePoint3dArray& vertices) {
+    return forEachVertex<AcDb2dVertex>(polyline, [&](const AcDb2dVertex& vertex) {
+        if (vertex.vertexType() != AcDb::k2dSplineCtlVertex) vertices.append(polyline.vertexPosition(vertex));
     });
 }
 
-AcGePoint3dArray verticesOf(const AcDb3dPolyline& polyline) {
-    return ownedVertices<AcDb3dPolylineVertex>(
-        polyline, [](const AcDb3dPolylineVertex& vertex, AcGePoint3dArray& points) {
-            if (vertex.vertexType() != AcDb::k3dControlVertex) points.append(vertex.position());
-        });
+Acad::ErrorStatus read(const AcDb3dPolyline& polyline, AcGePoint3dArray& vertices) {
+    return forEachVertex<AcDb3dPolylineVertex>(polyline, [&](const AcDb3dPolylineVertex& vertex) {
+        if (vertex.vertexType() != AcDb::k3dControlVertex) vertices.append(vertex.position());
+    });
 }
 
 } // namespace
 
-AcGePoint3dArray polylineVertices(AcDbEntity& entity) {
-    if (const auto* polyline = asPolyline2d(&entity)) return verticesOf(*polyline);
-    if (const auto* polyline = asPolyline3d(&entity)) return verticesOf(*polyline);
-    if (const auto* polyline = asPolyline(&entity)) return verticesOf(*polyline);
-    return AcGePoint3dArray();
+Acad::ErrorStatus readPolylineVertices(AcDbEntity& entity, AcGePoint3dArray& vertices) {
+    if (const auto* polyline = asPolyline2d(&entity)) return read(*polyline, vertices);
+    if (const auto* polyline = asPolyline3d(&entity)) return read(*polyline, vertices);
+    if (const auto* polyline = asPolyline(&entity)) return read(*polyline, vertices);
+    return Acad::eOk;
 }
 
 bool isPolyline(AcDbEntity& entity) {

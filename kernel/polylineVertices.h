@@ -6,9 +6,10 @@
 
 namespace qx::kernel {
 
-/// World coordinates, in the polyline's order, without the control points of a fitted one; empty for any
-/// other entity. The polyline must be open.
-AcGePoint3dArray polylineVertices(AcDbEntity& entity);
+/// World coordinates, in the polyline's order, without the control points of a fitted one; none for any other
+/// entity. The polyline must be open. The status of the first vertex that can't be opened, where `vertices`
+/// ends.
+Acad::ErrorStatus readPolylineVertices(AcDbEntity& entity, AcGePoint3dArray& vertices);
 
 /// True for the three kinds of polyline.
 bool isPolyline(AcDbEntity& entity);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <memory>
 #include <numbers>
+#include <optional>
 #include <vector>
 
 namespace qx::objectalign {
@@ -109,9 +110,9 @@ AlignmentEdge edgeOf(const AcDbEllipse& ellipse, const EdgeRequest& request) {
 // ---- polylines
 
 /// The vertices without those that repeat the one before; the last is before the first.
-std::vector<AcGePoint3d> distinctVertices(AcDbEntity& polyline) {
+std::vector<AcGePoint3d> distinct(const AcGePoint3dArray& vertices) {
     std::vector<AcGePoint3d> distinct;
-    for (const AcGePoint3d& vertex : kernel::polylineVertices(polyline))
+    for (const AcGePoint3d& vertex : vertices)
         if (distinct.empty() || !inPlane(vertex).isEqualTo(inPlane(distinct.back())))
             distinct.push_back(vertex);
     while (distinct.size() > 1 && inPlane(distinct.back()).isEqualTo(inPlane(distinct.front())))
@@ -160,15 +161,28 @@ private:
     std::vector<double> distances_;
 };
 
-std::optional<AlignmentEdge> edgeOfPolyline(AcDbEntity& polyline, const EdgeRequest& request) {
-    const RankedVertices vertices{distinctVertices(polyline), request.reference};
-    if (!vertices.hasEdge()) return std::nullopt;
+int findEdgeOfPolyline(AcDbEntity& polyline, const EdgeRequest& request, AlignmentEdge& edge) {
+    AcGePoint3dArray all;
+    const auto status = kernel::readPolylineVertices(polyline, all);
+    if (status != Acad::eOk) return status;
+    const RankedVertices vertices{distinct(all), request.reference};
+    if (!vertices.hasEdge()) return notHandled;
     const std::size_t base = vertices.nearest();
     const std::size_t second = request.purpose == Purpose::line ? vertices.nearerNeighbour(base)
                                                                 : vertices.firstNeighbourByRank(base);
-    AlignmentEdge edge{vertices[base], vertices[second]};
+    edge = {vertices[base], vertices[second]};
     edge.edgeAngle = foldedEdgeAngle(angleFromTo(edge.basePoint, edge.secondPoint));
-    return edge;
+    return Acad::eOk;
+}
+
+std::optional<AlignmentEdge> edgeOf(AcDbEntity& entity, const EdgeRequest& request) {
+    if (const auto* line = kernel::asLine(&entity)) return edgeOf(*line, request);
+    if (const auto* block = kernel::asBlockReference(&entity)) return edgeOf(*block, request);
+    if (const auto* text = kernel::asText(&entity)) return edgeOf(*text, request);
+    if (const auto* text = kernel::asMText(&entity)) return edgeOf(*text, request);
+    if (const auto* circle = kernel::asCircle(&entity)) return edgeOf(*circle, request);
+    if (const auto* ellipse = kernel::asEllipse(&entity)) return edgeOf(*ellipse, request);
+    return std::nullopt;
 }
 
 } // namespace
@@ -178,15 +192,12 @@ double AlignmentEdge::turnTo(double targetAngle) const {
     return flipAllowed ? turnedTheShortWay(turnAngle) : turnAngle;
 }
 
-std::optional<AlignmentEdge> alignmentEdge(AcDbEntity& entity, const EdgeRequest& request) {
-    if (const auto* line = kernel::asLine(&entity)) return edgeOf(*line, request);
-    if (const auto* block = kernel::asBlockReference(&entity)) return edgeOf(*block, request);
-    if (const auto* text = kernel::asText(&entity)) return edgeOf(*text, request);
-    if (const auto* text = kernel::asMText(&entity)) return edgeOf(*text, request);
-    if (kernel::isPolyline(entity)) return edgeOfPolyline(entity, request);
-    if (const auto* circle = kernel::asCircle(&entity)) return edgeOf(*circle, request);
-    if (const auto* ellipse = kernel::asEllipse(&entity)) return edgeOf(*ellipse, request);
-    return std::nullopt;
+int findAlignmentEdge(AcDbEntity& entity, const EdgeRequest& request, AlignmentEdge& edge) {
+    if (kernel::isPolyline(entity)) return findEdgeOfPolyline(entity, request, edge);
+    const auto found = edgeOf(entity, request);
+    if (!found) return notHandled;
+    edge = *found;
+    return Acad::eOk;
 }
 
 } // namespace qx::objectalign

@@ -5,8 +5,6 @@
 #include "dbmain.h"
 #include "gepnt3d.h"
 
-#include <optional>
-
 namespace qx::objectalign {
 
 struct AlignmentEdge {
@@ -34,8 +32,11 @@ struct EdgeRequest {
     double targetAngle; ///< radians
 };
 
-/// Nothing for a kind of object that is not aligned, and for a polyline whose vertices are all one point. The
-/// object must be open.
-std::optional<AlignmentEdge> alignmentEdge(AcDbEntity& entity, const EdgeRequest& request);
+/// What an alignment answers for a kind of object that it does not handle: the object was skipped.
+inline constexpr int notHandled = 364;
+
+/// The edge of an open object. notHandled for a kind that is not aligned, and for a polyline whose vertices
+/// are all one point; the status of a vertex that can't be opened; eOk.
+int findAlignmentEdge(AcDbEntity& entity, const EdgeRequest& request, AlignmentEdge& edge);
 
 } // namespace qx::objectalign

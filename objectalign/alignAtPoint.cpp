@@ -8,7 +8,6 @@
 #include "kernel/rotations.h"
 #include "objectalign/AlignmentEdge.h"
 #include "objectalign/ArcTurn.h"
-#include "objectalign/alignToLine.h"
 #include "objectalign/angles.h"
 #include "objectalign/baseLineDirection.h"
 #include "objectalign/crossing.h"
@@ -57,22 +56,25 @@ Turned turn(AcDbObjectId id, const Target& target) {
     AcDbObjectPointer<AcDbEntity> entity{id};
     if (entity.openStatus() != Acad::eOk) return {entity.openStatus()};
     const bool isArc = kernel::asArc(entity) != nullptr;
-    const auto edge =
-        alignmentEdge(*entity.object(), {EdgeRequest::Purpose::point, target.point, target.angle});
+    AlignmentEdge edge;
+    const int found =
+        findAlignmentEdge(*entity.object(), {EdgeRequest::Purpose::point, target.point, target.angle}, edge);
     entity.close();
     if (isArc) return turnArcAt(id, target);
-    return edge ? turnEdge(id, *edge, target) : Turned{notHandled};
+    return found == Acad::eOk ? turnEdge(id, edge, target) : Turned{found};
 }
 
-template <class IsAcross> int alignAt(AcDbObjectId id, const Target& target, const IsAcross& isAcross) {
+template <class FindAcross> int alignAt(AcDbObjectId id, const Target& target, const FindAcross& findAcross) {
     const Turned turned = turn(id, target);
     if (turned.status != Acad::eOk || !turned.middle) return turned.status;
     AcGePoint2d goal = inPlane(target.point);
     if (target.adjustSpacing) goal += target.outward * (target.spacing + turned.extraSpacing);
-    const auto status =
+    auto status =
         kernel::transformEntity(id, AcGeMatrix3d{}.setToTranslation(inSpace(goal - *turned.middle)));
     const bool mayTurn = !target.adjustSpacing || target.spacing != 0.0;
-    if (status != Acad::eOk || !mayTurn || !isAcross()) return status;
+    bool isAcross = false;
+    if (status == Acad::eOk && mayTurn) status = findAcross(isAcross);
+    if (status != Acad::eOk || !isAcross) return status;
     return kernel::rotateEntity(id, inSpace(goal), PI);
 }
 
@@ -85,14 +87,16 @@ int alignObjectToGivenLine(AcDbObjectId objectId, double targetAngle, double spa
     const auto opened = readDirection(baseLineId, direction);
     if (opened != Acad::eOk) return opened;
     const Target target{firstPoint, targetAngle, leftOf(direction), spacing, adjustSpacing};
-    return alignAt(objectId, target, [&] { return meets(objectId, baseLineId); });
+    return alignAt(objectId, target,
+                   [&](bool& isAcross) { return findMeeting(objectId, baseLineId, isAcross); });
 }
 
 int alignObjectToGivenCircle(AcDbObjectId objectId, double targetAngle, double spacing, bool adjustSpacing,
                              const AcGePoint3d& alignPoint, const AcGePoint3d& centre, double radius) {
     const Target target{alignPoint, targetAngle, inPlane(alignPoint - centre).normal(), spacing,
                         adjustSpacing};
-    return alignAt(objectId, target, [&] { return reachesInside(objectId, centre, radius); });
+    return alignAt(objectId, target,
+                   [&](bool& isAcross) { return findInside(objectId, centre, radius, isAcross); });
 }
 
 } // namespace qx::objectalign

@@ -3,6 +3,7 @@
 #include "dbobjptr.h"
 #include "kernel/plane.h"
 #include "kernel/rotations.h"
+#include "objectalign/AlignmentEdge.h"
 #include "objectalign/alignAtPoint.h"
 #include "objectalign/alignToLine.h"
 #include "objectalign/angles.h"

@@ -22,7 +22,6 @@ using kernel::unitAt;
 /// The line to align to, and what of it the person chose.
 struct Target {
     const AcDbEntity& baseLine;
-    AcGePoint2d referencePoint;
     double angle;
     bool adjustSpacing;
 };
@@ -40,9 +39,9 @@ Acad::ErrorStatus alignArc(AcDbObjectId id, const Target& target, double spacing
     landing = turned.foot;
     if (!target.adjustSpacing) return Acad::eOk;
 
-    AcGeVector2d side = inPlane(arc->center() - turned.foot);
-    if (side.length() <= AcGeContext::gTol.equalPoint()) side = unitAt(target.angle).rotateBy(HALF_PI);
-    const AcGePoint2d goal = inPlane(turned.foot) + side.normal() * spacing;
+    // The hollow side is turned away from the line, and that is where the arc stands.
+    const AcGeVector2d inward = inPlane(arc->center() - turned.apex).normal();
+    const AcGePoint2d goal = inPlane(turned.foot) + inward * spacing;
     return arc->transformBy(translation(goal - inPlane(turned.apex)));
 }
 
@@ -84,7 +83,7 @@ Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, cons
 Acad::ErrorStatus alignEdge(AcDbObjectId id, const AlignmentEdge& edge, double spacing, const Target& target,
                             AcGePoint3d& landing) {
     const AcGePoint3d& base = edge.basePoint;
-    const AcGePoint3d foot = footPoint(inPlane(base), target.angle, target.baseLine, target.referencePoint);
+    const AcGePoint3d foot = footPoint(inPlane(base), target.angle, target.baseLine);
     landing = edge.isRound ? foot : AcGePoint3d{foot.x, foot.y, base.z};
     const auto status = kernel::rotateEntity(id, base, edge.turnTo(target.angle));
     if (status != Acad::eOk || !target.adjustSpacing) return status;
@@ -96,15 +95,16 @@ Acad::ErrorStatus alignEdge(AcDbObjectId id, const AlignmentEdge& edge, double s
 int alignObjectToBaseLine(AcDbObjectId objectId, const AcGePoint2d& referencePoint, double targetAngle,
                           double spacing, bool adjustSpacing, const AcDbEntity& baseLine,
                           AcGePoint3d& landingPoint) {
-    const Target target{baseLine, referencePoint, targetAngle, adjustSpacing};
+    const Target target{baseLine, targetAngle, adjustSpacing};
     AcDbObjectPointer<AcDbEntity> entity{objectId};
     if (entity.openStatus() != Acad::eOk) return entity.openStatus();
     const bool isArc = kernel::asArc(entity) != nullptr;
-    const auto edge =
-        alignmentEdge(*entity.object(), {EdgeRequest::Purpose::line, inSpace(referencePoint), targetAngle});
+    AlignmentEdge edge;
+    const int found = findAlignmentEdge(
+        *entity.object(), {EdgeRequest::Purpose::line, inSpace(referencePoint), targetAngle}, edge);
     entity.close();
     if (isArc) return alignArc(objectId, target, spacing, landingPoint);
-    return edge ? alignEdge(objectId, *edge, spacing, target, landingPoint) : notHandled;
+    return found == Acad::eOk ? alignEdge(objectId, edge, spacing, target, landingPoint) : found;
 }
 
 } // namespace qx::objectalign

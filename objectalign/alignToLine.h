@@ -6,9 +6,6 @@
 
 namespace qx::objectalign {
 
-/// What an alignment answers for a kind of object that it does not handle: the object was skipped.
-inline constexpr int notHandled = 364;
-
 /// Turns the object so that its alignment edge gets the target angle (radians). With `adjustSpacing` it is
 /// then moved across the base line until its base point stands `spacing` drawing units (for a circle or
 /// ellipse: and the radius across) beyond it, text that still touches the line one text height further. An
@@ -18,8 +15,8 @@ inline constexpr int notHandled = 364;
 /// ends. `landingPoint` is where the object comes down on the base line, also when it was not moved; the
 /// origin counts for an object whose perpendicular misses the line.
 ///
-/// Answers eOk, the status of an opening or transformation that was refused (nothing has moved then), or
-/// notHandled.
+/// Answers eOk, the status of an opening or transformation that was refused (nothing more has happened then),
+/// or notHandled.
 int alignObjectToBaseLine(AcDbObjectId objectId, const AcGePoint2d& referencePoint, double targetAngle,
                           double spacing, bool adjustSpacing, const AcDbEntity& baseLine,
                           AcGePoint3d& landingPoint);

@@ -40,8 +40,7 @@ std::optional<Found> readLine(AcDbObjectId picked, const AcGePoint2d& pick) {
 
 /// A line a hair below level points to the left, not down: what stands upright is not turned over by it.
 double upwardAngle(const AcGeVector2d& direction) {
-    const bool pointsDown = direction.y < 0 || (direction.y == 0 && direction.x < 0);
-    const double angle = (pointsDown ? -direction : direction).angle();
+    const double angle = (direction.y < 0 ? -direction : direction).angle();
     return angle < std::numbers::pi ? angle : 0;
 }
 } // namespace

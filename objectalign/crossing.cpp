@@ -27,19 +27,21 @@ bool liesInside(const AcDbEntity& entity, const AcGePoint3d& centre, double radi
 }
 } // namespace
 
-bool meets(AcDbObjectId id, AcDbObjectId curveId) {
+Acad::ErrorStatus findMeeting(AcDbObjectId id, AcDbObjectId curveId, bool& isAcross) {
     const AcDbObjectPointer<AcDbEntity> entity{id}, curve{curveId};
-    return entity.openStatus() == Acad::eOk && curve.openStatus() == Acad::eOk &&
-           meets(*entity.object(), *curve.object());
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+    if (curve.openStatus() == Acad::eOk) isAcross = meets(*entity.object(), *curve.object());
+    return curve.openStatus();
 }
 
-bool reachesInside(AcDbObjectId id, const AcGePoint3d& centre, double radius) {
+Acad::ErrorStatus findInside(AcDbObjectId id, const AcGePoint3d& centre, double radius, bool& isAcross) {
     constexpr double touching = 1e-6; // of the radius
     const AcDbObjectPointer<AcDbEntity> entity{id};
-    if (entity.openStatus() != Acad::eOk) return false;
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
     const double inner = radius * (1 - touching);
     const AcDbCircle inside{{centre.x, centre.y, 0}, AcGeVector3d::kZAxis, inner};
-    return meets(*entity.object(), inside) || liesInside(*entity.object(), centre, inner);
+    isAcross = meets(*entity.object(), inside) || liesInside(*entity.object(), centre, inner);
+    return Acad::eOk;
 }
 
 } // namespace qx::objectalign

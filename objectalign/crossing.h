@@ -5,11 +5,11 @@
 
 namespace qx::objectalign {
 
-/// True when the two meet as they are drawn. False when one can't be opened.
-bool meets(AcDbObjectId id, AcDbObjectId curveId);
+/// Whether the two meet as they are drawn. The status of the opening that failed; `isAcross` stays then.
+Acad::ErrorStatus findMeeting(AcDbObjectId id, AcDbObjectId curveId, bool& isAcross);
 
-/// True when something of the object lies inside the circle about `centre`. What only touches it is outside,
-/// within a millionth of the radius. False when the object can't be opened.
-bool reachesInside(AcDbObjectId id, const AcGePoint3d& centre, double radius);
+/// Whether something of the object lies inside the circle about `centre`. What only touches it is outside,
+/// within a millionth of the radius. The status of the opening; `isAcross` stays when it failed.
+Acad::ErrorStatus findInside(AcDbObjectId id, const AcGePoint3d& centre, double radius, bool& isAcross);
 
 } // namespace qx::objectalign

@@ -5,15 +5,10 @@
 #include "kernel/plane.h"
 #include "objectalign/angles.h"
 
-#include <algorithm>
-
 namespace qx::objectalign {
 
-// The perpendicular is drawn as long as the line is far, which keeps the digits of the foot.
-AcGePoint3d footPoint(const AcGePoint2d& point, double targetAngle, const AcDbEntity& baseLine,
-                      const AcGePoint2d& reference) {
-    const double length = std::max(1.0, point.distanceTo(reference));
-    AcGePoint2d across = point + kernel::unitAt(targetAngle) * length;
+AcGePoint3d footPoint(const AcGePoint2d& point, double targetAngle, const AcDbEntity& baseLine) {
+    AcGePoint2d across = point + kernel::unitAt(targetAngle);
     across.rotateBy(HALF_PI, point);
     const AcDbLine perpendicular{kernel::inSpace(across), kernel::inSpace(point)};
     AcGePoint3dArray points;

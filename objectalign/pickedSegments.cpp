@@ -59,8 +59,7 @@ std::optional<double> distanceToCarrier(const Segment& segment, const AcGePoint2
     return foot.distanceTo(pick);
 }
 
-std::optional<Segment> segmentAt(AcDbEntity& polyline, const AcGePoint2d& pick) {
-    const AcGePoint3dArray vertices = kernel::polylineVertices(polyline);
+std::optional<Segment> segmentAt(const AcGePoint3dArray& vertices, const AcGePoint2d& pick) {
     std::optional<Segment> nearest;
     double shortest = 0;
     for (int i = 0; i < vertices.length(); ++i) {
@@ -91,9 +90,11 @@ struct Turned {
 Turned turnSegment(AcDbObjectId id, const AcGePoint2d& pick, const Base& base) {
     AcDbObjectPointer<AcDbEntity> polyline{id};
     if (polyline.openStatus() != Acad::eOk) return {polyline.openStatus()};
-    const auto found = segmentAt(*polyline.object(), pick);
+    AcGePoint3dArray vertices;
+    const auto status = kernel::readPolylineVertices(*polyline.object(), vertices);
     polyline.close();
-    if (!found) return {Acad::eOk};
+    const auto found = segmentAt(vertices, pick);
+    if (status != Acad::eOk || !found) return {status};
 
     const auto [start, end] = ranked(*found, base.point);
     const double edgeAngle = foldedEdgeAngle(inPlane(end - start).angle());
@@ -107,23 +108,25 @@ Acad::ErrorStatus moveTo(AcDbObjectId id, const AcGePoint2d& from, const AcGePoi
     return kernel::transformEntity(id, AcGeMatrix3d{}.setToTranslation(inSpace(to - from)));
 }
 
-template <class IsAcross>
+template <class FindAcross>
 Acad::ErrorStatus alignAtPoint(AcDbObjectId id, const AcGePoint2d& pick, const Base& base,
-                               const IsAcross& isAcross) {
+                               const FindAcross& findAcross) {
     const Turned turned = turnSegment(id, pick, base);
     if (turned.status != Acad::eOk || !turned.middle) return turned.status;
     const double distance = base.adjustSpacing ? base.spacing : base.distanceOf(*turned.middle);
     const AcGePoint2d goal = base.point + base.left() * distance;
-    const auto status = moveTo(id, *turned.middle, goal);
+    auto status = moveTo(id, *turned.middle, goal);
     const bool mayTurn = base.adjustSpacing && base.spacing != 0.0;
-    if (status != Acad::eOk || !mayTurn || !isAcross(id)) return status;
+    bool isAcross = false;
+    if (status == Acad::eOk && mayTurn) status = findAcross(id, isAcross);
+    if (status != Acad::eOk || !isAcross) return status;
     return kernel::rotateEntity(id, inSpace(goal), PI);
 }
 
-template <class IsAcross>
-int alignAllAtPoint(const Picks& picks, const Base& base, const IsAcross& isAcross) {
+template <class FindAcross>
+int alignAllAtPoint(const Picks& picks, const Base& base, const FindAcross& findAcross) {
     for (int i = 0; i < picks.entities.length(); ++i) {
-        const auto status = alignAtPoint(picks.entities[i], picks.points[i], base, isAcross);
+        const auto status = alignAtPoint(picks.entities[i], picks.points[i], base, findAcross);
         if (status != Acad::eOk) return status;
     }
     return Acad::eOk;
@@ -138,16 +141,18 @@ int alignPickedSegments(const AcDbObjectIdArray& pickedEntities, const AcGePoint
     const auto opened = readDirection(baseLineId, direction);
     if (opened != Acad::eOk) return opened;
     const Base base{targetAngle, inPlane(alignPoint), direction, spacing, adjustSpacing};
-    return alignAllAtPoint({pickedEntities, pickPoints}, base,
-                           [&](AcDbObjectId id) { return meets(id, baseLineId); });
+    return alignAllAtPoint({pickedEntities, pickPoints}, base, [&](AcDbObjectId id, bool& isAcross) {
+        return findMeeting(id, baseLineId, isAcross);
+    });
 }
 
 int alignPickedSegmentsToCircle(const AcDbObjectIdArray& pickedEntities, const AcGePoint2dArray& pickPoints,
                                 double targetAngle, double spacing, bool adjustSpacing,
                                 const AcGePoint3d& alignPoint, const AcGePoint3d& centre, double radius) {
     const Base base{targetAngle, inPlane(alignPoint), unitAt(targetAngle), spacing, adjustSpacing};
-    return alignAllAtPoint({pickedEntities, pickPoints}, base,
-                           [&](AcDbObjectId id) { return reachesInside(id, centre, radius); });
+    return alignAllAtPoint({pickedEntities, pickPoints}, base, [&](AcDbObjectId id, bool& isAcross) {
+        return findInside(id, centre, radius, isAcross);
+    });
 }
 
 int alignPickedSegmentsToLine(const AcDbObjectIdArray& pickedEntities, const AcGePoint2dArray& pickPoints,
@@ -160,7 +165,7 @@ int alignPickedSegmentsToLine(const AcDbObjectIdArray& pickedEntities, const AcG
         const Turned turned = turnSegment(id, pickPoints[i], base);
         if (turned.status != Acad::eOk) return turned.status;
         if (!turned.middle) continue;
-        const AcGePoint3d landing = footPoint(*turned.middle, targetAngle, baseLine, base.point);
+        const AcGePoint3d landing = footPoint(*turned.middle, targetAngle, baseLine);
         const AcGePoint2d goal = inPlane(landing) + base.left() * spacing;
         const auto status = adjustSpacing ? moveTo(id, *turned.middle, goal) : Acad::eOk;
         if (status != Acad::eOk) return status;

@@ -21,8 +21,10 @@ VersionFacts factsOf(Version version) {
         return {"AC1015", "ANSI_936"};
     case Version::r2007:
         return {"AC1021", "ANSI_936"};
-    default:
+    case Version::r2010:
         return {"AC1024", "ANSI_936"};
+    default:
+        return {"AC1032", "ANSI_936"};
     }
 }
 
@@ -314,8 +316,8 @@ void writeHeader(TagWriter& out, const Frame& frame, Handle nextHandle) {
     variable("$EXTMAX"), out.point3(10, frame.max);
     variable("$LIMMIN"), out.point(10, frame.min);
     variable("$LIMMAX"), out.point(10, frame.max);
-    variable("$LTSCALE"), out.real(40, frame.unit == Unit::metre ? 0.5 : 100);
-    variable("$TEXTSIZE"), out.real(40, frame.unit == Unit::metre ? 2.5 : 350);
+    variable("$LTSCALE"), out.real(40, frame.lineTypeScale);
+    variable("$TEXTSIZE"), out.real(40, frame.textSize);
     variable("$TEXTSTYLE"), out.text(7, frame.textStyle);
     variable("$CLAYER"), out.text(8, frame.currentLayer);
     variable("$CELTYPE"), out.text(6, "ByLayer");

@@ -32,7 +32,7 @@ struct Group {
     std::vector<Handle> members;
 };
 
-enum class Version { r2000, r2007, r2010 };
+enum class Version { r2000, r2007, r2010, r2018 };
 enum class Unit { millimetre = 4, metre = 6 };
 
 struct Frame {
@@ -43,6 +43,8 @@ struct Frame {
     std::string currentLayer = "0";
     std::string textStyle = "Standard";
     std::string application = "GENAPP"; ///< registered for extended data
+    double lineTypeScale = 100;
+    double textSize = 350; ///< of new text
 };
 
 inline constexpr Handle modelSpace = 0x1F;

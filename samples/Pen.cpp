@@ -64,6 +64,18 @@ Handle Pen::line(Point from, Point to) {
     return handle;
 }
 
+Handle Pen::ellipse(Point centre, Point majorAxis, double ratio) {
+    const Handle handle = open("ELLIPSE", "AcDbEllipse");
+    out_.point3(10, centre);
+    out_.point3(11, majorAxis);
+    out_.point(210, {0, 0});
+    out_.real(230, 1);
+    out_.real(40, ratio);
+    out_.real(41, 0);
+    out_.real(42, 6.28318530717958647692);
+    return handle;
+}
+
 Handle Pen::point(Point at) {
     const Handle handle = open("POINT", "AcDbPoint");
     out_.point3(10, at);
@@ -98,6 +110,48 @@ Handle Pen::polyline(const std::vector<Vertex>& vertices, Closed closed, double 
         out_.point(10, vertex.at);
         if (vertex.bulge != 0) out_.real(42, vertex.bulge);
     }
+    return handle;
+}
+
+void Pen::openVertices(int flags, double width) {
+    out_.integer(66, 1);
+    out_.point3(10, {0, 0});
+    out_.integer(70, flags);
+    if (width == 0) return;
+    out_.real(40, width);
+    out_.real(41, width);
+}
+
+void Pen::openVertex(Handle polyline, const char* subclass, Elevated at) {
+    openEntity(out_, "VERTEX", next_++, 0, polyline, layer_);
+    out_.text(100, "AcDbVertex");
+    out_.text(100, subclass);
+    out_.point(10, at.at);
+    out_.real(30, at.z);
+}
+
+void Pen::endVertices(Handle polyline) { openEntity(out_, "SEQEND", next_++, 0, polyline, layer_); }
+
+Handle Pen::polyline2d(const std::vector<Vertex>& vertices, Closed closed, double width) {
+    const Handle handle = open("POLYLINE", "AcDb2dPolyline");
+    openVertices(closed == Closed::yes ? 1 : 0, width);
+    for (const auto& vertex : vertices) {
+        openVertex(handle, "AcDb2dVertex", {vertex.at, 0});
+        if (vertex.bulge != 0) out_.real(42, vertex.bulge);
+        out_.integer(70, 0);
+    }
+    endVertices(handle);
+    return handle;
+}
+
+Handle Pen::polyline3d(const std::vector<Elevated>& vertices) {
+    const Handle handle = open("POLYLINE", "AcDb3dPolyline");
+    openVertices(8, 0);
+    for (const auto& vertex : vertices) {
+        openVertex(handle, "AcDb3dPolylineVertex", vertex);
+        out_.integer(70, 32);
+    }
+    endVertices(handle);
     return handle;
 }
 
@@ -140,6 +194,7 @@ Handle Pen::multilineText(Point topLeft, double height, double width, std::strin
     out_.integer(72, 5);
     out_.text(1, content);
     out_.text(7, style_);
+    out_.point3(11, {1, 0});
     out_.integer(73, 1);
     out_.real(44, 1);
     return handle;
@@ -165,13 +220,15 @@ Handle Pen::insert(std::string_view block, Point at, Placement placement) {
 }
 
 Handle Pen::insertWith(std::string_view block, Point at, const std::vector<AttributeSlot>& slots,
-                       const std::vector<std::string>& values) {
+                       const std::vector<std::string>& values, double angle) {
     const Handle handle = open("INSERT", "AcDbBlockReference");
     openInsert(block, at, true);
+    if (angle != 0) out_.real(50, angle);
     for (std::size_t i = 0; i < slots.size(); ++i) {
         openEntity(out_, "ATTRIB", next_++, 0, handle, layer_);
         out_.text(100, "AcDbText");
-        writeText(at + slots[i].offset, slots[i].height, values.at(i), Justify::middleCentre, 0);
+        writeText(at + turned(slots[i].offset, angle), slots[i].height, values.at(i), Justify::middleCentre,
+                  angle);
         out_.text(100, "AcDbAttribute");
         out_.integer(280, 0);
         out_.text(2, slots[i].tag);

@@ -20,6 +20,11 @@ struct Vertex {
     Vertex(double x, double y, double b = 0) : at{x, y}, bulge(b) {}
 };
 
+struct Elevated {
+    Point at;
+    double z;
+};
+
 enum class Justify { left, centre, right, middleLeft, middleCentre, middleRight };
 enum class Closed { no, yes };
 
@@ -41,6 +46,12 @@ inline Point polar(Point from, double angle, double distance) {
     return {from.x + distance * std::cos(radians), from.y + distance * std::sin(radians)};
 }
 
+inline Point turned(Point p, double angle) {
+    const double radians = angle * 3.14159265358979323846 / 180;
+    return {p.x * std::cos(radians) - p.y * std::sin(radians),
+            p.x * std::sin(radians) + p.y * std::cos(radians)};
+}
+
 class Pen {
 public:
     Pen(TagWriter& out, Handle& next, Handle owner) : out_(out), next_(next), owner_(owner) {}
@@ -55,15 +66,19 @@ public:
     Handle line(Point from, Point to);
     Handle circle(Point centre, double radius);
     Handle arc(Point centre, double radius, double fromAngle, double toAngle);
+    Handle ellipse(Point centre, Point majorAxis, double ratio);
     Handle point(Point at);
     Handle polyline(const std::vector<Vertex>& vertices, Closed closed, double width = 0);
     Handle rectangle(Point corner, double width, double height);
+    /// With vertices that are objects of their own, which take handles behind the polyline's.
+    Handle polyline2d(const std::vector<Vertex>& vertices, Closed closed, double width = 0);
+    Handle polyline3d(const std::vector<Elevated>& vertices);
     Handle text(Point at, double height, std::string_view content, Justify justify = Justify::left,
                 double angle = 0);
     Handle multilineText(Point topLeft, double height, double width, std::string_view content);
     Handle insert(std::string_view block, Point at, Placement placement = {});
     Handle insertWith(std::string_view block, Point at, const std::vector<AttributeSlot>& slots,
-                      const std::vector<std::string>& values);
+                      const std::vector<std::string>& values, double angle = 0);
     void definitions(const std::vector<AttributeSlot>& slots);
 
 private:
@@ -73,6 +88,9 @@ private:
     void extrude();
     void writeText(Point at, double height, std::string_view content, Justify justify, double angle);
     void openInsert(std::string_view block, Point at, bool attributes);
+    void openVertices(int flags, double width);
+    void openVertex(Handle polyline, const char* subclass, Elevated at);
+    void endVertices(Handle polyline);
 
     TagWriter& out_;
     Handle& next_;

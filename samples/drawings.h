@@ -7,5 +7,6 @@ namespace samples {
 
 std::string siteplan();  ///< R2000, GBK, CR LF, metres
 std::string floorplan(); ///< 2010, UTF-8, LF, millimetres
+std::string schematic(); ///< 2018, UTF-8, CR LF, millimetres on paper
 
 } // namespace samples

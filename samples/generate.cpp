@@ -9,6 +9,14 @@
 
 namespace {
 
+struct Named {
+    const char* file;
+    std::string (*draw)();
+};
+constexpr Named drawings[] = {{"/siteplan.dxf", samples::siteplan},
+                              {"/floorplan.dxf", samples::floorplan},
+                              {"/schematic.dxf", samples::schematic}};
+
 bool isSame(const std::string& path, const std::string& bytes) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), {}) == bytes;
@@ -35,7 +43,7 @@ int main(int count, char** arguments) {
         return 1;
     }
     const std::string folder = arguments[count - 1];
-    const bool site = handle(folder + "/siteplan.dxf", samples::siteplan(), checkOnly);
-    const bool floor = handle(folder + "/floorplan.dxf", samples::floorplan(), checkOnly);
-    return site && floor ? 0 : 2;
+    bool allGood = true;
+    for (const auto& [name, draw] : drawings) allGood &= handle(folder + name, draw(), checkOnly);
+    return allGood ? 0 : 2;
 }

@@ -34,7 +34,10 @@ Frame siteFrame() {
              {"管线", 6, "DASHED", LayerState::frozen},
              {"施工临时", 30, "DASHED", LayerState::off}},
             "建筑",
-            "汉字"};
+            "汉字",
+            "GENAPP",
+            0.5,
+            2.5};
 }
 
 void defineBlocks(Drawing& drawing) {

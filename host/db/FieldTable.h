@@ -70,6 +70,7 @@ struct Slot {
 struct VertexGroups {
     std::uint16_t offset;       ///< of the std::vector<AcDbPolyline::Vertex>
     std::uint16_t widthsOffset; ///< of the std::vector<AcDbPolyline::Widths>, which may be the shorter one
+    static constexpr int number = 90;
     static bool holds(int group) {
         return group == 10 || group == 20 || group == 42 || group == 40 || group == 41;
     }

@@ -70,7 +70,8 @@ ShortText realText(double value) {
     const auto [end, error] = std::to_chars(text, text + sizeof text, value);
     const std::string_view shortest{text, end};
     ShortText result{shortest};
-    if (shortest.find_first_of(".en") == std::string_view::npos) result.add(".0");
+    if (std::ranges::none_of(shortest, [](char c) { return c == '.' || c == 'e' || c == 'n'; }))
+        result.add(".0");
     return result;
 }
 

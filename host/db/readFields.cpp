@@ -3,6 +3,8 @@
 #include "dbpl.h"
 #include "dxf/Tag.h"
 
+#include <algorithm>
+
 namespace qx::db {
 
 namespace {
@@ -44,6 +46,15 @@ bool readSlot(const Slot& slot, std::string_view text, void* base) {
     const auto value = dxf::toReal(text);
     if (value) memberAt<double>(base, slot.offset) = *value;
     return value.has_value();
+}
+
+/// Takes room for the vertices at once; a number that the record has no room for is not believed.
+void reserveVertices(const VertexGroups& groups, std::string_view number, std::string_view bytes,
+                     void* base) {
+    constexpr std::size_t leastBytes = 6; // that a vertex takes in the file
+    const auto count = static_cast<std::size_t>(std::max(toInteger(number).value_or(0), 0));
+    memberAt<std::vector<AcDbPolyline::Vertex>>(base, groups.offset)
+        .reserve(std::min(count, bytes.size() / leastBytes));
 }
 
 /// A vertex group: the first code starts a vertex, the others complete it. False for what is no number.
@@ -106,6 +117,8 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
             good = readSlot(table.slots[slot], tag.value, base);
         else if (table.vertices && table.vertices->holds(tag.code))
             good = readVertexGroup(*table.vertices, tag, base);
+        else if (table.vertices && tag.code == VertexGroups::number)
+            reserveVertices(*table.vertices, tag.value, bytes, base);
         if (!good) {
             result.fault = tag.value.data();
             return result;

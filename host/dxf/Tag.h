@@ -5,6 +5,9 @@
 // where.
 #pragma once
 
+#include "dxf/LineEnds.h"
+#include "qxexport.h"
+
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -25,43 +28,23 @@ struct Tag {
 
 enum class TagFault : std::uint8_t { none, codeIsNoNumber, valueIsMissing };
 
-/// The next line feed, or null. Lines are short: sixteen bytes at a time beat a search that is made for long
-/// ones.
-inline const char* findLineEnd(const char* p, const char* end) {
-    static_assert(std::endian::native == std::endian::little);
-    // In the result the lowest bit that is set belongs to the first line feed among eight bytes.
-    const auto lineFeeds = [](const char* at) {
-        constexpr std::uint64_t ones = 0x0101010101010101u, highBits = ones << 7;
-        std::uint64_t word = 0;
-        std::memcpy(&word, at, sizeof word);
-        word ^= ones * '\n';
-        return (word - ones) & ~word & highBits;
-    };
-    for (; end - p >= 16; p += 16) {
-        const std::uint64_t first = lineFeeds(p), second = lineFeeds(p + 8);
-        if (first | second)
-            return p + ((first ? std::countr_zero(first) : 64 + std::countr_zero(second)) >> 3);
-    }
-    return static_cast<const char*>(std::memchr(p, '\n', static_cast<std::size_t>(end - p)));
-}
-
 class TagCursor {
 public:
-    TagCursor(const char* begin, const char* end) : at_{begin}, end_{end} {}
+    TagCursor(const char* begin, const char* end) : at_{begin}, end_{end}, lineEnds_{begin, end} {}
 
     /// False at the end, or at a fault.
     bool next(Tag& tag) {
         if (at_ >= end_) return false;
         tag.begin = at_;
-        const char* p = at_;
-        if (!readColumns(p, tag.code) && !readCode(p, tag.code)) return stop(TagFault::codeIsNoNumber);
-        if (p >= end_) return stop(TagFault::valueIsMissing);
-        const char* lineEnd = findLineEnd(p, end_);
-        const char* valueEnd = lineEnd ? lineEnd : end_;
-        tag.end = lineEnd ? lineEnd + 1 : end_;
-        if (valueEnd > p && valueEnd[-1] == '\r') --valueEnd;
-        tag.value = {p, static_cast<std::size_t>(valueEnd - p)};
-        at_ = tag.end;
+        const char* codeEnd = lineEnds_.next();
+        if (!readColumns(at_, codeEnd, tag.code) && !readCode(at_, codeEnd, tag.code))
+            return stop(TagFault::codeIsNoNumber);
+        if (end_ - codeEnd <= 1) return stop(TagFault::valueIsMissing);
+        const char* value = codeEnd + 1;
+        const char* valueEnd = lineEnds_.next();
+        at_ = tag.end = valueEnd < end_ ? valueEnd + 1 : end_;
+        if (valueEnd > value && valueEnd[-1] == '\r') --valueEnd;
+        tag.value = {value, static_cast<std::size_t>(valueEnd - value)};
         return true;
     }
 
@@ -71,46 +54,31 @@ public:
 private:
     bool stop(TagFault fault) {
         fault_ = fault;
+        end_ = at_;
         return false;
     }
 
-    /// Reads a code line as nearly all programs write it, right-aligned in three columns, and steps over it;
-    /// false, and nothing done, for any other.
-    bool readColumns(const char*& p, int& code) const {
-        if (end_ - p < 5) return false;
-        const bool hasReturn = p[3] == '\r';
-        if (p[3 + hasReturn] != '\n') return false;
+    /// Reads a code line as nearly all programs write it, right-aligned in three columns; false, and nothing
+    /// done, for any other.
+    static bool readColumns(const char* p, const char* end, int& code) {
+        if (end - p != 3 && !(end - p == 4 && p[3] == '\r')) return false;
         const auto hundreds = static_cast<unsigned>(p[0] - '0'), tens = static_cast<unsigned>(p[1] - '0'),
                    ones = static_cast<unsigned>(p[2] - '0');
-        if (ones > 9) return false;
-        if (tens <= 9 && (hundreds <= 9 || p[0] == ' '))
-            code = static_cast<int>((hundreds <= 9 ? hundreds * 100 : 0) + tens * 10 + ones);
-        else if (p[0] == ' ' && p[1] == ' ')
-            code = static_cast<int>(ones);
-        else
-            return false;
-        p += 4 + hasReturn;
+        // Without branches: how many digits the next code has is anybody's guess.
+        const bool hasHundreds = hundreds <= 9, hasTens = tens <= 9;
+        const bool isGood =
+            (ones <= 9) & (hasTens | ((p[1] == ' ') & !hasHundreds)) & (hasHundreds | (p[0] == ' '));
+        if (!isGood) return false;
+        code = static_cast<int>((hasHundreds ? hundreds * 100 : 0) + (hasTens ? tens * 10 : 0) + ones);
         return true;
     }
 
-    /// Reads the code and steps over its line end.
-    bool readCode(const char*& p, int& code) const {
-        while (p < end_ && (*p == ' ' || *p == '\t')) ++p;
-        const bool negative = p < end_ && *p == '-';
-        if (negative) ++p;
-        int value = 0, digits = 0;
-        for (; p < end_ && static_cast<unsigned>(*p - '0') < 10u && digits < 6; ++p, ++digits)
-            value = value * 10 + (*p - '0');
-        if (digits == 0) return false;
-        while (p < end_ && (*p == ' ' || *p == '\t' || *p == '\r')) ++p;
-        if (p < end_ && *p != '\n') return false;
-        if (p < end_) ++p;
-        code = negative ? -value : value;
-        return true;
-    }
+    /// Reads any code line; false when it is none.
+    QX_HOST_API static bool readCode(const char* p, const char* end, int& code);
 
     const char* at_;
-    const char* end_;
+    const char* end_; ///< of what can be read: at a fault, where it is
+    LineEnds lineEnds_;
     TagFault fault_ = TagFault::none;
 };
 
@@ -121,6 +89,26 @@ inline std::string_view trimmed(std::string_view text) {
     return text;
 }
 
+/// Appends the digits at `p` to the number and steps over them; eight at a time, as long as there are so
+/// many.
+inline const char* readDigits(const char* p, const char* end, std::uint64_t& number) {
+    static_assert(std::endian::native == std::endian::little);
+    constexpr std::uint64_t zeros = 0x3030303030303030u, beyondNine = 0x4646464646464646u,
+                            highBits = 0x8080808080808080u, pairs = 0x000000FF000000FFu;
+    for (; end - p >= 8; p += 8) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, p, sizeof eight);
+        if (((eight + beyondNine) | (eight - zeros)) & highBits) break;
+        eight -= zeros;
+        eight = eight * 10 + (eight >> 8); // in every other byte two digits
+        eight = ((eight & pairs) * 0x000F424000000064u + (eight >> 16 & pairs) * 0x0000271000000001u) >> 32;
+        number = number * 100000000 + eight;
+    }
+    for (; p < end && static_cast<unsigned>(*p - '0') <= 9; ++p)
+        number = number * 10 + static_cast<unsigned>(*p - '0');
+    return p;
+}
+
 /// Digits with at most one point among them, as most numbers are written, when the digits make an integer
 /// below 2^53: that integer and the power of ten are exact, so their quotient is the number correctly rounded
 /// (Clinger, 1990). False, and nothing done, for everything else.
@@ -129,20 +117,14 @@ inline bool readPlainDecimal(std::string_view text, double& value) {
                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     if (text.empty() || text.size() > 18) return false; // what is longer has too many digits
     const bool isNegative = text.front() == '-';
+    const char* begin = text.data() + isNegative;
+    const char* end = text.data() + text.size();
     std::uint64_t digits = 0;
-    std::size_t point = text.size();
-    for (std::size_t i = isNegative; i < text.size(); ++i) {
-        const auto digit = static_cast<unsigned>(text[i] - '0');
-        if (digit <= 9)
-            digits = digits * 10 + digit;
-        else if (text[i] == '.' && point == text.size())
-            point = i;
-        else
-            return false;
-    }
-    const std::size_t decimals = point == text.size() ? 0 : text.size() - point - 1;
-    if (digits >> 53 || decimals >= std::size(powers) || text.size() - isNegative == (point < text.size()))
-        return false;
+    const char* point = readDigits(begin, end, digits);
+    const bool hasPoint = point < end && *point == '.';
+    if (readDigits(point + hasPoint, end, digits) != end || end - begin == hasPoint) return false;
+    const auto decimals = static_cast<std::size_t>(end - point - hasPoint);
+    if (digits >> 53 || decimals >= std::size(powers)) return false;
     value = static_cast<double>(digits) / powers[decimals];
     if (isNegative) value = -value;
     return true;

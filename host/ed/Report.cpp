@@ -116,17 +116,24 @@ std::vector<Report::State> Report::statesBefore(db::Drawing& drawing, const std:
     return states;
 }
 
+// What a command drew only to measure against is nobody's object, and neither is the block that it was in.
+bool Report::isPassing(const db::Record& record, const State& before, const State& after) {
+    return record.kind == db::Kind::blockRecord || (!before.exists && !after.exists);
+}
+
 std::string Report::changes(db::Drawing& drawing, const std::vector<db::Record*>& records,
                             std::ptrdiff_t stepsTaken) const {
     if (records.empty()) return "[]";
     const std::vector<State> after = statesOf(drawing, records);
     const std::vector<State> before = statesBefore(drawing, records, stepsTaken);
     std::vector<std::string> entries;
-    for (std::size_t i = 0; i < records.size(); ++i)
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (isPassing(*records[i], before[i], after[i])) continue;
         entries.push_back(
             "\n    " + identity(drawing, records[i]) +
             ", \"change\": " + quoted(changeName(records[i], before[i].exists, after[i].exists)) +
             ", \"before\": " + boxText(before[i].box) + ", \"after\": " + boxText(after[i].box) + '}');
+    }
     return json::list(entries);
 }
 

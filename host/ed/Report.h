@@ -34,6 +34,7 @@ private:
         shape::Box box;
     };
     static State stateOf(db::Drawing& drawing, db::Record* record);
+    static bool isPassing(const db::Record& record, const State& before, const State& after);
     static std::vector<State> statesOf(db::Drawing& drawing, const std::vector<db::Record*>& records);
     static std::vector<State> statesBefore(db::Drawing& drawing, const std::vector<db::Record*>& records,
                                            std::ptrdiff_t stepsTaken);

@@ -33,8 +33,10 @@ public:
 private:
     static void reach(const EllipticArc& arc, double centre, double u, double v, double& min, double& max) {
         const double radius = std::sqrt(u * u + v * v);
-        if (centre + radius > max && arc.contains(u, v)) max = centre + radius;
-        if (centre - radius < min && arc.contains(-u, -v)) min = centre - radius;
+        const double top = arc.contains(u, v) ? centre + radius : max;
+        const double bottom = arc.contains(-u, -v) ? centre - radius : min;
+        max = top > max ? top : max;
+        min = bottom < min ? bottom : min;
     }
 
     Box box_;

@@ -39,9 +39,10 @@ struct EllipticArc {
     AcGePoint3d at(double cosine, double sine) const { return centre + (u * cosine + v * sine); }
     /// Whether the arc passes the parameter in direction (cosine, sine), a vector of any length but zero.
     bool contains(double cosine, double sine) const {
-        if (isClosed()) return true;
+        // Without branches: whoever measures many arcs asks this of directions that may lie anywhere.
         const bool isAfterStart = sine >= 0, isBeforeEnd = cosine * sinSweep - sine * cosSweep >= 0;
-        return sweep <= std::numbers::pi ? isAfterStart && isBeforeEnd : isAfterStart || isBeforeEnd;
+        const bool isBoth = isAfterStart & isBeforeEnd, isEither = isAfterStart | isBeforeEnd;
+        return isClosed() | (sweep <= std::numbers::pi ? isBoth : isEither);
     }
 };
 

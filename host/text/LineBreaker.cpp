@@ -23,8 +23,6 @@ bool isAmong(std::u32string_view characters, char32_t c) {
 
 bool isBlank(char32_t c) { return c == U' ' || c == U'\t' || c == U'\u3000'; }
 
-double advanceOf(char32_t c) { return measure({&c, 1}).advance; }
-
 } // namespace
 
 void LineBreaker::setStyle(const CharacterStyle& style) {
@@ -44,11 +42,13 @@ void LineBreaker::append(char32_t character) {
     cells_.push_back({character, static_cast<std::uint32_t>(styles_.size() - 1), begin, x_});
 }
 
+// What is seldom so is asked first: most characters are narrow, and so are their neighbours.
 bool LineBreaker::mayBreakBefore(char32_t character) const {
-    if (cells_.empty() || isBlank(character) || isAmong(closing, character)) return false;
-    const char32_t before = cells_.back().character;
     const double advance = advanceOf(character);
-    return advance > 0 && !isAmong(opening, before) && (advance >= 1 || advanceOf(before) >= 1);
+    if (cells_.empty() || !(advance > 0)) return false;
+    const char32_t before = cells_.back().character;
+    if (advance < 1 && advanceOf(before) < 1) return false;
+    return !isBlank(character) && !isAmong(closing, character) && !isAmong(opening, before);
 }
 
 void LineBreaker::add(char32_t character, const CharacterStyle& style) {

@@ -127,6 +127,8 @@ void addInk(TextExtent& extent, const Glyph& glyph) {
 
 } // namespace
 
+double advanceOf(char32_t character) { return glyphOf(character).advance; }
+
 TextExtent measure(std::u32string_view shown) {
     TextExtent extent;
     for (const char32_t c : shown) {

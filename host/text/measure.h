@@ -15,4 +15,7 @@ namespace qx::text {
 /// letter.
 QX_HOST_API TextExtent measure(std::u32string_view shown);
 
+/// The advance of one character.
+QX_HOST_API double advanceOf(char32_t character);
+
 } // namespace qx::text

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
+#include <random>
 #include <string>
 
 using namespace qx::dxf;
@@ -55,6 +57,36 @@ TEST(TagCursor, walksPairsOfLines) {
     }
 }
 
+// Whatever the lengths of the lines, and so wherever they lie among the bytes that are looked at together.
+TEST(TagCursor, findsLinesOfAnyLength) {
+    std::mt19937 random{20};
+    for (int round = 0; round < 200; ++round) {
+        std::string bytes, expected;
+        const std::string lineEnd = round % 2 ? "\r\n" : "\n";
+        for (int tag = 0; tag < 20; ++tag) {
+            const int code = static_cast<int>(random() % (round % 3 ? 300 : 2000));
+            const std::string value(1 + random() % (tag % 5 ? 24 : 300), 'v');
+            const std::string number = std::to_string(code);
+            bytes += std::string(number.size() < 3 ? 3 - number.size() : 0, ' ') + number + lineEnd + value;
+            if (tag < 19 || round % 4) bytes += lineEnd;
+            expected += number + "=" + value + ";";
+        }
+        EXPECT_EQ(walked(bytes), expected) << "round " << round;
+    }
+}
+
+TEST(TagValues, areRoundedCorrectly) {
+    std::mt19937_64 random{20};
+    for (int round = 0; round < 20000; ++round) {
+        std::string text = std::to_string(random() >> random() % 64).substr(0, 17);
+        text.insert(random() % (text.size() + 1), ".");
+        if (random() % 2) text.insert(0, "-");
+        double expected = 0;
+        std::from_chars(text.data(), text.data() + text.size(), expected);
+        EXPECT_EQ(toReal(text), expected) << text;
+    }
+}
+
 TEST(TagValues, readAsNumbers) {
     const struct {
         const char* text;
@@ -65,12 +97,16 @@ TEST(TagValues, readAsNumbers) {
         {"1.E+3", 1000},
         {".5", 0.5},
         {"5.", 5},
+        {"12345678.", 12345678},
+        {"-0012345678.87654321", -12345678.87654321},
         {"1e-310", 1e-310},
         {"0.1000000000000000055511151231257827", 0.1},
     };
     for (const auto& each : numbers) EXPECT_EQ(toReal(each.text), each.number) << each.text;
-    for (const char* text : {"", "  ", "x", "1,5", "1.5 2", "1.5x", "0x10", "1d3", "--1", "+-1", "1e",
-                             "1e999", "nan", "-nan(ind)", "inf", "-Infinity"})
+    for (const char* text :
+         {"",         "  ",  "x",         "1,5",   "1.5 2",    "1.5x", "0x10",  "1d3",
+          "--1",      "+-1", "1e",        "1e999", ".",        "-.",   "1.2.3", "12345678.12345678.1",
+          "1234567:", "nan", "-nan(ind)", "inf",   "-Infinity"})
         EXPECT_EQ(toReal(text), std::nullopt) << '"' << text << '"';
 }
 

@@ -43,6 +43,12 @@ void describe(Object& object, const Tag& tag) {
     if (member && member->empty()) *member = trimmed(tag.valueLine);
 }
 
+bool isPoint(const TagList& list, const Tag& tag) {
+    const std::string& type = list.objectOf(tag).type;
+    const bool hasDirection = type == "MTEXT" || type == "ELLIPSE";
+    return tag.code() == 10 || (tag.code() == 11 && !hasDirection);
+}
+
 } // namespace
 
 int Tag::code() const { return static_cast<int>(number(codeLine)); }
@@ -73,17 +79,42 @@ std::set<std::string> TagList::lockedEntities() const {
     return handles;
 }
 
-std::set<std::string> movedObjects(const TagList& before, const TagList& after) {
+std::set<std::string> movedObjects(const TagList& before, const TagList& after, Rewrites rewrites) {
+    const bool turns = rewrites == Rewrites::anglesAsWell;
     std::set<std::string> handles;
-    EXPECT_EQ(before.tags.size(), after.tags.size());
-    for (std::size_t i = 0; i < std::min(before.tags.size(), after.tags.size()); ++i) {
-        const Tag &old = before.tags[i], &now = after.tags[i];
-        EXPECT_EQ(old.codeLine, now.codeLine) << "line " << 2 * i + 1;
+    std::size_t i = 0;
+    for (const Tag& now : after.tags) {
+        if (i == before.tags.size()) break;
+        const Tag& old = before.tags[i];
+        if (turns && now.isAngle() && !old.isAngle()) {
+            handles.insert(after.objectOf(now).handle);
+            continue;
+        }
+        ++i;
+        EXPECT_EQ(old.codeLine, now.codeLine) << "line " << 2 * i - 1;
         if (old.valueLine == now.valueLine) continue;
-        EXPECT_TRUE(old.isCoordinate()) << "line " << 2 * i + 2 << ": " << old.valueLine << now.valueLine;
+        EXPECT_TRUE(old.isCoordinate() || (turns && old.isAngle()))
+            << "line " << 2 * i << ": " << old.valueLine << now.valueLine;
         handles.insert(before.objectOf(old).handle);
     }
+    EXPECT_EQ(i, before.tags.size());
+    EXPECT_EQ(before.objects.size(), after.objects.size());
     return handles;
+}
+
+std::vector<double> distancesWithin(const TagList& list, const std::set<std::string>& handles) {
+    struct Point {
+        double x, y;
+    };
+    std::vector<Point> points;
+    for (std::size_t i = 0; i + 1 < list.tags.size(); ++i)
+        if (const Tag& x = list.tags[i]; isPoint(list, x) && handles.contains(list.objectOf(x).handle))
+            points.push_back({number(x.valueLine), number(list.tags[i + 1].valueLine)});
+    std::vector<double> distances;
+    for (std::size_t i = 0; i < points.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            distances.push_back(std::hypot(points[i].x - points[j].x, points[i].y - points[j].y));
+    return distances;
 }
 
 double greatestDifference(const TagList& left, const TagList& right) {

@@ -13,6 +13,7 @@ struct Tag {
     std::size_t object;                   ///< index in TagList::objects
     int code() const;
     bool isCoordinate() const { return code() >= 10 && code() <= 37; }
+    bool isAngle() const { return code() == 50 || code() == 51; }
 };
 
 struct Object {
@@ -33,8 +34,15 @@ struct TagList {
     std::vector<Object> objects; ///< what begins with a 0 tag; the first stands for what precedes
 };
 
-/// The handles of the objects with a line that differs. Fails when anything but a coordinate does.
-std::set<std::string> movedObjects(const TagList& before, const TagList& after);
+enum class Rewrites { coordinates, anglesAsWell };
+
+/// The handles of the objects with a line that differs. Fails when anything does but those that may; an angle
+/// may be a new line too, since files leave out those that are 0.
+std::set<std::string> movedObjects(const TagList& before, const TagList& after,
+                                   Rewrites rewrites = Rewrites::coordinates);
+
+/// Between each two points of the objects in the XY plane, in the order of the file.
+std::vector<double> distancesWithin(const TagList& list, const std::set<std::string>& handles);
 
 /// How far the numbers of the two are apart at most; infinity if anything else differs.
 double greatestDifference(const TagList& left, const TagList& right);
