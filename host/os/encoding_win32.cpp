@@ -98,9 +98,17 @@ private:
         const int size =
             ::MultiByteToWideChar(number_, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
                                   out.data(), static_cast<int>(out.size()));
-        const bool isWindowsPage = number_ < 10000;
-        if (size <= 0 || (isWindowsPage && isControl(out[0])) || isPrivate(out[0])) return {};
+        const bool isOpen =
+            (isControl(out[0]) && number_ < 10000) || (isPrivate(out[0]) && !mayBePrivate(bytes));
+        if (size <= 0 || isOpen) return {};
         return {out.data(), static_cast<std::size_t>(size)};
+    }
+
+    /// Some characters of these pages have no other place; elsewhere a private one stands for a hole.
+    bool mayBePrivate(const std::string& bytes) const {
+        const auto lead = static_cast<unsigned char>(bytes[0]);
+        const bool isOfPage = number_ == 932 || (number_ == 950 && lead >= 0xC6 && lead <= 0xC8);
+        return bytes.size() == 2 && isOfPage;
     }
 
     const Characters& following(unsigned char lead) {

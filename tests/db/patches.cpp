@@ -21,8 +21,7 @@ AcGeMatrix3d mirrorY() {
                                          AcGeVector3d::kZAxis);
 }
 AcGeMatrix3d twice() { return AcGeMatrix3d::scaling(2); }
-/// About Z, without the rounding of a sine.
-// Without the last digits of a sine, which differ between systems.
+/// About Z, without the rounding of a sine, which differs between systems.
 const AcGeMatrix3d quarterTurn = AcGeMatrix3d{}.setCoordSystem({0, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, 0, 1});
 const AcGeMatrix3d halfTurn = quarterTurn * quarterTurn;
 
