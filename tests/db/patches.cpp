@@ -72,8 +72,7 @@ const PatchCase cases[] = {
     {"line, an embedded object's groups are its own",
      "LINE|10 1.0|20 2.0|11 3.0|21 4.0|101 Embedded Object|10 7.0", shift(1, 0, 1),
      "10 2.0|20 2.0|30 1.0|11 4.0|21 4.0|31 1.0|101 Embedded Object|10 7.0"},
-    {"point, display angle turns", "POINT|10 1.0|20 0.0|50 350.0", turn(quarter),
-     "10 6.123233995736766e-17|20 1.0|50 80.0"},
+    {"point, display angle turns", "POINT|10 1.0|20 0.0|50 350.0", quarterTurn, "10 0.0|20 1.0|50 80.0"},
 
     // Extended data.
     {"1010 stays, 1011 moves, directions stay",
@@ -157,9 +156,8 @@ const PatchCase cases[] = {
     {"an integer with a point stays", "LINE|62 1.5|10 1.0|20 2.0|11 3.0|21 4.0", twice(),
      "62 1.5|10 2.0|20 4.0|11 6.0|21 8.0"},
     {"what a turn does not reach keeps its digits",
-     "ARC|10 1.0|20 0.0|30 0.10000000000000001|40 2.50|50 350.0|51 10.0|210 0.0|220 0.0|230 2.0",
-     turn(quarter),
-     "10 6.123233995736766e-17|20 1.0|30 0.10000000000000001|40 2.50|50 80.0|51 100.0|210 0.0|220 0.0|230 "
+     "ARC|10 1.0|20 0.0|30 0.10000000000000001|40 2.50|50 350.0|51 10.0|210 0.0|220 0.0|230 2.0", quarterTurn,
+     "10 0.0|20 1.0|30 0.10000000000000001|40 2.50|50 80.0|51 100.0|210 0.0|220 0.0|230 "
      "2.0"},
 
     // Text.
