@@ -1,6 +1,5 @@
 // What the alignment costs in memory once all objects are decoded: later runs of a command, with undo
-// recorded and the selection made. Each run is taken back outside the time that counts, so that the log of
-// one run is all there ever is; ending the step, which only puts the log away, is left out with it.
+// recorded and the selection made. Ending the step, which only puts the log away, is left out of the time.
 #include "adslib.h"
 #include "bench/BenchDrawing.h"
 #include "dbapserv.h"
@@ -68,33 +67,55 @@ Scene& Scene::of(std::size_t count, std::size_t groups, std::size_t groupSize) {
     return *scene;
 }
 
-/// Times `run` as a command that changes at least `changes` objects, again and again from the same state.
-template <class Run>
-void measure(benchmark::State& state, Scene& scene, std::size_t changes, const Run& run) {
+/// Times `run` as a command that changes at least `changes` objects, again and again; `finish` puts its step
+/// away, in time that does not count.
+template <class Run, class Finish>
+void measureRuns(benchmark::State& state, Scene& scene, std::size_t changes, const Run& run,
+                 const Finish& finish) {
     db::History& history = scene.drawing().history();
     for ([[maybe_unused]] auto _ : state) {
         history.begin("run");
         run();
         state.PauseTiming();
         if (history.changesSoFar() < changes) state.SkipWithError("not all objects were moved");
-        history.rollBack();
+        finish(history);
         state.ResumeTiming();
     }
     bench::reportPerObject(state, scene.selected());
 }
 
+/// From the same state each time. Taking a run back makes the sizes of the objects unknown again.
+template <class Run>
+void measure(benchmark::State& state, Scene& scene, std::size_t changes, const Run& run) {
+    measureRuns(state, scene, changes, run, [](db::History& history) { history.rollBack(); });
+}
+
+/// Each from where the one before ended, as a person goes on: `run` gets a base point that has moved on.
+template <class Run> void measureOneAfterAnother(benchmark::State& state, Scene& scene, const Run& run) {
+    AcGePoint3d next = base;
+    const auto toNext = [&] { run(next += AcGeVector3d::kXAxis); };
+    scene.drawing().history().begin("first run");
+    toNext();
+    scene.drawing().history().end();
+    measureRuns(state, scene, scene.selected(), toNext, [](db::History& history) { history.end(); });
+}
+
 std::size_t countOf(const benchmark::State& state) { return static_cast<std::size_t>(state.range(0)); }
 
-void applied(benchmark::State& state, Action action) {
+void leftAlignment(benchmark::State& state) {
     Scene& scene = Scene::of(countOf(state), countOf(state) / 1000, 10);
-    // The one that begins the row stays.
-    measure(state, scene, scene.selected() - 1, [&] {
-        applyAction({action, true, 0, SelectionMode::objects}, scene.ids(), base);
+    measureOneAfterAnother(state, scene, [&](const AcGePoint3d& to) {
+        applyAction({Action::left, true, 0, SelectionMode::objects}, scene.ids(), to);
     });
 }
 
-void leftAlignment(benchmark::State& state) { applied(state, Action::left); }
-void horizontalDistribution(benchmark::State& state) { applied(state, Action::horizontalDistribution); }
+void horizontalDistribution(benchmark::State& state) {
+    Scene& scene = Scene::of(countOf(state), countOf(state) / 1000, 10);
+    // The one that begins the row stays.
+    measure(state, scene, scene.selected() - 1, [&] {
+        applyAction({Action::horizontalDistribution, true, 0, SelectionMode::objects}, scene.ids(), base);
+    });
+}
 
 /// From the editor's selection set on, name by name.
 void leftAlignmentOfSelectionSet(benchmark::State& state) {
@@ -103,8 +124,8 @@ void leftAlignmentOfSelectionSet(benchmark::State& state) {
     for (const AcDbObjectId id : scene.ids()) members.push_back(id.record());
     ads_name selection{0, 0};
     scene.session().sets().create(selection, ed::RecordSet{scene.drawing(), std::move(members)});
-    measure(state, scene, scene.selected(), [&] {
-        applyAction({Action::left, true, 0, SelectionMode::objects}, kernel::selectedIds(selection), base);
+    measureOneAfterAnother(state, scene, [&](const AcGePoint3d& to) {
+        applyAction({Action::left, true, 0, SelectionMode::objects}, kernel::selectedIds(selection), to);
     });
     acedSSFree(selection);
 }
