@@ -18,6 +18,14 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
+# What differs by system is chosen by source file: NAME_posix.cpp or NAME_win32.cpp.
+if(WIN32)
+  set(QX_SYSTEM win32)
+  include(WindowsRuntime)
+else()
+  set(QX_SYSTEM posix)
+endif()
+
 # The same sums everywhere: no fused multiply-add behind our back.
 add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 option(QX_WERROR "Treat warnings as errors" ON)

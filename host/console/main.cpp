@@ -1,4 +1,5 @@
 #include "console/Program.h"
+#include "os/crashes.h"
 #include "os/terminal.h"
 
 #include <cstdio>
@@ -6,7 +7,9 @@
 
 int main(int count, char** arguments) {
     using namespace qx::console;
-    auto options = parseOptions({arguments + 1, arguments + count});
+    qx::os::endOnCrash();
+    qx::os::useUtf8Streams();
+    auto options = parseOptions(qx::os::programArguments(count, arguments));
     if (!options) {
         std::fprintf(stderr, "qxhost: %s\n%s", options.error().c_str(), usage);
         return static_cast<int>(Exit::wrongUsage);

@@ -66,7 +66,7 @@ ShortText& ShortText::add(std::string_view text) {
 }
 
 ShortText realText(double value) {
-    char text[40];
+    char text[64];
     const auto [end, error] = std::to_chars(text, text + sizeof text, value);
     const std::string_view shortest{text, end};
     ShortText result{shortest};

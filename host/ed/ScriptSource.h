@@ -6,7 +6,7 @@
 
 namespace qx::ed {
 
-class QX_HOST_API ScriptSource : public InputSource {
+class ScriptSource : public InputSource {
 public:
     ScriptSource(std::string text, std::string name) : tokens_{std::move(text)}, name_{std::move(name)} {}
 

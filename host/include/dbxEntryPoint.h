@@ -41,7 +41,7 @@ public:
         acrxDynamicLinker->registerAppMDIAware(pkt);
         const auto classes = qx::module::classTable();
         for (const auto* entry : classes)
-            entry->descriptor(); // a descriptor announces itself when it is made
+            if (entry) entry->descriptor(); // a descriptor announces itself when it is made
         if (!classes.empty()) acrxBuildClassHierarchy();
         return AcRx::kRetOK;
     }

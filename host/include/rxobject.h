@@ -23,7 +23,8 @@ protected:
     AcRxObject& operator=(const AcRxObject&) = default;
 };
 
-/// Declares the members that every class with a descriptor has. The descriptor exists before any code runs.
+/// Declares the members that every class with a descriptor has. The host's descriptors exist before any
+/// code runs, a module's before its entry point is called.
 /// `cast` yields null for null and for an object of another branch of the hierarchy.
 #define ACRX_DECLARE_MEMBERS(CLASS)                                                                          \
     static AcRxClass* desc() { return &descriptor_; }                                                        \
@@ -36,5 +37,5 @@ protected:
 
 /// Defines them; DXF_NAME is the wide string that names the class in a drawing, or nullptr.
 #define ACRX_DEFINE_MEMBERS(CLASS, BASE, DXF_NAME)                                                           \
-    constinit AcRxClass CLASS::descriptor_{L## #CLASS, &BASE::descriptor_, DXF_NAME};                        \
+    QX_CONSTINIT AcRxClass CLASS::descriptor_{L## #CLASS, &BASE::descriptor_, DXF_NAME};                     \
     AcRxClass* CLASS::isA() const { return &descriptor_; }

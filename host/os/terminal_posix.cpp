@@ -14,6 +14,10 @@ std::string programFolder() {
     return error ? "." : program.parent_path().string();
 }
 
+std::vector<std::string> programArguments(int count, char** values) { return {values + 1, values + count}; }
+
+void useUtf8Streams() {} // as they are
+
 void reportWriteErrors() { std::signal(SIGXFSZ, SIG_IGN); }
 
 } // namespace qx::os

@@ -1,11 +1,9 @@
 // Runs the program itself, as a person or another program would.
+#include "console/runInFolder.h"
 #include "drawings/DrawingText.h"
 #include "os/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <sys/wait.h>
 
 namespace {
 
@@ -25,10 +23,8 @@ protected:
     // In the folder, so that sentences have short names in them; without a module, unless one is named.
     Outcome run(const std::string& arguments, const std::string& input = {}) {
         put(folder / "input", input);
-        const std::string command = "cd '" + folder.path().string() + "' && '" QX_BIN_DIR "/qxhost' " +
-                                    arguments + " < input > output 2> errors";
-        const int status = std::system(command.c_str());
-        return {WEXITSTATUS(status), contentOf(folder / "output"), contentOf(folder / "errors")};
+        const int exit = runInFolder(folder.path(), "'" QX_QXHOST "' " + arguments);
+        return {exit, contentOf(folder / "output"), contentOf(folder / "errors")};
     }
     bool has(const std::string& name) { return std::filesystem::exists(folder / name); }
 

@@ -40,10 +40,10 @@ private:
 };
 
 inline void put(const std::string& path, const std::string& content) {
-    std::ofstream{path, std::ios::binary} << content;
+    std::ofstream{std::filesystem::path{path}, std::ios::binary} << content;
 }
 
 inline std::string contentOf(const std::string& path) {
-    std::ifstream in{path, std::ios::binary};
+    std::ifstream in{std::filesystem::path{path}, std::ios::binary};
     return {std::istreambuf_iterator<char>{in}, {}};
 }

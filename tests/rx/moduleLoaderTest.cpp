@@ -3,10 +3,10 @@
 #include "modules/Stage.h"
 #include "os/encoding.h"
 #include "os/files.h"
+#include "rx/loadedModules.h"
 #include "rxdlinkr.h"
 
 #include <cctype>
-#include <dlfcn.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
@@ -17,12 +17,6 @@ using namespace qx::rx;
 namespace {
 
 std::string pathOf(const std::string& name) { return QX_TEST_MODULES "/" + name + ".arx"; }
-
-bool isInProcess(const std::string& name) {
-    void* handle = dlopen(pathOf(name).c_str(), RTLD_NOW | RTLD_NOLOAD);
-    if (handle) dlclose(handle);
-    return handle != nullptr;
-}
 
 /// Lets puppets obey orders such as "A3 error": what puppet A does on message 3. Without orders they unlock
 /// themselves and answer kRetOK.
@@ -184,7 +178,8 @@ TEST_F(PuppetTest, Plays) {
         for (const ModuleInfo& info : loader_.list()) loaded += info.name[6];
         EXPECT_EQ(loaded, p.loadedAfter);
         for (const char* name : {"A", "B"})
-            EXPECT_EQ(isInProcess(std::string{"puppet"} + name), loaded.find(*name) != std::string::npos)
+            EXPECT_EQ(isInProcess(pathOf(std::string{"puppet"} + name)),
+                      loaded.find(*name) != std::string::npos)
                 << name;
         orders_.clear();
         loader_.setDrawingOpen(false);
@@ -198,7 +193,7 @@ TEST_F(PuppetTest, CommandOutlivesItsModuleAndComesBack) {
     EXPECT_EQ(play("load A"), "A1");
     EXPECT_TRUE(commandStack().find(L"do")->run());
     EXPECT_EQ(play("unload A"), "A! A2");
-    ASSERT_FALSE(isInProcess("puppetA"));
+    ASSERT_FALSE(isInProcess(pathOf("puppetA")));
     ASSERT_TRUE(commandStack().find(L"do"));
     EXPECT_NE(commandStack().find(L"do")->run().error().find("was unloaded"), std::string::npos);
     EXPECT_EQ(play("load A"), "A1");
@@ -215,11 +210,8 @@ TEST_F(PuppetTest, ModuleThatFailsInsideItsOwnCommandStaysMapped) {
     EXPECT_EQ(log_.str(), "A9 A2 1 ");
     EXPECT_TRUE(loader_.list().empty());
     EXPECT_TRUE(commandStack().find(L"do")->isStale());
-    EXPECT_TRUE(isInProcess("puppetA")) << "its code was on the call stack";
-    dlclose(dlopen(pathOf("puppetA").c_str(), RTLD_NOW | RTLD_NOLOAD));
-    void* abandoned = dlopen(pathOf("puppetA").c_str(), RTLD_NOW | RTLD_NOLOAD);
-    dlclose(abandoned);
-    dlclose(abandoned); // the loader's share, so that later tests start clean
+    EXPECT_TRUE(isInProcess(pathOf("puppetA"))) << "its code was on the call stack";
+    unloadOnce(pathOf("puppetA")); // the loader's share, so that later tests start clean
 }
 
 TEST_F(PuppetTest, DirectFunctionsThatFail) {
@@ -262,7 +254,7 @@ TEST_F(PuppetTest, WhatIsNoModuleIsNotLoaded) {
     loader_.setReporter([&](const std::string& sentence) { reported = sentence; });
     for (const Case& c : cases) {
         EXPECT_NE(loader_.load(pathOf(c.name)).error().find(c.part), std::string::npos) << c.name;
-        EXPECT_FALSE(isInProcess(c.name)) << c.name;
+        EXPECT_FALSE(isInProcess(pathOf(c.name))) << c.name;
         EXPECT_FALSE(acrxLoadModule(qx::os::toWide(pathOf(c.name)).c_str(), true));
         EXPECT_NE(std::exchange(reported, "").find(c.part), std::string::npos) << c.name;
         EXPECT_FALSE(acrxLoadModule(qx::os::toWide(pathOf(c.name)).c_str(), false));

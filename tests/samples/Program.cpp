@@ -1,9 +1,10 @@
 #include "samples/Program.h"
 
+#include "console/runInFolder.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
-#include <sys/wait.h>
 
 namespace qx::tests {
 namespace fs = std::filesystem;
@@ -25,14 +26,13 @@ std::string firstDifference(const std::string& kept, const std::string& actual) 
 } // namespace
 
 Outcome runIn(const TemporaryFolder& folder, const std::string& commandLine) {
-    const std::string command =
-        "cd '" + folder.path().string() + "' && " + commandLine + " < /dev/null > output 2> errors";
-    const int status = std::system(command.c_str());
-    return {WEXITSTATUS(status), contentOf(folder / "output"), contentOf(folder / "errors")};
+    put(folder / "input", "");
+    const int exit = runInFolder(folder.path(), commandLine);
+    return {exit, contentOf(folder / "output"), contentOf(folder / "errors")};
 }
 
 Outcome runProgram(const TemporaryFolder& folder, const std::string& arguments) {
-    return runIn(folder, "'" QX_BIN_DIR "/qxhost' " + arguments);
+    return runIn(folder, "'" QX_QXHOST "' " + arguments);
 }
 
 std::string troublesIn(const Outcome& outcome) {

@@ -14,7 +14,7 @@ struct Outcome {
     std::string transcript, errors;
 };
 
-/// Runs a shell's command line in the folder.
+/// Runs a command line in the folder, without input.
 Outcome runIn(const TemporaryFolder& folder, const std::string& commandLine);
 
 /// Runs the program of this build in the folder.
