@@ -95,6 +95,7 @@ TEST(Alignments, OfEachToALine) {
         {"not in the plane of the line", "text 1,2,5 h2", "by=1", "1,-1,5<0: 1,0,5"},
         {"text from below", "text -1,2 h2 <30 down", "by=2.5", "1,-2.5<0: 1,0"},
         {"run through: by the height of their letters", "mtext 1,2 h2", "by=1", "1,-3<0: 1,0"},
+        {"between two lines", "MTEXT|10 1|20 10|40 2|71 1|1 H\\PH", "by=2.6", "1,-1.2667<0: 1,0"},
         {"their lower left corner counts", "MTEXT|10 1|20 4|40 2|71 1|1 H", "by=2.5", "1,-2.5<0: 1,0"},
         {"lines, above three quarters", "mtext 1,2 h2", "to=4.7123890", "1,2<270.000001: 0,2"},
         {"a spline's frame does not count", "2d 2,4 2,5 5,8 7,7 spline", "at=2,4", "2,5<0: 2,0"},
@@ -185,6 +186,10 @@ TEST(Alignments, OfEachAtAPointOfALine) {
 TEST(Alignments, OfEachAtAPointOfACircle) {
     const Row rows[] = {
         {"inward: all of it is inside", "line 1,2 4,6", "by=-3", "2.5,-3<179.999997"},
+        {"inside, and its box is not", "line 1,2 4,6", "by=-1 to=5.4977871 from=-14.142,-14.142",
+         "-2.4749,1.0607<314.999997"},
+        {"contact far from the origin", "line 500001,500002 500004,500006",
+         "at=500000,500000 from=500000,499980", "499997.5,500000<0"},
         {"inward, with its ends outside", "line 1,0 31,0", "by=-1", "15,-1<179.999997"},
         {"block that reaches in", "hang 3,4", "by=3", "0,3<89.999997"},
         {"block that touches from outside", "hang 3,4", "by=5", "0,5<270"},

@@ -44,6 +44,7 @@ TEST(Command, EveryModeMethodAndActionMovesWhatItShould) {
         {".. spaced by nothing", "O S 0 L {A} - <line> -", "A 10,0<0"},
         {"each on a line", "O S - P {A} {C} {N} - <onLine> -", "A 55,0<180, C 50,0<0"},
         {".. spaced", "O S 5 P {A} {C} - <onLine> -", "A 45,5<0, C 50,15<0"},
+        {"each on a line that is selected, too", "O S 5 P {H} {A} - <onLine> -", "A 45,5<0"},
         {"each on a circle", "O S - P {A} {N} - <onCircle> -", "A 55,-900<180"},
         {".. spaced", "O S 5 P {A} - <onCircle> -", "A 55,-895<180"},
         {"whole to a line", "O W - L {A} {K} - <base> <line> -", "A -80,90<0, K -100,-1000<0"},
