@@ -1,4 +1,4 @@
-// The front end of KV_ObjectAlign. Which one there is, the build decides by the source file it takes.
+// The front ends of KV_ObjectAlign.
 #pragma once
 
 #include "objectalign/ObjectAlignSettings.h"
@@ -7,7 +7,11 @@
 
 namespace qx::objectalign {
 
-/// Asks the person; nothing when they cancel.
+/// Asks the person, by dialog or by prompts, whichever this build has and the host wants; nothing when they
+/// cancel.
 std::optional<ObjectAlignSettings> askSettings();
+
+/// Asks at the command line.
+std::optional<ObjectAlignSettings> settingsFromPrompts();
 
 } // namespace qx::objectalign

@@ -29,7 +29,7 @@ bool askSpacing(ObjectAlignSettings& settings) {
 }
 } // namespace
 
-std::optional<ObjectAlignSettings> askSettings() {
+std::optional<ObjectAlignSettings> settingsFromPrompts() {
     const auto mode = askKeyword<SelectionMode>(
         modes, L"G P O", L"选择模式 [组(G)/多段线(P)/一般对象(O)] <O>: ", SelectionMode::objects);
     if (!mode) return std::nullopt;

@@ -1,4 +1,4 @@
-// The front end of KV_PositionAlign. Which one there is, the build decides by the source file it takes.
+// The front ends of KV_PositionAlign.
 #pragma once
 
 #include "positionalign/PositionAlignSettings.h"
@@ -7,7 +7,11 @@
 
 namespace qx::positionalign {
 
-/// Asks the person; nothing when they cancel.
+/// Asks the person, by dialog or by prompts, whichever this build has and the host wants; nothing when they
+/// cancel.
 std::optional<PositionAlignSettings> askSettings();
+
+/// Asks at the command line.
+std::optional<PositionAlignSettings> settingsFromPrompts();
 
 } // namespace qx::positionalign

@@ -32,7 +32,7 @@ std::optional<double> askOffset() {
 }
 } // namespace
 
-std::optional<PositionAlignSettings> askSettings() {
+std::optional<PositionAlignSettings> settingsFromPrompts() {
     const auto mode =
         askKeyword<SelectionMode>(modes, L"O G", L"选择模式 [对象(O)/组(G)] <O>: ", SelectionMode::objects);
     if (!mode) return std::nullopt;

@@ -1,0 +1,29 @@
+// The loop of messages that a modal dialog runs.
+#pragma once
+
+#include "qxexport.h"
+
+#include <exception>
+#include <functional>
+#include <windows.h>
+
+namespace qx::afx {
+
+/// Called with the dialog's window each time there is no message left; false when there is nothing to do, and
+/// the loop waits. For whoever works a dialog in a person's place.
+using IdleStep = std::function<bool(HWND dialog)>;
+QX_HOST_API void setIdleStep(IdleStep step);
+
+/// Runs until `isRunning` answers false, or the program is to end.
+void runModalLoop(HWND dialog, const std::function<bool()>& isRunning);
+
+/// An exception can't pass through the system's own code between a window and the loop: it is kept here
+/// meanwhile.
+void keepException();
+/// Goes on with what was kept.
+void rethrowException();
+
+/// How many windows have an object attached. 0 when no dialog is open.
+QX_HOST_API std::size_t attachedWindows();
+
+} // namespace qx::afx
