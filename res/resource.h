@@ -1,0 +1,59 @@
+// The numbers of the module's dialogs, controls and icons, for the resource script and for C++.
+// They are part of what the dialogs promise: don't renumber.
+#pragma once
+
+#ifndef IDC_STATIC
+#define IDC_STATIC (-1)
+#endif
+
+// The product: window icon of both dialogs.
+#define IDI_GROUP_ALIGNMENT 55
+
+// Pictures on the buttons.
+#define IDI_CENTRE_VERTICALLY 1203
+#define IDI_ALIGN_BOTTOM 1204
+#define IDI_ALIGN_TOP 1205
+#define IDI_DISTRIBUTE_HORIZONTALLY 1206
+#define IDI_ALIGN_AT_POINT 1207
+#define IDI_CENTRE_HORIZONTALLY 1208
+#define IDI_ALIGN_RIGHT 1209
+#define IDI_ALIGN_LEFT 1210
+#define IDI_ALIGN_TO_LINE 1211
+#define IDI_ALIGN_CENTRE 1212
+#define IDI_DISTRIBUTE_VERTICALLY 1213
+#define IDI_CANCEL 1215
+
+// Position alignment.
+#define IDD_POSITION_ALIGN 1202
+#define IDC_POSITION_MODE_BOX 1230
+#define IDC_MODE_OBJECTS 1243
+#define IDC_MODE_OBJECT_GROUPS 1244
+#define IDC_OFFSET_BOX 1233
+#define IDC_OFFSET 1245
+#define IDC_ALIGNMENT_BOX 1235
+#define IDC_DISTRIBUTION_BOX 1237
+#define IDC_CENTRE_HORIZONTALLY 1216
+#define IDC_ALIGN_TOP 1231
+#define IDC_ALIGN_LEFT 1217
+#define IDC_ALIGN_CENTRE 1218
+#define IDC_ALIGN_RIGHT 1219
+#define IDC_CENTRE_VERTICALLY 1220
+#define IDC_ALIGN_BOTTOM 1221
+#define IDC_DISTRIBUTE_HORIZONTALLY 1222
+#define IDC_DISTRIBUTE_VERTICALLY 1224
+
+// Object alignment.
+#define IDD_OBJECT_ALIGN 1214
+#define IDC_OBJECT_MODE_BOX 1223
+#define IDC_MODE_GROUPS 1232
+#define IDC_MODE_POLYLINES 1234
+#define IDC_MODE_GENERAL 1236
+#define IDC_METHOD_BOX 1226
+#define IDC_METHOD_EACH 1238
+#define IDC_METHOD_WHOLE 1239
+#define IDC_SPACING_BOX 1228
+#define IDC_ADJUST_SPACING 1242
+#define IDC_SPACING 1240
+#define IDC_ALIGN_TO_LINE 1229
+#define IDC_ALIGN_AT_POINT 1201
+#define IDC_CANCEL 1241
