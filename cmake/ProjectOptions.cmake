@@ -21,16 +21,18 @@ set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 # What differs by system is chosen by source file: NAME_posix.cpp or NAME_win32.cpp.
 if(WIN32)
   set(QX_SYSTEM win32)
+  enable_language(RC)
   include(WindowsRuntime)
 else()
   set(QX_SYSTEM posix)
 endif()
 
 # The same sums everywhere: no fused multiply-add behind our back.
-add_compile_options(-ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+set(QX_COMPILE_OPTIONS -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${QX_COMPILE_OPTIONS}>")
 option(QX_WERROR "Treat warnings as errors" ON)
 if(QX_WERROR)
-  add_compile_options(-Werror)
+  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Werror>)
 endif()
 
 option(QX_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
