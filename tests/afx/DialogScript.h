@@ -1,6 +1,6 @@
-// Works modal dialogs in a person's place. Each step is taken when the dialog has nothing left to do; what is typed and
-// pressed comes as posted messages, as from a keyboard. A dialog that is still open after the last step is cancelled, and
-// one that hangs ends the program.
+// Works modal dialogs in a person's place. Each step is taken when the dialog has nothing left to do; what is
+// typed and pressed comes as posted messages, as from a keyboard. A dialog that is still open after the last
+// step is cancelled, and one that hangs ends the program.
 #pragma once
 
 #include <atomic>

@@ -1,5 +1,5 @@
-// The module's file, attached, so that the code that is linked into a test finds its dialogs and icons there. What a
-// test leaves behind is a failed check: objects of windows, or a resource handle.
+// The module's file, attached, so that the code that is linked into a test finds its dialogs and icons there.
+// What a test leaves behind is a failed check: objects of windows, or a resource handle.
 #pragma once
 
 #include <windows.h>

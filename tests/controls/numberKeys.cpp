@@ -7,8 +7,8 @@ namespace {
 using qx::controls::NumberKeys;
 using Verdict = NumberKeys::Verdict;
 
-/// An edit box as far as keys go. Of the characters, '<' is Backspace, '[' sets the caret to the front, '|' selects all,
-/// 'D' is the Delete key; any other is typed.
+/// An edit box as far as keys go. Of the characters, '<' is Backspace, '[' sets the caret to the front, '|'
+/// selects all, 'D' is the Delete key; any other is typed.
 class Box {
 public:
     explicit Box(std::wstring text = {}) : text_{std::move(text)}, start_{size()}, end_{size()} {}

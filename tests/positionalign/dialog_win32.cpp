@@ -105,12 +105,13 @@ TEST_F(PositionDialog, OffsetBoxTakesAShortDecimalNumber) {
         const wchar_t *keys, *text;
     };
     const Case cases[] = {
-        {L"1234567", L"123456"}, {L"-123456", L"-123456"}, {L".5", L"5"},       {L"1.2.3", L"1.23"},
+        {L"1234567", L"123456"}, {L"-123456", L"-123456"}, {L".5", L"5"},      {L"1.2.3", L"1.23"},
         {L"-.5", L"-5"},         {L"12\b3", L"13"},        {L"1a2 ３", L"12"},
     };
     for (const Case& c : cases) {
         script_.type(IDC_OFFSET, c.keys);
-        script_.look([c](HWND dialog) { EXPECT_EQ(qx::tests::textOf(dialog, IDC_OFFSET), c.text); }).closeBox();
+        script_.look([c](HWND dialog) { EXPECT_EQ(qx::tests::textOf(dialog, IDC_OFFSET), c.text); })
+            .closeBox();
         EXPECT_EQ(result(), "cancelled");
     }
 }
