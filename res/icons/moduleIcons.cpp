@@ -119,10 +119,11 @@ void drawLine(Canvas& canvas) {
     const double guide = inDiagonalSteps(grid.guide), bar = inDiagonalSteps(grid.bar);
     const double border = inDiagonalSteps(grid.border), space = border;
     const double start = -inDiagonalSteps(grid.size * 9 / 32);
-    const auto beside = [&](double distance) { // the diagonal; up and to the left
+    const auto aboveDiagonal = [&](double distance) {
         return Point{grid.size / 2.0 - distance * diagonal, grid.size / 2.0 - distance * diagonal};
     };
-    const Point guideCentre = beside(start + guide / 2), barCentre = beside(start + guide + space + bar / 2);
+    const Point guideCentre = aboveDiagonal(start + guide / 2),
+                barCentre = aboveDiagonal(start + guide + space + bar / 2);
     canvas.fill(TurnedBox{guideCentre, rising, grid.size * 0.92, guide}, guideColour);
     drawBar(canvas, TurnedBox{barCentre, rising, grid.size * 0.72, bar}, border);
 }
