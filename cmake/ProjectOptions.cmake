@@ -28,12 +28,14 @@ else()
 endif()
 
 # The same sums everywhere: no fused multiply-add behind our back.
-set(QX_COMPILE_OPTIONS -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${QX_COMPILE_OPTIONS}>")
 option(QX_WERROR "Treat warnings as errors" ON)
-if(QX_WERROR)
-  add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Werror>)
+if(MSVC)
+  set(QX_COMPILE_OPTIONS /fp:precise /W4 /utf-8 /permissive- $<$<BOOL:${QX_WERROR}>:/WX>)
+else()
+  set(QX_COMPILE_OPTIONS -ffp-contract=off -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    $<$<BOOL:${QX_WERROR}>:-Werror>)
 endif()
+add_compile_options("$<$<COMPILE_LANGUAGE:CXX>:${QX_COMPILE_OPTIONS}>")
 
 option(QX_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
 if(QX_SANITIZE)

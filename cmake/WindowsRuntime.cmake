@@ -1,7 +1,12 @@
-# What every Windows program and module of this tree needs: the same bytes from the same sources, and the compiler's
-# runtime beside it. That is shared: exceptions and error categories must mean the same in every DLL.
-add_link_options(-Wl,--no-insert-timestamp)
+# What every Windows program and module of this tree needs.
 add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+if(MSVC)
+  return()
+endif()
+
+# The same bytes from the same sources, and the compiler's runtime beside it. That is shared: exceptions and error
+# categories must mean the same in every DLL.
+add_link_options(-Wl,--no-insert-timestamp)
 # A false alarm of this compiler inside std::string.
 add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
 

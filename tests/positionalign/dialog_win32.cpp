@@ -106,7 +106,7 @@ TEST_F(PositionDialog, OffsetBoxTakesAShortDecimalNumber) {
     };
     const Case cases[] = {
         {L"1234567", L"123456"}, {L"-123456", L"-123456"}, {L".5", L"5"},      {L"1.2.3", L"1.23"},
-        {L"-.5", L"-5"},         {L"12\b3", L"13"},        {L"1a2 ３", L"12"},
+        {L"-.5", L"-5"},         {L"12\b3", L"13"},        {L"1a2 ３", L"12"}, {L"5\r6", L"56"},
     };
     for (const Case& c : cases) {
         script_.type(IDC_OFFSET, c.keys);
