@@ -1,15 +1,17 @@
 #include "objectalign/AlignmentEdge.h"
 
+#include "dbobjptr.h"
 #include "gept3dar.h"
 #include "kernel/classTests.h"
+#include "kernel/midpoint.h"
 #include "kernel/plane.h"
 #include "kernel/polylineVertices.h"
+#include "kernel/rotations.h"
 #include "objectalign/angles.h"
 
 #include <algorithm>
 #include <memory>
 #include <numbers>
-#include <optional>
 #include <vector>
 
 namespace qx::objectalign {
@@ -180,6 +182,7 @@ std::optional<AlignmentEdge> edgeOf(AcDbEntity& entity, const EdgeRequest& reque
     if (const auto* block = kernel::asBlockReference(&entity)) return edgeOf(*block, request);
     if (const auto* text = kernel::asText(&entity)) return edgeOf(*text, request);
     if (const auto* text = kernel::asMText(&entity)) return edgeOf(*text, request);
+    if (kernel::asArc(&entity)) return AlignmentEdge{.isArc = true};
     if (const auto* circle = kernel::asCircle(&entity)) return edgeOf(*circle, request);
     if (const auto* ellipse = kernel::asEllipse(&entity)) return edgeOf(*ellipse, request);
     return std::nullopt;
@@ -192,12 +195,20 @@ double AlignmentEdge::turnTo(double targetAngle) const {
     return flipAllowed ? turnedTheShortWay(turnAngle) : turnAngle;
 }
 
-int findAlignmentEdge(AcDbEntity& entity, const EdgeRequest& request, AlignmentEdge& edge) {
-    if (kernel::isPolyline(entity)) return findEdgeOfPolyline(entity, request, edge);
-    const auto found = edgeOf(entity, request);
-    if (!found) return notHandled;
-    edge = *found;
-    return Acad::eOk;
+int readAlignmentEdge(AcDbObjectId id, const EdgeRequest& request, AlignmentEdge& edge) {
+    const AcDbObjectPointer<AcDbEntity> entity{id};
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+    if (kernel::isPolyline(*entity.object())) return findEdgeOfPolyline(*entity.object(), request, edge);
+    const auto found = edgeOf(*entity.object(), request);
+    if (found) edge = *found;
+    return found ? Acad::eOk : notHandled;
+}
+
+Turned turnByEdge(AcDbObjectId id, const AlignmentEdge& edge, double targetAngle) {
+    const double turnAngle = edge.turnTo(targetAngle);
+    AcGePoint2d middle = inPlane(kernel::midpointXY(edge.basePoint, edge.secondPoint));
+    middle.rotateBy(turnAngle, inPlane(edge.basePoint));
+    return {kernel::rotateEntity(id, edge.basePoint, turnAngle), middle, edge.extraSpacing};
 }
 
 } // namespace qx::objectalign

@@ -3,23 +3,14 @@
 #include "adslib.h"
 #include "dbobjptr.h"
 #include "geassign.h"
-#include "geline2d.h"
 #include "kernel/classTests.h"
 #include "kernel/construction.h"
-#include "kernel/plane.h"
 #include "objectalign/EntityPick.h"
 #include "objectalign/straightSegments.h"
 
 namespace qx::objectalign {
 namespace {
-using kernel::inPlane;
-
 constexpr Adesk::UInt16 red = 1;
-
-double distanceToCarrier(const AcGeLineSeg3d& segment, const AcGePoint2d& pick) {
-    const AcGeLine2d carrier{inPlane(segment.startPoint()), inPlane(segment.endPoint())};
-    return carrier.distanceTo(pick);
-}
 
 AcDbObjectId baselineBetweenPoints(ConstructionEntities& construction) {
     ads_point first{}, second{};
@@ -33,9 +24,7 @@ AcDbObjectId baselineOf(AcDbObjectId picked, const AcGePoint2d& pick, Constructi
     AcDbObjectPointer<AcDbEntity> entity{picked};
     if (entity.openStatus() != Acad::eOk) return AcDbObjectId::kNull;
     if (kernel::asLine(entity)) return picked;
-    const auto nearest = nearestSegment(straightSegments(*entity.object()), [&](const AcGeLineSeg3d& each) {
-        return distanceToCarrier(each, pick);
-    });
+    const auto nearest = nearestByCarrier(straightSegments(*entity.object()), pick);
     entity.close();
     if (!nearest) return AcDbObjectId::kNull;
     return construction.add(kernel::makeLine(nearest->startPoint(), nearest->endPoint(), 0));

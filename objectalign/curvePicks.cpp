@@ -3,13 +3,13 @@
 #include "acutads.h"
 #include "dbobjptr.h"
 #include "gearc3d.h"
-#include "geline2d.h"
 #include "gelnsg3d.h"
 #include "gept3dar.h"
 #include "kernel/classTests.h"
 #include "kernel/construction.h"
 #include "kernel/lightCopy.h"
 #include "kernel/plane.h"
+#include "objectalign/intersections.h"
 
 #include <algorithm>
 #include <optional>
@@ -19,14 +19,13 @@ namespace qx::objectalign {
 namespace {
 using kernel::inPlane;
 using kernel::inSpace;
+using kernel::onGround;
 
 AcGeTol pickTolerance() {
     AcGeTol tolerance = AcGeContext::gTol;
     tolerance.setEqualPoint(3.0);
     return tolerance;
 }
-
-AcGePoint3d onGround(const AcGePoint3d& p) { return {p.x, p.y, 0}; }
 
 bool isOnSegment(const AcGePoint3d& start, const AcGePoint3d& end, const AcGePoint2d& point) {
     return AcGeLineSeg3d{onGround(start), onGround(end)}.isOn(inSpace(point), pickTolerance());
@@ -143,10 +142,7 @@ Acad::ErrorStatus lineDirectionAt(AcDbObjectId lineId, AcGePoint2d& point, AcGeP
     first = isInOrder ? start : end;
     second = isInOrder ? end : start;
     angle = inPlane(end - start).angle();
-    const AcGeLine2d endless{inPlane(start), inPlane(end)};
-    AcGeLine2d perpendicular;
-    endless.getPerpLine(point, perpendicular);
-    if (!endless.intersectWith(perpendicular, point)) point = inPlane(start);
+    point = footOnCarrier(inPlane(start), inPlane(end), point).value_or(inPlane(start));
     return Acad::eOk;
 }
 

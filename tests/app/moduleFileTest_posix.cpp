@@ -26,6 +26,7 @@ int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const struct r
 namespace {
 
 TEST(ModuleFile, TakesOverWhatWasPicked) {
+    calls.clear();
     ASSERT_TRUE(qx::rx::moduleLoader().load(modulePath));
     EXPECT_TRUE(qx::rx::commandStack().find(L"MyPickFirst")->run());
     EXPECT_EQ(calls, std::vector<std::string>{"acedSSGet _I"});

@@ -132,9 +132,9 @@ TEST(Refusals, OfACurveStopTheStep) {
     bool isAcross = false;
     sheet.run([&] {
         erase(sheet.drawing(), sheet.at(0));
-        EXPECT_EQ(findMeeting(sheet.id(0), sheet.id(1), isAcross), Acad::eWasErased);
-        EXPECT_EQ(findMeeting(sheet.id(1), sheet.id(0), isAcross), Acad::eWasErased);
-        EXPECT_EQ(findInside(sheet.id(0), {3, 4, 0}, 9, isAcross), Acad::eWasErased);
+        EXPECT_EQ(meeting(sheet.id(1))(sheet.id(0), isAcross), Acad::eWasErased);
+        EXPECT_EQ(meeting(sheet.id(0))(sheet.id(1), isAcross), Acad::eWasErased);
+        EXPECT_EQ(reachingInside({3, 4, 0}, 9)(sheet.id(0), isAcross), Acad::eWasErased);
     });
     EXPECT_FALSE(isAcross);
 }
