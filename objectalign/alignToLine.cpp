@@ -49,12 +49,14 @@ std::optional<double> textHeight(AcDbEntity& entity) {
     return std::nullopt;
 }
 
-/// How far text has to go on so that the line does not run through it; 0 for anything else.
-double clearance(AcDbObjectId id, const AcDbEntity& baseLine) {
+/// How far text has to go on so that the line does not run through it; 0 for anything else. The status of the
+/// opening; `further` stays when it failed.
+Acad::ErrorStatus findClearance(AcDbObjectId id, const AcDbEntity& baseLine, double& further) {
     const AcDbObjectPointer<AcDbEntity> entity{id};
-    if (entity.openStatus() != Acad::eOk) return 0;
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
     const auto height = textHeight(*entity.object());
-    return height && firstIntersection(*entity.object(), baseLine, AcDb::kExtendBoth) ? *height : 0;
+    if (height && firstIntersection(*entity.object(), baseLine, AcDb::kExtendBoth)) further = *height;
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, const AcGePoint3d& foot,
@@ -63,9 +65,10 @@ Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, cons
     const AcGeVector2d across = inPlane(foot).isEqualTo(inPlane(basePoint))
                                     ? unitAt(target.angle).rotateBy(HALF_PI)
                                     : toFoot.normal();
-    const auto status = kernel::moveEntity(id, inSpace(toFoot + across * spacing));
+    auto status = kernel::moveEntity(id, inSpace(toFoot + across * spacing));
     if (status != Acad::eOk || spacing == 0.0) return status;
-    const double further = clearance(id, target.baseLine);
+    double further = 0;
+    status = findClearance(id, target.baseLine, further);
     return further != 0 ? kernel::moveEntity(id, inSpace(across * further)) : status;
 }
 

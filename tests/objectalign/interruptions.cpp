@@ -103,26 +103,30 @@ TEST(Interruptions, AnyRefusalLeavesNothingOpenAndCanBeUndone) {
 }
 
 TEST(Interruptions, WhatIsRefusedHasItsPlace) {
+    constexpr drawings::Handle modelSpace = drawings::DrawingText::modelSpace;
     const struct {
         const char *name, *inputs;
-        char refused;
+        drawings::Handle refused;
         Action action;
         const char* changes;
     } cases[] = {
-        {"each: left out", "O S - L {A} {T} - <line> -", 'A', Action::openForRead, "T 200,40<0"},
-        {"a group's member: left out", "G - L {A} - <base> <line> -", 'T', Action::transform, "A -80,90<0"},
-        {"polylines: the end of it", "P - L {P@400,25} {R@600,25} {Q@500,25} - <line> 9,9 -", 'R',
+        {"each: left out", "O S - L {A} {T} - <line> -", plan()['A'], Action::openForRead, "T 200,40<0"},
+        {"a group's member: left out", "G - L {A} - <base> <line> -", plan()['T'], Action::transform,
+         "A -80,90<0"},
+        {"polylines: the end of it", "P - L {P@400,25} {R@600,25} {Q@500,25} - <line> 9,9 -", plan()['R'],
          Action::transform, "P 410,-20<180"},
-        {"a polyline is not picked", "P - L {R@600,25} {P@400,25} - <line> -", 'R', Action::openForRead,
-         "P 400,20<0"},
-        {"a base line is asked for again", "O W - L {A} - {K@0,0} {P@400,25} 0,100 <line> -", 'K',
+        {"a polyline is not picked", "P - L {R@600,25} {P@400,25} - <line> -", plan()['R'],
+         Action::openForRead, "P 400,20<0"},
+        {"a base line that can't be drawn: the end of it", "O W - L {A} - {P@400,25} {K@0,0} 0,100 <line> -",
+         modelSpace, Action::openForWrite, ""},
+        {"a base line is asked for again", "O W - L {A} - {K@0,0} {P@400,25} 0,100 <line> -", plan()['K'],
          Action::openForRead, "A -80,90<0"},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         CommandRun run;
         run.drawing().setFault([&](Action action, const db::Record* record) {
-            const bool isRefused = record == run.drawing().find(plan()[each.refused]);
+            const bool isRefused = record == run.drawing().find(each.refused);
             return isRefused && action == each.action ? Acad::eWasOpenForNotify : Acad::eOk;
         });
         run.person(typed(each.inputs));
