@@ -10,10 +10,10 @@ struct ChangeCase {
     const char *name, *inputs, *changes;
 };
 
-void expectChanges(const std::vector<ChangeCase>& cases, const std::string& bytes = plan().content.bytes()) {
+void expectChanges(const std::vector<ChangeCase>& cases, const DrawingText& content = plan().content) {
     for (const ChangeCase& each : cases) {
         SCOPED_TRACE(each.name);
-        CommandRun run{bytes};
+        CommandRun run{content};
         EXPECT_TRUE(run.script(each.inputs)) << run.shown;
         EXPECT_EQ(run.changes(), each.changes) << run.shown;
         EXPECT_EQ(run.disorder(), "");
@@ -98,9 +98,9 @@ TEST(Command, WhatCanBeAlignedTo) {
 
 // Picked coordinates are taken as they are, whatever frame they were given in.
 TEST(Command, KnowsNoUserCoordinates) {
-    drawings::DrawingText shifted = plan().content;
+    DrawingText shifted = plan().content;
     shifted.header = "|9 $UCSORG|10 100.0|20 50.0|30 0.0";
-    expectChanges({{"two points", "O W - L {A} - - 7,0 7,9 0,100 <line> -", "A -80,90<0"}}, shifted.bytes());
+    expectChanges({{"two points", "O W - L {A} - - 7,0 7,9 0,100 <line> -", "A -80,90<0"}}, shifted);
 }
 
 TEST(Command, EarlyEndsSayWhyAndMoveNothing) {
@@ -139,7 +139,6 @@ TEST(Command, EarlyEndsSayWhyAndMoveNothing) {
 TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
     CommandRun run;
     EXPECT_TRUE(run.script("G - P {A} - - 7,0 7,9 0,100 {Z@50,-900} 1,1 50,-900 9,9 - "
-                           "KV_ObjectAlign - W 2.5 L - {T@0,0} <base> <line> "
                            "KV_ObjectAlign P 2.5 L {P@400,25} {A@0,0} - <line> - U "
                            "KV_ObjectAlign - - - L {E} - <line> -"));
     EXPECT_EQ(run.changes(), "A -30,-1911.14<0, T -10,-2101.14<300, E 920,20<0");
@@ -162,17 +161,6 @@ TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
 回车结束或[鼠标左键切换方向]:9,9
 回车结束或[鼠标左键切换方向]:
 命令: *取消*
-命令: KV_ObjectAlign
-选择模式 [组(G)/多段线(P)/一般对象(O)] <O>: 
-对齐方式 [单独(S)/整体(W)] <S>: W
-间距 <不调整>: 2.5
-动作 [直线对齐(L)/单点对齐(P)]: L
-选择对象: 
-选择对齐基线（直线、多段线）或回车指定第一个对齐点：(list (handent "102") (list 0 0 0))
-选择对齐基线（直线、多段线）或回车指定第一个对齐点：(list (handent "113") (list 1100 5 0))
-指定旋转基准点：0,100
-指定对齐线:(list (handent "100") (list 50 0 0))
-没有选中任何对象，未进行对齐处理！
 命令: KV_ObjectAlign
 选择模式 [组(G)/多段线(P)/一般对象(O)] <O>: P
 间距 <不调整>: 2.5
@@ -202,9 +190,8 @@ TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
 
 // Construction entities are drawn on the current layer, where the host may refuse to erase them.
 TEST(Command, OnALockedLayerConstructionEntitiesStay) {
-    std::string locked = plan().content.bytes();
-    const std::string current = "$CLAYER\n  8\n";
-    locked.replace(locked.find(current), current.size() + 1, current + "LOCKED");
+    DrawingText locked = plan().content;
+    locked.currentLayer = "LOCKED";
     const struct {
         const char *name, *inputs, *added;
     } cases[] = {

@@ -103,10 +103,10 @@ TEST(Interruptions, AnyRefusalLeavesNothingOpenAndCanBeUndone) {
 }
 
 TEST(Interruptions, WhatIsRefusedHasItsPlace) {
-    constexpr drawings::Handle modelSpace = drawings::DrawingText::modelSpace;
+    constexpr Handle modelSpace = DrawingText::modelSpace;
     const struct {
         const char *name, *inputs;
-        drawings::Handle refused;
+        Handle refused;
         Action action;
         const char* changes;
     } cases[] = {
