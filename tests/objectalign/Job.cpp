@@ -40,14 +40,12 @@ void Job::alignEach(const AcDbObjectIdArray& ids, AcDbObjectId line, const AcDbE
     AcGePoint3d landing;
     if (entry == Entry::toLine)
         status = alignObjectToBaseLine(ids[0], {at.x, at.y}, angle, by, adjusts, *open, landing);
-    if (entry == Entry::atLine)
-        status = alignObjectToGivenLine(ids[0], angle, by, adjusts, at, from, line);
+    if (entry == Entry::atLine) status = alignObjectToGivenLine(ids[0], angle, by, adjusts, at, from, line);
     if (entry == Entry::atCircle)
         status = alignObjectToGivenCircle(ids[0], angle, by, adjusts, at, from, radius);
     if (entry == Entry::segmentToLine)
         status = alignPickedSegmentsToLine(ids, picks, angle, by, adjusts, at, *open, aligned, landings);
-    if (entry == Entry::segmentAtLine)
-        status = alignPickedSegments(ids, picks, angle, by, adjusts, at, line);
+    if (entry == Entry::segmentAtLine) status = alignPickedSegments(ids, picks, angle, by, adjusts, at, line);
     if (entry == Entry::segmentAtCircle)
         status = alignPickedSegmentsToCircle(ids, picks, angle, by, adjusts, at, from, radius);
     if (entry == Entry::toLine && status == 0) landings.append(landing);

@@ -1,6 +1,8 @@
 #include "tests/objectalign/Sheet.h"
 
 #include "dbents.h"
+#include "dbmtext.h"
+#include "kernel/plane.h"
 #include "shape/Sink.h"
 
 #include <cmath>
@@ -87,14 +89,13 @@ public:
     void arc(const shape::EllipticArc& arc) override { note(arc.centre, arc.u); }
     void text(const shape::TextRun& run) override { note(run.origin, run.along); }
 
-    std::vector<AcGePoint3d> begin;
-    AcGeVector3d along;
-
-private:
     void note(const AcGePoint3d& at, const AcGeVector3d& way) {
         if (begin.empty()) begin.push_back(at);
         if (std::hypot(along.x, along.y) == 0) along = way;
     }
+
+    std::vector<AcGePoint3d> begin;
+    AcGeVector3d along;
 };
 } // namespace
 
@@ -144,7 +145,13 @@ std::string pose(const db::Drawing& drawing, Handle handle, int decimals, int of
     db::Record* record = drawing.find(handle);
     if (record->has(db::Record::erased)) return "gone";
     Pose pose;
-    drawing.liveEntity(record)->shape(pose);
+    const AcDbEntity* entity = drawing.liveEntity(record);
+    entity->shape(pose);
+    const auto* text = dynamic_cast<const AcDbText*>(entity);
+    const auto* lines = dynamic_cast<const AcDbMText*>(entity);
+    if (text && pose.begin.empty())
+        pose.note(text->position(), kernel::inSpace(kernel::unitAt(text->rotation())));
+    if (lines && pose.begin.empty()) pose.note(lines->location(), lines->direction());
     if (pose.begin.empty()) return "";
     const AcGePoint3d& p = pose.begin[0];
     const double degrees = std::atan2(pose.along.y, pose.along.x) * 180 / std::numbers::pi;

@@ -75,13 +75,18 @@ TEST(Command, ClicksTurnTheResultOver) {
 }
 
 TEST(Command, WhatCanBeAlignedBy) {
-    expectChanges({
+    // Picked coordinates are taken as they are, whatever frame they were given in.
+    DrawingText shifted = plan().content;
+    shifted.header = "|9 $UCSORG|10 100.0|20 50.0|30 0.0";
+    const std::vector<ChangeCase> cases{
         {"the segment of a polyline", "O W - L {A} - {P@400,25} 0,100 <line> -", "A -80,90<0"},
         {"of equally near ones the first", "O W - L {A} - {P@405,25} 0,100 <line> -", "A -80,90<0"},
         {"two points", "G - L {A} - - 7,0 7,9 0,100 <line> -", "A -80,90<0, T -60,-100<300"},
         {"asked again after others", "O W - L {A} - {T@0,0} {R@600,25} {W@1310,10} {C@0,0} <base> <line> -",
          "A -80,90<0"},
-    });
+    };
+    expectChanges(cases);
+    expectChanges(cases, shifted);
 }
 
 TEST(Command, WhatCanBeAlignedTo) {
@@ -94,13 +99,6 @@ TEST(Command, WhatCanBeAlignedTo) {
         {"asked again until it is near", "O S 5 P {A} - {U@0,0} 709.27,49.27 700,30 707.07,47.07 -",
          "A 714.14,47.07<135"},
     });
-}
-
-// Picked coordinates are taken as they are, whatever frame they were given in.
-TEST(Command, KnowsNoUserCoordinates) {
-    DrawingText shifted = plan().content;
-    shifted.header = "|9 $UCSORG|10 100.0|20 50.0|30 0.0";
-    expectChanges({{"two points", "O W - L {A} - - 7,0 7,9 0,100 <line> -", "A -80,90<0"}}, shifted);
 }
 
 TEST(Command, EarlyEndsSayWhyAndMoveNothing) {
@@ -139,9 +137,8 @@ TEST(Command, EarlyEndsSayWhyAndMoveNothing) {
 TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
     CommandRun run;
     EXPECT_TRUE(run.script("G - P {A} - - 7,0 7,9 0,100 {Z@50,-900} 1,1 50,-900 9,9 - "
-                           "KV_ObjectAlign P 2.5 L {P@400,25} {A@0,0} - <line> - U "
-                           "KV_ObjectAlign - - - L {E} - <line> -"));
-    EXPECT_EQ(run.changes(), "A -30,-1911.14<0, T -10,-2101.14<300, E 920,20<0");
+                           "KV_ObjectAlign P 2.5 L {P@400,25} {A@0,0} - <line> -"));
+    EXPECT_EQ(run.changes(), "A -30,-1911.14<0, T -10,-2101.14<300, P 400,2.5<0");
     EXPECT_EQ(run.drawing().history().stepsDone(), 2u);
     EXPECT_EQ(run.shown, R"(命令: KV_ObjectAlign
 选择模式 [组(G)/多段线(P)/一般对象(O)] <O>: G
@@ -169,19 +166,6 @@ TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
 选择集中对象：1
 请选择多段线：(list (handent "101") (list 0 0 0))
 请选择多段线：
-指定对齐线:(list (handent "100") (list 50 0 0))
-回车结束或[鼠标左键切换方向]:
-命令: *取消*
-命令: U
-已放弃 KV_ObjectAlign
-命令: KV_ObjectAlign
-选择模式 [组(G)/多段线(P)/一般对象(O)] <O>: 
-对齐方式 [单独(S)/整体(W)] <S>: 
-间距 <不调整>: 
-动作 [直线对齐(L)/单点对齐(P)]: L
- 请选择文字、直线、块、多段线和圆弧：(handent "111")
-找到 1 个
- 请选择文字、直线、块、多段线和圆弧：
 指定对齐线:(list (handent "100") (list 50 0 0))
 回车结束或[鼠标左键切换方向]:
 命令: *取消*
