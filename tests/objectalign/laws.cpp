@@ -1,8 +1,8 @@
 // What holds whatever the drawing, tried on random ones with every kind of object: what is aligned moves
 // rigidly, ends parallel and has the point that counts where it belongs. A failure names the seed.
 #include "tests/objectalign/Job.h"
-#include "tests/objectalign/Motion.h"
 
+#include "db/RecordedShape.h"
 #include "dbmtext.h"
 #include "shape/randomShapes.h"
 
@@ -17,6 +17,39 @@ constexpr double tolerance = 2e-4; // what angles that are cut to seven decimals
 AcGeVector3d unit(double angle) { return {std::cos(angle), std::sin(angle), 0}; }
 AcGeVector3d flat(const AcGeVector3d& v) { return {v.x, v.y, 0}; }
 AcGeVector3d leftOf(const AcGeVector3d& v) { return {-v.y, v.x, 0}; }
+
+std::vector<AcGePoint3d> shapeOf(const db::Drawing& drawing, Handle handle) {
+    return RecordedShape{*drawing.liveEntity(drawing.find(handle))}.compared;
+}
+
+/// A turn about the Z axis and a translation in the XY plane.
+class Motion {
+public:
+    /// From points to where they are later. A turn shows only between points that are not all one.
+    Motion(const std::vector<AcGePoint3d>& before, const std::vector<AcGePoint3d>& after) {
+        if (before.empty() || before.size() != after.size()) return;
+        std::size_t far = 0;
+        for (std::size_t i = 0; i < before.size(); ++i)
+            if (flat(before[i] - before[0]).length() > flat(before[far] - before[0]).length()) far = i;
+        from_ = before[0];
+        to_ = after[0];
+        const AcGeVector3d old = flat(before[far] - from_), now = flat(after[far] - to_);
+        if (!old.isZeroLength()) turn = old.angleTo(now, AcGeVector3d::kZAxis);
+        isRigid = true;
+        for (std::size_t i = 0; i < before.size(); ++i)
+            isRigid = isRigid && image(before[i]).distanceTo(after[i]) <= 1e-7; // false for what is no number
+    }
+
+    AcGePoint3d image(const AcGePoint3d& p) const {
+        return to_ + (p - from_).rotateBy(turn, AcGeVector3d::kZAxis);
+    }
+
+    double turn = 0;      ///< radians
+    bool isRigid = false; ///< nothing is bent, and every z has stayed
+
+private:
+    AcGePoint3d from_, to_;
+};
 
 /// An object, and what a reader of its file would say about it.
 struct Specimen {
@@ -204,62 +237,6 @@ TEST(Laws, OfEachAtAPoint) {
             EXPECT_NEAR(trial.beside(now), by ? *by + trial.specimen.toOutline : 0, tolerance);
             trial.expectParallel(true);
         });
-}
-
-/// Where the centre belongs, by what is said of each function rather than by how it gets there.
-AcGePoint3d goalOf(const Job& job, const AcGePoint3d& centre, const AcGePoint3d& onLine,
-                   const AcGeVector3d& way) {
-    const AcGeVector3d left = leftOf(unit(job.angle));
-    if (job.entry == Entry::onto) return job.at + left * job.spacing.value_or((job.at - centre).length());
-    const AcGeVector3d outward = (job.at - job.from).normal();
-    if (job.entry == Entry::away)
-        return job.spacing ? job.at + outward * *job.spacing
-                           : job.from + outward * (centre - job.from).length();
-    if (!job.spacing) return centre;
-    const double distance = way.crossProduct(onLine - centre).z / way.crossProduct(left).z;
-    return centre + left * (distance - std::copysign(*job.spacing, distance * *job.spacing));
-}
-
-TEST(Laws, OfWholeSelections) {
-    for (unsigned seed = 1; seed <= 60; ++seed)
-        for (const Entry entry : {Entry::boundary, Entry::onto, Entry::away}) {
-            SCOPED_TRACE("seed " + std::to_string(seed) + ", entry " +
-                         std::to_string(static_cast<int>(entry)));
-            shapes::Random random{seed};
-            DrawingText content = withBlocks();
-            for (const char* const kind : kinds)
-                if (std::string{kind} != "circle") draw(content, drawn(kind, random).text);
-            Job job{entry, ""};
-            job.angle = random.number(0, 6.28);
-            if (random.oneIn(2)) job.spacing = random.number(-90, 90);
-            const auto place = [&] { return AcGePoint3d{random.number(-99, 99), random.number(-99, 99), 0}; };
-            const AcGePoint3d centre = place(), onLine = place();
-            job.pick = {centre.x, centre.y};
-            job.at = place();
-            job.from = entry == Entry::onto ? job.at - unit(job.angle) : place();
-            // Within a radian of the direction, so that its perpendicular meets it not too far away.
-            const AcGeVector3d way = unit(job.angle + random.number(-1, 1));
-            content.line(onLine, onLine + way * 100);
-
-            Sheet sheet{content};
-            std::vector<Handle> moved = sheet.all();
-            const Handle boundary = moved.back();
-            moved.pop_back();
-            std::vector<std::vector<AcGePoint3d>> before;
-            for (const Handle each : moved) before.push_back(shapeOf(sheet.drawing(), each));
-            const AcGePoint3d goal = goalOf(job, centre, onLine, way);
-            const std::string elsewhere = pose(sheet.drawing(), boundary);
-            sheet.run([&] { job.run(sheet, sheet.ids(moved), idOf(sheet.drawing(), boundary)); });
-            for (std::size_t i = 0; i < moved.size(); ++i) {
-                const Motion motion{before[i], shapeOf(sheet.drawing(), moved[i])};
-                EXPECT_TRUE(motion.isRigid) << kinds[i];
-                EXPECT_NEAR(motion.image(centre).distanceTo(goal), 0, tolerance) << kinds[i];
-            }
-            const auto base = shapeOf(sheet.drawing(), moved[0]);
-            EXPECT_NEAR(unit(job.angle).crossProduct(flat(base[1] - base[0]).normal()).z, 0, 2e-7);
-            EXPECT_EQ(pose(sheet.drawing(), boundary), elsewhere);
-            EXPECT_TRUE(sheet.isUndoneToTheBytes());
-        }
 }
 
 } // namespace
