@@ -49,6 +49,7 @@ TEST(Alignments, OfEachToALine) {
         {"onto the line and beyond it", "line 1,2,5 4,6,7", "by=3", "1,-3,5<0: 1,0,5"},
         {"a negative spacing stops short", "line 1,2,5 4,6,7", "by=-3", "1,3,5<0: 1,0,5"},
         {"on the line: to its left", "line 1,0 5,0", "by=3", "1,3<0: 1,0"},
+        {"far away", "line 800000,600000 800004,600003", "by=0.5", "799999.9839,-0.5<0: 799999.9839,0"},
         {"without length", "line 1,2 1,2", "by=0 to=0.5", "1.6116,0.8804<0: 1.6116,0.8804"},
         {"past a half turn", "angle 3,4 <229.2", "by=1", "3,-1<278.400003: 3,0"},
         {"upside down is just past it", "angle 3,4 <180", "to=0.5", "3,4<208.647893: 3.9934,2.1816"},

@@ -53,61 +53,37 @@ private:
 
 /// An object, and what a reader of its file would say about it.
 struct Specimen {
-    std::string kind, text;
+    const char* text;
     std::vector<AcGePoint3d>
-        points;             ///< ends, vertices or what there is of them; of an arc: centre and middle
-    AcGeVector3d direction; ///< of a block or text, of an arc's chord
+        points;                  ///< ends, vertices or what there is of them; of an arc: centre and middle
+    AcGeVector3d direction = {}; ///< of a block or text, of an arc's chord
     double toOutline = 0, height = 0;
 
-    bool is(const char* name) const { return kind == name; }
+    bool is(const char* kind) const { return std::string_view{text}.starts_with(kind); }
     bool isPolyline() const { return is("lw") || is("2d") || is("3d"); }
 };
 
-const char* const kinds[] = {"line", "angle", "text", "mtext", "lw", "2d", "3d", "arc", "circle", "ELLIPSE"};
+const AcGeVector3d up = unit(std::numbers::pi / 3), back{-up.x, up.y, 0}, down{up.x, -up.y, 0};
+const AcGePoint3d fromAbove{13, 4, 2}, fromBelow{-13, 4, -2};
 
-std::string exact(double value) { return drawings::tag(1, value).substr(3); }
-std::string exact(double x, double y, double z) { return " " + exact(x) + "," + exact(y) + "," + exact(z); }
-
-/// Somewhere within 100 of the origin, often off the plane and often seen from below.
-Specimen drawn(const std::string& kind, shapes::Random& random) {
-    const double side = random.oneIn(3) ? -1 : 1, size = random.number(1, 9), degrees = random.number(0, 360);
-    const double degree = std::numbers::pi / 180, sweep = random.number(10, 350);
-    const double x = random.number(-100, 100), y = random.number(-100, 100),
-                 z = random.number(-9, 9) * random.oneIn(2);
-    const AcGePoint3d place{x * side, y, z * side};
-    const auto towards = [&](double angle) {
-        return AcGeVector3d{std::cos(angle * degree) * side, std::sin(angle * degree), 0};
-    };
-    Specimen it{kind, kind, {place}, towards(degrees)};
-    const bool isFlat = !it.is("line") && !it.is("3d"), isInWorld = it.is("mtext") || it.is("ELLIPSE");
-    if (isFlat && side < 0) it.text += " down";
-    if (!isFlat || it.isPolyline()) {
-        it.points.clear();
-        for (int i = it.isPolyline() ? 5 : 2; i > 0; --i) {
-            const AcGePoint3d p = random.point(100);
-            it.points.push_back({p.x, p.y, isFlat ? z * side : p.z});
-            it.text += isFlat ? exact(p.x * side, p.y, 0) : exact(p.x, p.y, p.z);
-        }
-        it.text += isFlat ? " z" + exact(z) : "";
-        return it;
-    }
-    it.text += isInWorld ? exact(place.x, place.y, place.z) : exact(x, y, z);
-    if (it.is("angle") || it.is("text") || it.is("mtext")) it.text += " <" + exact(degrees);
-    if (it.is("text") || it.is("mtext")) it.text += " h" + exact(it.height = size);
-    if (it.is("circle")) it.text += " r" + exact(it.toOutline = size);
-    if (it.is("arc")) {
-        it.text += " r" + exact(size) + " a" + exact(degrees) + ".." + exact(degrees + sweep);
-        it.points.push_back(place + towards(degrees + sweep / 2) * size);
-        it.direction = towards(degrees) - towards(degrees + sweep);
-    }
-    if (it.is("ELLIPSE")) {
-        it.toOutline = size * 0.4;
-        it.direction = towards(degrees) * size;
-        it.text += exact(it.direction.x, it.direction.y, 0) + " r0.4";
-        it.points = {place + it.direction, place - it.direction};
-    }
-    return it;
-}
+const Specimen specimens[] = {
+    {"line 13,4,5 -39,72,-2", {{13, 4, 5}, {-39, 72, -2}}},
+    {"angle 13,4,2 <60", {fromAbove}, up},
+    {"angle 13,4,2 <60 down", {fromBelow}, back},
+    {"angle 13,4,2 <300", {fromAbove}, down},
+    {"text 13,4,0 <60 h2.5", {{13, 4, 0}}, up, 0, 2.5},
+    {"text 13,4,2 <60 h7 down", {fromBelow}, back, 0, 7},
+    {"mtext 13,4,0 <300 h2.5", {{13, 4, 0}}, down, 0, 2.5},
+    {"lw 13,4 39,32 -70,78 -60,-41 z3", {{13, 4, 3}, {39, 32, 3}, {-70, 78, 3}, {-60, -41, 3}}},
+    {"lw 13,4 39,32 -70,78 z3 down", {{-13, 4, -3}, {-39, 32, -3}, {70, 78, -3}}},
+    {"2d 13,4 39,32 -70,78 down", {{-13, 4, 0}, {-39, 32, 0}, {70, 78, 0}}},
+    {"3d 13,4,1 39,32,-5 -70,78,90", {{13, 4, 1}, {39, 32, -5}, {-70, 78, 90}}},
+    {"arc 13,4,2 r8 a-40..160", {fromAbove, fromAbove + up * 8}, {up.y, -up.x, 0}},
+    {"arc 13,4,2 r8 a-10..130 down", {fromBelow, fromBelow + back * 8}, {up.y, up.x, 0}},
+    {"circle 13,4,2 r8", {fromAbove}, {}, 8},
+    {"circle 13,4,2 r8 down", {fromBelow}, {}, 8},
+    {"ELLIPSE 13,4,2 30,40,0 r0.4", {{43, 44, 2}, {-17, -36, 2}}, {}, 20},
+};
 
 /// The end or vertex that is nearest to the reference, and its nearer neighbour. Random objects have no ties.
 /// Ends count in space, vertices in the plane, where that differs.
@@ -125,8 +101,7 @@ std::pair<AcGePoint3d, AcGePoint3d> edgeOf(const Specimen& it, const AcGePoint3d
 
 /// An object aligned to a line through `at`, or at that point of it, or of a circle to the right of it.
 struct Trial {
-    Trial(Entry entry, const std::string& kind, unsigned seed)
-        : random{seed}, specimen{drawn(kind, random)}, job{entry, ""} {
+    Trial(Entry entry, const Specimen& of, unsigned seed) : random{seed}, specimen{of}, job{entry, ""} {
         job.angle = random.number(0, 6.28);
         if (random.oneIn(2)) job.spacing = random.number(0.1, 30);
         along = unit(job.angle);
@@ -160,7 +135,7 @@ struct Trial {
     }
 
     shapes::Random random;
-    Specimen specimen;
+    const Specimen& specimen;
     Job job;
     AcGeVector3d along;
     std::unique_ptr<Sheet> sheet;
@@ -169,10 +144,10 @@ struct Trial {
 
 void forEachTrial(Entry entry, const std::function<void(const Trial&)>& check) {
     for (unsigned seed = 1; seed <= 60; ++seed)
-        for (const char* const kind : kinds) {
-            SCOPED_TRACE(std::string{kind} + ", seed " + std::to_string(seed) + ", entry " +
+        for (const Specimen& each : specimens) {
+            SCOPED_TRACE(std::string{each.text} + ", seed " + std::to_string(seed) + ", entry " +
                          std::to_string(static_cast<int>(entry)));
-            const Trial trial{entry, kind, seed};
+            const Trial trial{entry, each, seed};
             check(trial);
             EXPECT_TRUE(trial.sheet->isUndoneToTheBytes());
         }
