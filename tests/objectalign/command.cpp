@@ -165,25 +165,5 @@ TEST(Command, RunsShowEveryPromptInTurnAndDoNotKnowOfEachOther) {
 )");
 }
 
-// Construction entities are drawn on the current layer, where the host may refuse to erase them.
-TEST(Command, OnALockedLayerConstructionEntitiesStay) {
-    DrawingText locked = plan().content;
-    locked.currentLayer = "LOCKED";
-    const struct {
-        const char *name, *inputs, *added;
-    } cases[] = {
-        {"a base line by two points is red", "O W - L {A} - - 7,0 7,9 0,100 <line> -", "1"},
-        {"two lines", "O W - L {A} - - 7,0 7,9 0,100 {P@410,30} -", "1 256"},
-        {"circle and tangent", "O S - P {A} - {W@1310,10} 1302.93,12.93 -", "256 256"},
-        {"after an early end", "O W - L {A} - - 7,0 7,9 ^", "1"},
-    };
-    for (const auto& each : cases) {
-        SCOPED_TRACE(each.name);
-        CommandRun run{locked};
-        EXPECT_TRUE(run.script(each.inputs));
-        EXPECT_EQ(run.disorder(each.added), "");
-        EXPECT_TRUE(run.isUndoneToTheBytes());
-    }
-}
 } // namespace
 } // namespace qx::tests

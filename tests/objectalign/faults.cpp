@@ -1,14 +1,9 @@
 // What is refused: what can't be opened at all, and every request of every alignment made to fail once.
 #include "tests/objectalign/Job.h"
 
-#include "objectalign/alignmentLine.h"
-#include "objectalign/curvePicks.h"
-#include "objectalign/tangent.h"
-
 namespace qx::tests {
 using namespace drawings;
 namespace {
-using namespace objectalign;
 
 const char* const objects[] = {
     "line 3,4 9,12",   "angle 3,4 <30",   "text 3,4 h2",       "mtext 3,4 h2",  "lw 3,4 9,12 0,8",
@@ -73,49 +68,5 @@ TEST(Faults, LeaveTheRestOfAWholeSelectionInPlaceOrAligned) {
     }
 }
 
-// Of what can't be opened nothing is found, nothing is drawn and nothing is said.
-TEST(Faults, InFindingCurves) {
-    using Find = bool (*)(AcDbObjectId, ConstructionEntities&);
-    const Find isLine = [](AcDbObjectId id, ConstructionEntities& construction) {
-        return analyseAlignmentLine(id, {5, 0}, construction).has_value();
-    };
-    const struct {
-        const char* curve;
-        Find find;
-        bool isFoundUndrawn = false;
-    } cases[] = {
-        {"line 0,0,9 10,10,9", isLine},
-        {"lw 0,0 10,0", isLine},
-        {"2d 0,0 10,0", isLine},
-        {"lw 0,0 10,0",
-         [](auto id, auto&) {
-             return !polylineSegmentAt(id, {5, 0}).id.isNull();
-         }},
-        {"2d 0,0 10,0",
-         [](auto id, auto&) {
-             return !polyline2dSegmentAt(id, {5, 0}).id.isNull();
-         }},
-        {"circle 0,0 r10",
-         [](auto id, auto&) {
-             return !tangentAt(id, {5, 0}).curve.isNull();
-         },
-         true},
-    };
-    for (const auto& each : cases)
-        for (int k = 0, isRefused = true; isRefused; ++k) {
-            SCOPED_TRACE(each.curve + (", request " + std::to_string(k)));
-            Sheet sheet({each.curve});
-            const std::string said = sheet.run([&] {
-                ConstructionEntities construction;
-                sheet.refuse(k);
-                const bool isFound = each.find(sheet.id(0), construction);
-                sheet.drawing().setFault(nullptr);
-                EXPECT_TRUE(isFound == !sheet.refused() || (each.isFoundUndrawn && k > 0));
-            });
-            EXPECT_EQ(said, "");
-            isRefused = sheet.refused() != nullptr;
-            EXPECT_TRUE(!isRefused || sheet.hasTheFilesBytes());
-        }
-}
 } // namespace
 } // namespace qx::tests

@@ -114,30 +114,5 @@ TEST(Alignment, AMemberOfTwoGroupsMovesWithEach) {
     EXPECT_EQ(before.shiftsAlong(Axis::x), "-10 -30 -20");
 }
 
-TEST(Alignment, EndsAtTheFirstObjectThatCannotBeOpened) {
-    const struct {
-        const char* name;
-        Action action;
-        const char* shifts;
-    } cases[] = {
-        {"left", Action::left, "-10 -30 0 0 0"},
-        {"a distribution does not even begin", Action::horizontalDistribution, "0 0 0 0 0"},
-    };
-    for (const auto& each : cases) {
-        DrawingText content;
-        const std::vector<Item> items = drawRow(content, "10..20 30..40 50..60 70..75 190..200", Axis::x);
-        const OpenedDrawing drawing{content};
-        const Positions before{*drawing, items};
-        const db::Record* third = drawing->find(items[2][0]);
-        drawing->setFault([&](db::Drawing::Action, const db::Record* record) {
-            return record == third ? Acad::eWasOpenForWrite : Acad::eOk;
-        });
-        AcDbObjectIdArray ids;
-        for (const Item& item : items) ids.append(drawing.id(item[0]));
-        applyAction({each.action, true, 0, SelectionMode::objects}, ids, {0, 0, 0});
-        EXPECT_EQ(before.shiftsAlong(Axis::x), each.shifts) << each.name;
-    }
-}
-
 } // namespace
 } // namespace qx::tests

@@ -87,15 +87,5 @@ TEST(Distribution, AMemberOfTwoGroupsIsMeasuredWhereItIsByThen) {
     EXPECT_EQ(before.shiftsAlong(Axis::x), "0 28 24 -4");
 }
 
-TEST(Distribution, ObjectsOutsideEveryGroupStay) {
-    DrawingText content;
-    const std::vector<Item> items = drawRow(content, "0..10 15..35 90..100 40..41", Axis::x);
-    for (std::size_t i = 0; i < 3; ++i) content.group("G" + std::to_string(i), items[i]);
-    content.group("UNTOUCHED", {content.line({0, 0, 0}, {500, 0, 0})});
-    const OpenedDrawing drawing{content};
-    const Positions before{*drawing, items};
-    distributeGroups(drawing.ids({items[0][0], items[1][0], items[2][0], items[3][0]}), Axis::x);
-    EXPECT_EQ(before.shiftsAlong(Axis::x), "0 25 0 0");
-}
 } // namespace
 } // namespace qx::tests
