@@ -1,6 +1,5 @@
 // What holds whatever the drawing: tried on random ones. A failure names the seed.
 #include "positionalign/actions.h"
-#include "positionalign/alignment.h"
 #include "tests/positionalign/Boxes.h"
 
 #include <gtest/gtest.h>
@@ -76,21 +75,6 @@ void forEachAction(const std::function<void(Action, SelectionMode)>& visit) {
 std::string named(unsigned seed, Action action, SelectionMode mode) {
     return "seed " + std::to_string(seed) + ", action " + std::to_string(static_cast<int>(action)) +
            (mode == SelectionMode::objects ? ", objects" : ", groups");
-}
-
-TEST(Laws, AlignedTwiceIsAlignedOnceWhereTheBasePointLiesOnTheGround) {
-    for (unsigned seed = 1; seed <= seeds; ++seed)
-        forEachAction([&](Action action, SelectionMode mode) {
-            if (movesOf(action).empty()) return;
-            RandomDrawing random{seed};
-            const AcGePoint3d base{random.real(), random.real(), 0};
-            const PositionAlignSettings settings{action, true, random.real(), mode};
-            applyAction(settings, random.ids(), base);
-            const auto once = random.boxes();
-            applyAction(settings, random.ids(), base);
-            for (const auto& [handle, box] : random.boxes())
-                EXPECT_LE(difference(box, once.at(handle)), tolerance) << named(seed, action, mode);
-        });
 }
 
 TEST(Laws, ThingsMoveWithoutChangingSizeAndGroupsWithoutChangingTheirLayout) {
