@@ -23,7 +23,6 @@ AcGePoint3d footPoint(const AcGePoint2d& point, const AcGeVector2d& along, const
 
 std::optional<AcGePoint2d> footOnCarrier(const AcGePoint2d& start, const AcGePoint2d& end,
                                          const AcGePoint2d& point) {
-    if (start.isEqualTo(end)) return std::nullopt;
     const AcGeLine2d carrier{start, end};
     AcGeLine2d perpendicular;
     carrier.getPerpLine(point, perpendicular);

@@ -153,5 +153,14 @@ TEST(Tangents, AreDrawnFromThePointOnTheCurve) {
     }
 }
 
+TEST(Tangents, NothingIsSaidOfACurveThatIsGone) {
+    Sheet sheet({"circle 0,0 r10"});
+    EXPECT_EQ(sheet.run([&] {
+        erase(sheet.drawing(), sheet.at(0));
+        EXPECT_TRUE(tangentAt(sheet.id(0), {5, 0}).curve.isNull());
+    }),
+              "");
+}
+
 } // namespace
 } // namespace qx::tests

@@ -51,9 +51,11 @@ TEST(Faults, StopTheStepAndAreAnswered) {
 
 // What is refused is left out, or nothing moves at all.
 TEST(Faults, LeaveTheRestOfAWholeSelectionInPlaceOrAligned) {
-    const std::vector<std::string> all{"line 0,0 10,0", "line 1,2,3 4,5,6", "circle 1,1 r5", line};
+    const std::vector<std::string> all{"line 0,0 6,8", "line 1,2,3 4,5,6", "circle 1,1 r5", line};
     for (const Entry entry : {Entry::boundary, Entry::onto, Entry::away}) {
-        const auto done = Attempt{entry, all, -1}.poses, untouched = Attempt{entry, all, 0}.poses;
+        const Attempt first{entry, all, 0};
+        EXPECT_EQ(first.job.status, Acad::eWasOpenForWrite);
+        const auto done = Attempt{entry, all, -1}.poses, untouched = first.poses;
         for (int k = 0, isRefused = true; isRefused; ++k) {
             SCOPED_TRACE(named(entry, "", k));
             Attempt attempt{entry, all, k};

@@ -113,6 +113,8 @@ TEST(Interruptions, WhatIsRefusedHasItsPlace) {
          Action::openForRead, "P 400,20<0"},
         {"a base line that can't be drawn: the end of it", "O W - L {A} - {P@400,25} {K@0,0} 0,100 <line> -",
          modelSpace, Action::openForWrite, ""},
+        {"nor an alignment line: no click turns anything", "O W - L {A} - {K@0,0} 0,100 {P@400,25} 9,9 -",
+         modelSpace, Action::openForWrite, ""},
         {"a base line is asked for again", "O W - L {A} - {K@0,0} {P@400,25} 0,100 <line> -", plan()['K'],
          Action::openForRead, "A -80,90<0"},
     };
