@@ -28,19 +28,11 @@ double distance(const EdgeRequest& request, const AcGePoint3d& point) {
 
 double angleFromTo(const AcGePoint3d& from, const AcGePoint3d& to) { return inPlane(to - from).angle(); }
 
-/// Of two ends the nearer one is the base point, of equally near ones the second.
-AlignmentEdge edgeBetween(const AcGePoint3d& start, const AcGePoint3d& end, const EdgeRequest& request) {
-    const bool startIsNearer = distance(request, end) > distance(request, start);
-    return {startIsNearer ? start : end, startIsNearer ? end : start};
-}
-
 /// Upright text near the end of a turn is turned on rather than stood on its head.
 bool mayFlipText(const EdgeRequest& request) { return request.targetAngle <= THREE_HALF_PI; }
 
 AlignmentEdge edgeOf(const AcDbLine& line, const EdgeRequest& request) {
-    AlignmentEdge edge = edgeBetween(line.startPoint(), line.endPoint(), request);
-    edge.edgeAngle = angleFromTo(edge.basePoint, edge.secondPoint);
-    return edge;
+    return edgeBetween(line.startPoint(), line.endPoint(), request);
 }
 
 /// A rotation as it is seen in the XY plane: what looks at its drawing from behind, as mirrored things do,
@@ -193,6 +185,13 @@ std::optional<AlignmentEdge> edgeOf(AcDbEntity& entity, const EdgeRequest& reque
 double AlignmentEdge::turnTo(double targetAngle) const {
     const double turnAngle = targetAngle - edgeAngle;
     return flipAllowed ? turnedTheShortWay(turnAngle) : turnAngle;
+}
+
+AlignmentEdge edgeBetween(const AcGePoint3d& start, const AcGePoint3d& end, const EdgeRequest& request) {
+    const bool startIsNearer = distance(request, end) > distance(request, start);
+    AlignmentEdge edge{startIsNearer ? start : end, startIsNearer ? end : start};
+    edge.edgeAngle = angleFromTo(edge.basePoint, edge.secondPoint);
+    return edge;
 }
 
 int readAlignmentEdge(AcDbObjectId id, const EdgeRequest& request, AlignmentEdge& edge) {

@@ -39,6 +39,9 @@ struct EdgeRequest {
 /// What an alignment answers for a kind of object that it does not handle: the object was skipped.
 inline constexpr int notHandled = 364;
 
+/// The edge between two ends, at its full angle; of equally near ones the second is the base point.
+AlignmentEdge edgeBetween(const AcGePoint3d& start, const AcGePoint3d& end, const EdgeRequest& request);
+
 /// Opens the object and finds its edge. notHandled for a kind that is not aligned, and for a polyline whose
 /// vertices are all one point; the status of the object or of a vertex that can't be opened; eOk.
 int readAlignmentEdge(AcDbObjectId id, const EdgeRequest& request, AlignmentEdge& edge);

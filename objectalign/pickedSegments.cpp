@@ -48,15 +48,6 @@ std::vector<AcGeLineSeg3d> segmentsBetween(const AcGePoint3dArray& vertices) {
     return segments;
 }
 
-/// Its base point is the end nearer to the reference; when both are equally near, the second one.
-AlignmentEdge edgeOf(const AcGeLineSeg3d& segment, const AcGePoint2d& reference) {
-    const AcGePoint3d start = segment.startPoint(), end = segment.endPoint();
-    const bool isInOrder = inPlane(start).distanceTo(reference) < inPlane(end).distanceTo(reference);
-    AlignmentEdge edge{isInOrder ? start : end, isInOrder ? end : start};
-    edge.edgeAngle = foldedEdgeAngle(inPlane(edge.secondPoint - edge.basePoint).angle());
-    return edge;
-}
-
 // ---- one polyline
 
 /// Without a middle when there is no segment to align.
@@ -68,7 +59,10 @@ Turned turnSegment(AcDbObjectId id, const AcGePoint2d& pick, const Base& base) {
     polyline.close();
     const auto picked = nearestByCarrier(segmentsBetween(vertices), pick);
     if (status != Acad::eOk || !picked) return {status};
-    return turnByEdge(id, edgeOf(*picked, base.point), base.angle);
+    AlignmentEdge edge = edgeBetween(picked->startPoint(), picked->endPoint(),
+                                     {EdgeRequest::Purpose::line, inSpace(base.point), base.angle});
+    edge.edgeAngle = foldedEdgeAngle(edge.edgeAngle);
+    return turnByEdge(id, edge, base.angle);
 }
 
 int alignAtPoint(AcDbObjectId id, const AcGePoint2d& pick, const Base& base, const FindAcross& findAcross) {
