@@ -14,6 +14,14 @@ void transformEntities(std::span<const AcDbObjectId> ids, const AcGeMatrix3d& ma
     for (const AcDbObjectId id : ids) transformEntity(id, matrix);
 }
 
+Acad::ErrorStatus moveEntity(AcDbObjectId id, const AcGeVector3d& by) {
+    return transformEntity(id, AcGeMatrix3d::translation(by));
+}
+
+void moveEntities(std::span<const AcDbObjectId> ids, const AcGeVector3d& by) {
+    transformEntities(ids, AcGeMatrix3d::translation(by));
+}
+
 Acad::ErrorStatus readExtents(AcDbObjectId id, AcDbExtents& extents) {
     const AcDbObjectPointer<AcDbEntity> entity{id, AcDb::kForRead};
     if (entity.openStatus() == Acad::eOk) entity->getGeomExtents(extents);

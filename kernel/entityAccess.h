@@ -22,6 +22,10 @@ Acad::ErrorStatus transformEntity(AcDbObjectId id, const AcGeMatrix3d& matrix);
 /// Applies the matrix to every entity in list order; one that refuses does not keep the others from moving.
 void transformEntities(std::span<const AcDbObjectId> ids, const AcGeMatrix3d& matrix);
 
+/// Moves the entity, or every entity in list order, likewise.
+Acad::ErrorStatus moveEntity(AcDbObjectId id, const AcGeVector3d& by);
+void moveEntities(std::span<const AcDbObjectId> ids, const AcGeVector3d& by);
+
 /// Opens the entity for reading and reads its box in world coordinates. An entity that draws nothing leaves
 /// `extents` as it was. The status is that of the opening alone: a caller goes on with a box that holds
 /// nothing.

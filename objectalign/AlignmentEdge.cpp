@@ -1,15 +1,17 @@
 #include "objectalign/AlignmentEdge.h"
 
+#include "dbobjptr.h"
 #include "gept3dar.h"
 #include "kernel/classTests.h"
+#include "kernel/midpoint.h"
 #include "kernel/plane.h"
 #include "kernel/polylineVertices.h"
+#include "kernel/rotations.h"
 #include "objectalign/angles.h"
 
 #include <algorithm>
 #include <memory>
 #include <numbers>
-#include <optional>
 #include <vector>
 
 namespace qx::objectalign {
@@ -26,19 +28,11 @@ double distance(const EdgeRequest& request, const AcGePoint3d& point) {
 
 double angleFromTo(const AcGePoint3d& from, const AcGePoint3d& to) { return inPlane(to - from).angle(); }
 
-/// Of two ends the nearer one is the base point, of equally near ones the second.
-AlignmentEdge edgeBetween(const AcGePoint3d& start, const AcGePoint3d& end, const EdgeRequest& request) {
-    const bool startIsNearer = distance(request, end) > distance(request, start);
-    return {startIsNearer ? start : end, startIsNearer ? end : start};
-}
-
 /// Upright text near the end of a turn is turned on rather than stood on its head.
 bool mayFlipText(const EdgeRequest& request) { return request.targetAngle <= THREE_HALF_PI; }
 
 AlignmentEdge edgeOf(const AcDbLine& line, const EdgeRequest& request) {
-    AlignmentEdge edge = edgeBetween(line.startPoint(), line.endPoint(), request);
-    edge.edgeAngle = angleFromTo(edge.basePoint, edge.secondPoint);
-    return edge;
+    return edgeBetween(line.startPoint(), line.endPoint(), request);
 }
 
 /// A rotation as it is seen in the XY plane: what looks at its drawing from behind, as mirrored things do,
@@ -180,6 +174,7 @@ std::optional<AlignmentEdge> edgeOf(AcDbEntity& entity, const EdgeRequest& reque
     if (const auto* block = kernel::asBlockReference(&entity)) return edgeOf(*block, request);
     if (const auto* text = kernel::asText(&entity)) return edgeOf(*text, request);
     if (const auto* text = kernel::asMText(&entity)) return edgeOf(*text, request);
+    if (kernel::asArc(&entity)) return AlignmentEdge{.isArc = true};
     if (const auto* circle = kernel::asCircle(&entity)) return edgeOf(*circle, request);
     if (const auto* ellipse = kernel::asEllipse(&entity)) return edgeOf(*ellipse, request);
     return std::nullopt;
@@ -192,12 +187,27 @@ double AlignmentEdge::turnTo(double targetAngle) const {
     return flipAllowed ? turnedTheShortWay(turnAngle) : turnAngle;
 }
 
-int findAlignmentEdge(AcDbEntity& entity, const EdgeRequest& request, AlignmentEdge& edge) {
-    if (kernel::isPolyline(entity)) return findEdgeOfPolyline(entity, request, edge);
-    const auto found = edgeOf(entity, request);
-    if (!found) return notHandled;
-    edge = *found;
-    return Acad::eOk;
+AlignmentEdge edgeBetween(const AcGePoint3d& start, const AcGePoint3d& end, const EdgeRequest& request) {
+    const bool startIsNearer = distance(request, end) > distance(request, start);
+    AlignmentEdge edge{startIsNearer ? start : end, startIsNearer ? end : start};
+    edge.edgeAngle = angleFromTo(edge.basePoint, edge.secondPoint);
+    return edge;
+}
+
+int readAlignmentEdge(AcDbObjectId id, const EdgeRequest& request, AlignmentEdge& edge) {
+    const AcDbObjectPointer<AcDbEntity> entity{id};
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+    if (kernel::isPolyline(*entity.object())) return findEdgeOfPolyline(*entity.object(), request, edge);
+    const auto found = edgeOf(*entity.object(), request);
+    if (found) edge = *found;
+    return found ? Acad::eOk : notHandled;
+}
+
+Turned turnByEdge(AcDbObjectId id, const AlignmentEdge& edge, double targetAngle) {
+    const double turnAngle = edge.turnTo(targetAngle);
+    AcGePoint2d middle = inPlane(kernel::midpointXY(edge.basePoint, edge.secondPoint));
+    middle.rotateBy(turnAngle, inPlane(edge.basePoint));
+    return {kernel::rotateEntity(id, edge.basePoint, turnAngle), middle, edge.extraSpacing};
 }
 
 } // namespace qx::objectalign

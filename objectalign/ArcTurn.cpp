@@ -1,10 +1,8 @@
 #include "objectalign/ArcTurn.h"
 
-#include "gept3dar.h"
 #include "kernel/plane.h"
 #include "objectalign/angles.h"
-
-#include <optional>
+#include "objectalign/intersections.h"
 
 namespace qx::objectalign {
 namespace {
@@ -27,13 +25,6 @@ Acad::ErrorStatus turn(AcDbArc& arc, double angle) {
 AcDbLine axisOf(const AcDbArc& arc, double z) {
     const AcGePoint3d centre{arc.center().x, arc.center().y, z};
     return AcDbLine{centre, centre + inSpace(chord(arc).perpVector().normal() * arc.radius())};
-}
-
-std::optional<AcGePoint3d> firstIntersection(const AcDbLine& line, const AcDbEntity& with,
-                                             AcDb::Intersect extension) {
-    AcGePoint3dArray points;
-    line.intersectWith(&with, extension, points);
-    return points.isEmpty() ? std::nullopt : std::optional{points.first()};
 }
 
 double distanceInPlane(const AcGePoint3d& a, const AcGePoint3d& b) {

@@ -1,7 +1,6 @@
 #include "objectalign/alignToLine.h"
 
 #include "dbobjptr.h"
-#include "gept3dar.h"
 #include "kernel/classTests.h"
 #include "kernel/entityAccess.h"
 #include "kernel/plane.h"
@@ -9,9 +8,7 @@
 #include "objectalign/AlignmentEdge.h"
 #include "objectalign/ArcTurn.h"
 #include "objectalign/angles.h"
-#include "objectalign/footPoint.h"
-
-#include <optional>
+#include "objectalign/intersections.h"
 
 namespace qx::objectalign {
 namespace {
@@ -25,8 +22,6 @@ struct Target {
     double angle;
     bool adjustSpacing;
 };
-
-AcGeMatrix3d translation(const AcGeVector2d& by) { return AcGeMatrix3d{}.setToTranslation(inSpace(by)); }
 
 // ---- arcs
 
@@ -42,16 +37,10 @@ Acad::ErrorStatus alignArc(AcDbObjectId id, const Target& target, double spacing
     // The hollow side is turned away from the line, and that is where the arc stands.
     const AcGeVector2d inward = inPlane(arc->center() - turned.apex).normal();
     const AcGePoint2d goal = inPlane(turned.foot) + inward * spacing;
-    return arc->transformBy(translation(goal - inPlane(turned.apex)));
+    return arc->transformBy(AcGeMatrix3d::translation(inSpace(goal - inPlane(turned.apex))));
 }
 
 // ---- all others
-
-bool touches(const AcDbEntity& entity, const AcDbEntity& baseLine) {
-    AcGePoint3dArray points;
-    entity.intersectWith(&baseLine, AcDb::kExtendBoth, points);
-    return !points.isEmpty();
-}
 
 /// Height of the letters; nothing for what is no text.
 std::optional<double> textHeight(AcDbEntity& entity) {
@@ -60,12 +49,14 @@ std::optional<double> textHeight(AcDbEntity& entity) {
     return std::nullopt;
 }
 
-/// How far text has to go on so that the line does not run through it; 0 for anything else.
-double clearance(AcDbObjectId id, const AcDbEntity& baseLine) {
+/// How far text has to go on so that the line does not run through it; 0 for anything else. The status of the
+/// opening; `further` stays when it failed.
+Acad::ErrorStatus findClearance(AcDbObjectId id, const AcDbEntity& baseLine, double& further) {
     const AcDbObjectPointer<AcDbEntity> entity{id};
-    if (entity.openStatus() != Acad::eOk) return 0;
+    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
     const auto height = textHeight(*entity.object());
-    return height && touches(*entity.object(), baseLine) ? *height : 0;
+    if (height && firstIntersection(*entity.object(), baseLine, AcDb::kExtendBoth)) further = *height;
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, const AcGePoint3d& foot,
@@ -74,16 +65,17 @@ Acad::ErrorStatus moveBeyond(AcDbObjectId id, const AcGePoint3d& basePoint, cons
     const AcGeVector2d across = inPlane(foot).isEqualTo(inPlane(basePoint))
                                     ? unitAt(target.angle).rotateBy(HALF_PI)
                                     : toFoot.normal();
-    const auto status = kernel::transformEntity(id, translation(toFoot + across * spacing));
+    auto status = kernel::moveEntity(id, inSpace(toFoot + across * spacing));
     if (status != Acad::eOk || spacing == 0.0) return status;
-    const double further = clearance(id, target.baseLine);
-    return further != 0 ? kernel::transformEntity(id, translation(across * further)) : status;
+    double further = 0;
+    status = findClearance(id, target.baseLine, further);
+    return further != 0 ? kernel::moveEntity(id, inSpace(across * further)) : status;
 }
 
 Acad::ErrorStatus alignEdge(AcDbObjectId id, const AlignmentEdge& edge, double spacing, const Target& target,
                             AcGePoint3d& landing) {
     const AcGePoint3d& base = edge.basePoint;
-    const AcGePoint3d foot = footPoint(inPlane(base), target.angle, target.baseLine);
+    const AcGePoint3d foot = footPoint(inPlane(base), unitAt(target.angle), target.baseLine);
     landing = edge.isRound ? foot : AcGePoint3d{foot.x, foot.y, base.z};
     const auto status = kernel::rotateEntity(id, base, edge.turnTo(target.angle));
     if (status != Acad::eOk || !target.adjustSpacing) return status;
@@ -96,15 +88,12 @@ int alignObjectToBaseLine(AcDbObjectId objectId, const AcGePoint2d& referencePoi
                           double spacing, bool adjustSpacing, const AcDbEntity& baseLine,
                           AcGePoint3d& landingPoint) {
     const Target target{baseLine, targetAngle, adjustSpacing};
-    AcDbObjectPointer<AcDbEntity> entity{objectId};
-    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
-    const bool isArc = kernel::asArc(entity) != nullptr;
     AlignmentEdge edge;
-    const int found = findAlignmentEdge(
-        *entity.object(), {EdgeRequest::Purpose::line, inSpace(referencePoint), targetAngle}, edge);
-    entity.close();
-    if (isArc) return alignArc(objectId, target, spacing, landingPoint);
-    return found == Acad::eOk ? alignEdge(objectId, edge, spacing, target, landingPoint) : found;
+    const int found =
+        readAlignmentEdge(objectId, {EdgeRequest::Purpose::line, inSpace(referencePoint), targetAngle}, edge);
+    if (found != Acad::eOk) return found;
+    return edge.isArc ? alignArc(objectId, target, spacing, landingPoint)
+                      : alignEdge(objectId, edge, spacing, target, landingPoint);
 }
 
 } // namespace qx::objectalign

@@ -12,7 +12,7 @@
 namespace qx::objectalign {
 namespace {
 using kernel::inPlane;
-using kernel::inSpace;
+using kernel::onGround;
 
 struct Found {
     AcGePoint3d start, end;
@@ -22,9 +22,8 @@ struct Found {
 std::optional<Found> lineIn(AcDbEntity& entity, const AcGePoint2d& pick) {
     if (const auto* line = kernel::asLine(&entity)) return Found{line->startPoint(), line->endPoint(), true};
     const auto nearest = nearestSegment(straightSegments(entity), [&](const AcGeLineSeg3d& segment) {
-        const AcGeLineSeg3d flat{inSpace(inPlane(segment.startPoint())),
-                                 inSpace(inPlane(segment.endPoint()))};
-        return flat.distanceTo(inSpace(pick));
+        return AcGeLineSeg3d{onGround(segment.startPoint()), onGround(segment.endPoint())}.distanceTo(
+            kernel::inSpace(pick));
     });
     if (!nearest) return std::nullopt;
     return Found{nearest->startPoint(), nearest->endPoint(), false};
@@ -52,7 +51,7 @@ std::optional<AlignmentLine> analyseAlignmentLine(AcDbObjectId picked, const AcG
     const double angle = upwardAngle(inPlane(found->end - found->start));
     if (found->isLine && found->start.z == 0 && found->end.z == 0) return AlignmentLine{picked, angle, pick};
     const AcDbObjectId standIn =
-        construction.add(kernel::makeLine(inSpace(inPlane(found->start)), inSpace(inPlane(found->end)), 0));
+        construction.add(kernel::makeLine(onGround(found->start), onGround(found->end), 0));
     if (standIn.isNull()) return std::nullopt;
     return AlignmentLine{standIn, angle, pick};
 }

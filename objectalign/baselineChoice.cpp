@@ -3,23 +3,14 @@
 #include "adslib.h"
 #include "dbobjptr.h"
 #include "geassign.h"
-#include "geline2d.h"
 #include "kernel/classTests.h"
 #include "kernel/construction.h"
-#include "kernel/plane.h"
 #include "objectalign/EntityPick.h"
 #include "objectalign/straightSegments.h"
 
 namespace qx::objectalign {
 namespace {
-using kernel::inPlane;
-
 constexpr Adesk::UInt16 red = 1;
-
-double distanceToCarrier(const AcGeLineSeg3d& segment, const AcGePoint2d& pick) {
-    const AcGeLine2d carrier{inPlane(segment.startPoint()), inPlane(segment.endPoint())};
-    return carrier.distanceTo(pick);
-}
 
 AcDbObjectId baselineBetweenPoints(ConstructionEntities& construction) {
     ads_point first{}, second{};
@@ -28,16 +19,15 @@ AcDbObjectId baselineBetweenPoints(ConstructionEntities& construction) {
     return construction.add(kernel::makeLine(asPnt3d(first), asPnt3d(second), red));
 }
 
-/// Null when the object has no line to offer.
-AcDbObjectId baselineOf(AcDbObjectId picked, const AcGePoint2d& pick, ConstructionEntities& construction) {
+/// Nothing when the object has no line to offer; null when a line can't be drawn in its place.
+std::optional<AcDbObjectId> baselineOf(AcDbObjectId picked, const AcGePoint2d& pick,
+                                       ConstructionEntities& construction) {
     AcDbObjectPointer<AcDbEntity> entity{picked};
-    if (entity.openStatus() != Acad::eOk) return AcDbObjectId::kNull;
+    if (entity.openStatus() != Acad::eOk) return std::nullopt;
     if (kernel::asLine(entity)) return picked;
-    const auto nearest = nearestSegment(straightSegments(*entity.object()), [&](const AcGeLineSeg3d& each) {
-        return distanceToCarrier(each, pick);
-    });
+    const auto nearest = nearestByCarrier(straightSegments(*entity.object()), pick);
     entity.close();
-    if (!nearest) return AcDbObjectId::kNull;
+    if (!nearest) return std::nullopt;
     return construction.add(kernel::makeLine(nearest->startPoint(), nearest->endPoint(), 0));
 }
 } // namespace
@@ -48,8 +38,7 @@ AcDbObjectId chooseBaseline(ConstructionEntities& construction) {
         if (pick.result == RTCAN) return AcDbObjectId::kNull;
         if (pick.result == RTERROR) return baselineBetweenPoints(construction);
         if (pick.result != RTNORM) continue;
-        const AcDbObjectId baseline = baselineOf(pick.id, pick.point, construction);
-        if (!baseline.isNull()) return baseline;
+        if (const auto baseline = baselineOf(pick.id, pick.point, construction)) return *baseline;
     }
 }
 

@@ -3,7 +3,11 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "gept3dar.h"
+#include "kernel/entityAccess.h"
 #include "kernel/plane.h"
+#include "kernel/rotations.h"
+#include "objectalign/angles.h"
+#include "objectalign/intersections.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,11 +15,10 @@
 namespace qx::objectalign {
 namespace {
 using kernel::inPlane;
+using kernel::inSpace;
 
 bool meets(const AcDbEntity& entity, const AcDbEntity& other) {
-    AcGePoint3dArray points;
-    entity.intersectWith(&other, AcDb::kOnBothOperands, points);
-    return !points.isEmpty();
+    return firstIntersection(entity, other, AcDb::kOnBothOperands).has_value();
 }
 
 /// A circle inside which things certainly lie inside the other one: what meets a curve to within the
@@ -50,19 +53,31 @@ bool reachesInside(const AcDbEntity& entity, const AcGePoint2d& centre, double r
 }
 } // namespace
 
-Acad::ErrorStatus findMeeting(AcDbObjectId id, AcDbObjectId curveId, bool& isAcross) {
-    const AcDbObjectPointer<AcDbEntity> entity{id}, curve{curveId};
-    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
-    if (curve.openStatus() == Acad::eOk) isAcross = meets(*entity.object(), *curve.object());
-    return curve.openStatus();
+FindAcross meeting(AcDbObjectId curveId) {
+    return [curveId](AcDbObjectId id, bool& isAcross) {
+        const AcDbObjectPointer<AcDbEntity> entity{id}, curve{curveId};
+        if (entity.openStatus() != Acad::eOk) return entity.openStatus();
+        if (curve.openStatus() == Acad::eOk) isAcross = meets(*entity.object(), *curve.object());
+        return curve.openStatus();
+    };
 }
 
-Acad::ErrorStatus findInside(AcDbObjectId id, const AcGePoint3d& centre, double radius, bool& isAcross) {
-    const AcDbObjectPointer<AcDbEntity> entity{id};
-    if (entity.openStatus() != Acad::eOk) return entity.openStatus();
-    const AcGePoint2d flat = inPlane(centre);
-    isAcross = reachesInside(*entity.object(), flat, innerRadius(flat, radius));
-    return Acad::eOk;
+FindAcross reachingInside(const AcGePoint3d& centre, double radius) {
+    return [flat = inPlane(centre), radius](AcDbObjectId id, bool& isAcross) {
+        const AcDbObjectPointer<AcDbEntity> entity{id};
+        if (entity.openStatus() == Acad::eOk)
+            isAcross = reachesInside(*entity.object(), flat, innerRadius(flat, radius));
+        return entity.openStatus();
+    };
+}
+
+Acad::ErrorStatus moveClearOf(const FindAcross& findAcross, AcDbObjectId id, const AcGePoint2d& from,
+                              const AcGePoint2d& to) {
+    auto status = kernel::moveEntity(id, inSpace(to - from));
+    bool isAcross = false;
+    if (status == Acad::eOk && findAcross) status = findAcross(id, isAcross);
+    if (status != Acad::eOk || !isAcross) return status;
+    return kernel::rotateEntity(id, inSpace(to), PI);
 }
 
 } // namespace qx::objectalign

@@ -3,13 +3,13 @@
 #include "acutads.h"
 #include "dbobjptr.h"
 #include "gearc3d.h"
-#include "geline2d.h"
 #include "gelnsg3d.h"
 #include "gept3dar.h"
 #include "kernel/classTests.h"
 #include "kernel/construction.h"
 #include "kernel/lightCopy.h"
 #include "kernel/plane.h"
+#include "objectalign/intersections.h"
 
 #include <algorithm>
 #include <optional>
@@ -19,6 +19,7 @@ namespace qx::objectalign {
 namespace {
 using kernel::inPlane;
 using kernel::inSpace;
+using kernel::onGround;
 
 AcGeTol pickTolerance() {
     AcGeTol tolerance = AcGeContext::gTol;
@@ -26,38 +27,27 @@ AcGeTol pickTolerance() {
     return tolerance;
 }
 
-AcGePoint3d onGround(const AcGePoint3d& p) { return {p.x, p.y, 0}; }
-
-bool isOnSegment(const AcGePoint3d& start, const AcGePoint3d& end, const AcGePoint2d& point) {
-    return AcGeLineSeg3d{onGround(start), onGround(end)}.isOn(inSpace(point), pickTolerance());
+AcGeLineSeg3d flatSegment(const AcGePoint3d& start, const AcGePoint3d& end) {
+    return {onGround(start), onGround(end)};
 }
 
 // ---- segments of polylines
 
-struct StraightSegment {
-    AcGePoint3d start, end;
-};
-struct ArcSegment {
-    AcGePoint3d centre;
-    double radius;
-};
-using Segment = std::variant<StraightSegment, ArcSegment>;
+using Segment = std::variant<AcGeLineSeg3d, AcGeCircArc3d>;
 
 std::optional<Segment> straightUnder(const AcDbPolyline& polyline, unsigned index, const AcGePoint2d& point) {
     AcGeLineSeg3d segment;
     polyline.getLineSegAt(index, segment);
-    const AcGePoint3d start = segment.startPoint(), end = segment.endPoint();
-    if (!isOnSegment(start, end, point)) return std::nullopt;
-    return StraightSegment{onGround(start), onGround(end)};
+    const AcGeLineSeg3d flat = flatSegment(segment.startPoint(), segment.endPoint());
+    return flat.isOn(inSpace(point), pickTolerance()) ? std::optional<Segment>{flat} : std::nullopt;
 }
 
-/// The arc itself is laid on the ground, where it stays what it is as long as the polyline is not tilted.
+/// At the arc's own height, where it stays what it is as long as the polyline is not tilted.
 std::optional<Segment> arcUnder(const AcDbPolyline& polyline, unsigned index, const AcGePoint2d& point) {
     AcGeCircArc3d arc;
     polyline.getArcSegAt(index, arc);
     const AcGePoint3d atItsHeight{point.x, point.y, arc.center().z};
-    if (!arc.isOn(atItsHeight, pickTolerance())) return std::nullopt;
-    return ArcSegment{onGround(arc.center()), arc.radius()};
+    return arc.isOn(atItsHeight, pickTolerance()) ? std::optional<Segment>{arc} : std::nullopt;
 }
 
 std::optional<Segment> segmentUnder(const AcDbPolyline& polyline, const AcGePoint2d& point) {
@@ -73,10 +63,10 @@ std::optional<Segment> segmentUnder(const AcDbPolyline& polyline, const AcGePoin
 
 SegmentStandIn standIn(const std::optional<Segment>& segment) {
     if (!segment) return {};
-    if (const auto* straight = std::get_if<StraightSegment>(&*segment))
-        return {kernel::makeLine(straight->start, straight->end, 0), true};
-    const auto& arc = std::get<ArcSegment>(*segment);
-    return {kernel::makeCircle(arc.centre, arc.radius), false};
+    if (const auto* straight = std::get_if<AcGeLineSeg3d>(&*segment))
+        return {kernel::makeLine(straight->startPoint(), straight->endPoint(), 0), true};
+    const auto& arc = std::get<AcGeCircArc3d>(*segment);
+    return {kernel::makeCircle(onGround(arc.center()), arc.radius()), false};
 }
 
 // ---- whole curves
@@ -102,7 +92,7 @@ bool isOn(AcDbEntity& curve, const AcGePoint2d& point) {
         return copy && segmentUnder(*copy, point);
     }
     if (const auto* line = kernel::asLine(&curve))
-        return isOnSegment(line->startPoint(), line->endPoint(), point);
+        return flatSegment(line->startPoint(), line->endPoint()).isOn(inSpace(point), pickTolerance());
     if (const auto* circle = kernel::asCircle(&curve)) return isOnCircle(*circle, point);
     if (const auto* arc = kernel::asArc(&curve)) return isOnArc(*arc, point);
     return false;
@@ -143,10 +133,7 @@ Acad::ErrorStatus lineDirectionAt(AcDbObjectId lineId, AcGePoint2d& point, AcGeP
     first = isInOrder ? start : end;
     second = isInOrder ? end : start;
     angle = inPlane(end - start).angle();
-    const AcGeLine2d endless{inPlane(start), inPlane(end)};
-    AcGeLine2d perpendicular;
-    endless.getPerpLine(point, perpendicular);
-    if (!endless.intersectWith(perpendicular, point)) point = inPlane(start);
+    point = footOnCarrier(inPlane(start), inPlane(end), point).value_or(inPlane(start));
     return Acad::eOk;
 }
 

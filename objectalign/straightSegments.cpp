@@ -2,6 +2,8 @@
 
 #include "kernel/classTests.h"
 #include "kernel/lightCopy.h"
+#include "kernel/plane.h"
+#include "objectalign/intersections.h"
 
 namespace qx::objectalign {
 namespace {
@@ -22,6 +24,15 @@ std::vector<AcGeLineSeg3d> straightSegments(AcDbEntity& entity) {
     auto* polyline = kernel::asPolyline2d(&entity);
     const auto copy = polyline ? kernel::lightCopy(*polyline) : nullptr;
     return copy ? segmentsOf(*copy) : std::vector<AcGeLineSeg3d>{};
+}
+
+std::optional<AcGeLineSeg3d> nearestByCarrier(const std::vector<AcGeLineSeg3d>& segments,
+                                              const AcGePoint2d& pick) {
+    return nearestSegment(segments, [&](const AcGeLineSeg3d& each) {
+        const auto foot =
+            footOnCarrier(kernel::inPlane(each.startPoint()), kernel::inPlane(each.endPoint()), pick);
+        return foot ? foot->distanceTo(pick) : std::numeric_limits<double>::infinity();
+    });
 }
 
 } // namespace qx::objectalign

@@ -19,18 +19,14 @@ struct Circular {
     double radius;
 };
 
-std::optional<Circular> circular(AcDbEntity& entity) {
-    if (const auto* circle = kernel::asCircle(&entity)) return Circular{circle->center(), circle->radius()};
-    if (const auto* arc = kernel::asArc(&entity)) return Circular{arc->center(), arc->radius()};
-    return std::nullopt;
-}
-
+/// Nothing for any other object, which is refused at the command line.
 std::optional<Circular> readCircular(AcDbObjectId curveId) {
     const AcDbObjectPointer<AcDbEntity> entity{curveId};
     if (entity.openStatus() != Acad::eOk) return std::nullopt;
-    const auto found = circular(*entity.object());
-    if (!found) acutPrintf(L"\n该点不是切点");
-    return found;
+    if (const auto* circle = kernel::asCircle(entity)) return Circular{circle->center(), circle->radius()};
+    if (const auto* arc = kernel::asArc(entity)) return Circular{arc->center(), arc->radius()};
+    acutPrintf(L"\n该点不是切点");
+    return std::nullopt;
 }
 } // namespace
 

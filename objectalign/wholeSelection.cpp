@@ -2,7 +2,6 @@
 
 #include "acutads.h"
 #include "dbobjptr.h"
-#include "gept3dar.h"
 #include "kernel/classTests.h"
 #include "kernel/entityAccess.h"
 #include "kernel/groupLookup.h"
@@ -10,14 +9,13 @@
 #include "kernel/plane.h"
 #include "kernel/rotations.h"
 #include "objectalign/angles.h"
-
-#include <optional>
+#include "objectalign/baseLineDirection.h"
+#include "objectalign/intersections.h"
 
 namespace qx::objectalign {
 namespace {
 using kernel::inPlane;
 using kernel::inSpace;
-using kernel::unitAt;
 
 /// From start to end of the base line. Nothing when there is none to be had, and `status` says why.
 std::optional<AcGeVector2d> readBase(AcDbObjectId baseLine, Acad::ErrorStatus& status) {
@@ -33,32 +31,13 @@ double turnTo(double targetAngle, const AcGeVector2d& base) {
     return turnedTheShortWay(targetAngle - base.angle());
 }
 
-AcGePoint2d rotated(AcGePoint2d point, double angle, const AcGePoint2d& about) {
-    return point.rotateBy(angle, about);
-}
-
 void translate(const AcDbObjectIdArray& ids, const AcGeVector2d& by) {
-    kernel::transformEntities(kernel::rangeOf(ids), AcGeMatrix3d{}.setToTranslation(inSpace(by)));
+    kernel::moveEntities(kernel::rangeOf(ids), inSpace(by));
 }
 
-// ---- against a boundary
-
-/// A point on the perpendicular of the target direction through the anchor, to the left.
-AcGePoint2d pointAcross(const AcGeVector2d& base, double delta, const AcGePoint2d& anchor) {
-    const AcGeVector2d along = base.isZeroLength() ? AcGeVector2d::kXAxis : base;
-    return rotated(rotated(anchor + along, delta, anchor), HALF_PI, anchor);
-}
-
-AcGePoint3d boundaryPoint(const AcGePoint2d& across, const AcGePoint2d& anchor, const AcDbEntity& boundary) {
-    const AcDbLine perpendicular{inSpace(across), inSpace(anchor)};
-    AcGePoint3dArray points;
-    perpendicular.intersectWith(&boundary, AcDb::kExtendBoth, points);
-    return points.isEmpty() ? AcGePoint3d::kOrigin : points.first();
-}
-
-AcGeVector2d wayToBoundary(const AcGePoint2d& anchor, const AcGePoint3d& meeting, const AcGePoint2d& across,
+AcGeVector2d wayToBoundary(const AcGePoint2d& anchor, const AcGePoint3d& meeting, const AcGeVector2d& along,
                            double spacing) {
-    if (meeting.isEqualTo(inSpace(anchor))) return unitAt((across - anchor).angle()) * spacing;
+    if (meeting.isEqualTo(inSpace(anchor))) return leftOf(along) * spacing;
     const AcGeVector2d way = inPlane(meeting) - anchor;
     return way - way.normal() * spacing;
 }
@@ -76,7 +55,7 @@ struct CentredBase {
     /// Turns the objects about the start and moves the centre to the target.
     void bring(const AcDbObjectIdArray& ids, const AcGePoint2d& target) const {
         kernel::rotateEntities(ids, inSpace(start), delta);
-        translate(ids, target - rotated(centre, delta, start));
+        translate(ids, target - AcGePoint2d{centre}.rotateBy(delta, start));
     }
 };
 
@@ -106,12 +85,12 @@ Acad::ErrorStatus alignToBoundary(const AcDbObjectIdArray& ids, AcDbObjectId bas
     const auto base = readBase(baseLine, status);
     if (!base) return status;
     const double delta = turnTo(targetAngle, *base);
-    const AcGePoint2d halfway = rotated(anchor + *base / 2, delta, anchor);
-    const AcGePoint2d across = pointAcross(*base, delta, anchor);
-    const AcGePoint3d meeting = boundaryPoint(across, anchor, boundary);
-    reference = meeting + inSpace(halfway - anchor);
+    const AcGeVector2d turned = AcGeVector2d{*base}.rotateBy(delta);
+    const AcGeVector2d along = turned.isZeroLength() ? kernel::unitAt(delta) : turned;
+    const AcGePoint3d meeting = footPoint(anchor, along, boundary);
+    reference = meeting + inSpace(turned / 2);
     kernel::rotateEntities(ids, inSpace(anchor), delta);
-    if (moveToBoundary) translate(ids, wayToBoundary(anchor, meeting, across, spacing));
+    if (moveToBoundary) translate(ids, wayToBoundary(anchor, meeting, along, spacing));
     return Acad::eOk;
 }
 
@@ -129,7 +108,7 @@ Acad::ErrorStatus alignOntoPoint(const AcDbObjectIdArray& ids, AcDbObjectId base
     centred.bring(ids, inPlane(target));
 
     const AcGePoint3d& from = directionPoint.isEqualTo(target) ? secondMiddle : directionPoint;
-    const AcGePoint2d turned = rotated(inPlane(from), HALF_PI, inPlane(target));
+    const AcGePoint2d turned = inPlane(from).rotateBy(HALF_PI, inPlane(target));
     const double distance = useSpacing ? spacing : inPlane(target).distanceTo(centred.centre);
     translate(ids, (inPlane(target) - turned).normal() * distance);
     return Acad::eOk;

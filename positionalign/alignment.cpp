@@ -34,8 +34,6 @@ constexpr struct {
 double distanceFor(const AlignmentMove& move, double reference, const AcGePoint3d& base, double offset) {
     return coordinate(base, move.axis) - reference + move.offsetSign * offset;
 }
-
-AcGeMatrix3d translation(const AcGeVector3d& vector) { return AcGeMatrix3d{}.setToTranslation(vector); }
 } // namespace
 
 std::span<const AlignmentMove> movesOf(Action action) {
@@ -53,7 +51,7 @@ Acad::ErrorStatus alignObject(AcDbObjectId id, const AcDbExtents& box, const Ali
                               const AcGePoint3d& base, double offset) {
     const AcGePoint3d reference = cornerOf(box, move.reference);
     const double distance = distanceFor(move, coordinate(reference, move.axis), base, offset);
-    return kernel::transformEntity(id, translation(along(move.axis, distance, base.z - reference.z)));
+    return kernel::moveEntity(id, along(move.axis, distance, base.z - reference.z));
 }
 
 void alignGroups(const AcDbObjectIdArray& ids, const AlignmentMove& move, const AcGePoint3d& base,
@@ -63,7 +61,7 @@ void alignGroups(const AcDbObjectIdArray& ids, const AlignmentMove& move, const 
         if (members.isEmpty()) continue;
         const double reference = measured(kernel::rangeOf(members), move.axis).at(move.reference);
         const double distance = distanceFor(move, reference, base, offset);
-        kernel::transformEntities(kernel::rangeOf(members), translation(along(move.axis, distance)));
+        kernel::moveEntities(kernel::rangeOf(members), along(move.axis, distance));
     }
 }
 

@@ -9,17 +9,14 @@ using namespace kernel;
 
 /// One letter per class test that the entity passes.
 std::string passed(AcDbEntity* entity) {
+    const std::pair<const AcDbEntity*, char> tests[] = {
+        {asLine(entity), 'L'},          {asPolyline(entity), 'P'}, {asPolyline2d(entity), '2'},
+        {asPolyline3d(entity), '3'},    {asArc(entity), 'A'},      {asCircle(entity), 'C'},
+        {asEllipse(entity), 'E'},       {asText(entity), 'T'},     {asMText(entity), 'M'},
+        {asBlockReference(entity), 'B'}};
     std::string letters;
-    if (asLine(entity)) letters += 'L';
-    if (asPolyline(entity)) letters += 'P';
-    if (asPolyline2d(entity)) letters += '2';
-    if (asPolyline3d(entity)) letters += '3';
-    if (asArc(entity)) letters += 'A';
-    if (asCircle(entity)) letters += 'C';
-    if (asEllipse(entity)) letters += 'E';
-    if (asText(entity)) letters += 'T';
-    if (asMText(entity)) letters += 'M';
-    if (asBlockReference(entity)) letters += 'B';
+    for (const auto& [typed, letter] : tests)
+        if (typed) letters += letter;
     return letters;
 }
 

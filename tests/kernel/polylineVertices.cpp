@@ -36,8 +36,6 @@ TEST(PolylineVertices, InTheWorldAndInOrder) {
         {"light", "LWPOLYLINE|90 3|70 1|38 2|10 1|20 2|42 1|10 3|20 4|10 1|20 2", "1,2,2 3,4,2 1,2,2 "},
         {"light, from below", "LWPOLYLINE|90 2|70 0|38 2|10 1|20 2|10 3|20 4|210 0|220 0|230 -1",
          "-1,2,-2 -3,4,-2 "},
-        {"flat: at its own height",
-         "POLYLINE|66 1|10 0|20 0|30 2|70 0; VERTEX|10 1|20 2|30 9; VERTEX|10 3|20 4", "1,2,2 3,4,2 "},
         {"flat, from below",
          "POLYLINE|66 1|10 0|20 0|30 2|70 0|210 0|220 0|230 -1; VERTEX|10 1|20 2; VERTEX|10 3|20 4",
          "-1,2,-2 -3,4,-2 "},

@@ -2,14 +2,11 @@
 
 #include "objectalign/command.h"
 #include "rxregsvc.h"
-#include "tests/objectalign/Sheet.h"
 
 #include <sstream>
 
 namespace qx::tests {
 namespace {
-using drawings::Handle;
-
 const std::map<std::string, std::string> phrases = {
     {"<base>", "{K@1100,5} 0,100"},
     {"<line>", "{H@50,0}"},
@@ -99,10 +96,12 @@ std::vector<std::string> typed(const std::string& inputs) {
     return all;
 }
 
-CommandRun::CommandRun(const std::string& bytes) : editor{bytes}, bytes_{bytes}, before_{poses()} {
+CommandRun::CommandRun(const DrawingText& content) : Sheet{content}, before_{poses()} {
     acedRegCmds->addCommand(L"QX_TEST", L"KV_ObjectAlign", L"KV_ObjectAlign", ACRX_CMD_MODAL,
                             objectalign::runCommand);
-    editor.session.observer = this;
+    editor.session.line().transcript.onMessage = [this](std::string_view text) {
+        for (const char each : text) messages += each == '\n' ? '/' : each;
+    };
 }
 
 bool CommandRun::script(const std::string& inputs) {
@@ -120,15 +119,14 @@ void CommandRun::person(Answer answer) {
     ed::CommandRunner{editor.session}.run(source);
 }
 
-std::vector<std::string> CommandRun::poses() const {
+std::vector<std::string> CommandRun::poses() {
     std::vector<std::string> all;
-    const db::Drawing& drawing = *editor.session.drawing();
     for (const char name : plan().names)
-        if (drawing.find(plan()[name])) all.push_back(name + (" " + pose(drawing, plan()[name], 2, 2)));
+        all.push_back(name + (" " + tests::pose(drawing(), plan()[name], 2, 2)));
     return all;
 }
 
-std::string CommandRun::changes() const {
+std::string CommandRun::changes() {
     std::string text;
     const auto after = poses();
     for (std::size_t i = 0; i < after.size(); ++i)
@@ -136,13 +134,12 @@ std::string CommandRun::changes() const {
     return text;
 }
 
-std::string CommandRun::added() const {
+std::string CommandRun::added() {
     std::string colours;
-    const db::Drawing& drawing = *editor.session.drawing();
-    drawing.forEachInModelSpace([&](db::Record* each) {
-        if (drawing.lineOf(each) != 0 || each->has(db::Record::erased)) return;
-        colours += (colours.empty() ? "" : " ") + std::to_string(drawing.liveEntity(each)->colorIndex());
-    });
+    for (const Handle each : handles())
+        if (each > all().back())
+            colours += (colours.empty() ? "" : " ") +
+                       std::to_string(drawing().liveEntity(drawing().find(each))->colorIndex());
     return colours;
 }
 
@@ -153,11 +150,6 @@ std::string CommandRun::disorder(const std::string& mayBeAdded) {
     if (editor.session.reapedSets + editor.session.sets().count() != 0) found += " selection sets left";
     if (added() != mayBeAdded) found += " added: " + added();
     return found;
-}
-
-bool CommandRun::isUndoneToTheBytes() {
-    if (drawing().history().stepsDone() > 0) drawing().history().undo();
-    return hasTheFilesBytes();
 }
 
 } // namespace qx::tests

@@ -6,14 +6,9 @@
 // stands.
 #pragma once
 
-#include "drawings/DrawingText.h"
-#include "ed/Editor.h"
+#include "tests/objectalign/Sheet.h"
 
-#include <cstddef>
-#include <functional>
 #include <map>
-#include <string>
-#include <vector>
 
 namespace qx::tests {
 
@@ -22,11 +17,11 @@ namespace qx::tests {
 /// Of the groups one holds A and T, the other C and P.
 struct Plan {
     Plan();
-    drawings::Handle operator[](char name) const { return handles.at(name); }
+    Handle operator[](char name) const { return handles.at(name); }
 
-    drawings::DrawingText content;
+    DrawingText content;
     std::string names; ///< in the order of the drawing
-    std::map<char, drawings::Handle> handles;
+    std::map<char, Handle> handles;
 };
 
 const Plan& plan();
@@ -35,9 +30,9 @@ const Plan& plan();
 std::vector<std::string> typed(const std::string& inputs);
 
 /// A session over the plan in which the command is known.
-class CommandRun : private ed::CommandObserver {
+class CommandRun : public Sheet {
 public:
-    explicit CommandRun(const std::string& bytes = plan().content.bytes());
+    explicit CommandRun(const DrawingText& content = plan().content);
 
     /// Answers the command, as a script; true when it went through.
     bool script(const std::string& inputs);
@@ -48,36 +43,19 @@ public:
     void person(Answer answer);
 
     /// What lies elsewhere than it did: "A 10,20<90, T gone", where things begin and which way they point.
-    std::string changes() const;
+    std::string changes();
     /// The colours of what is new in model space: "1 256".
-    std::string added() const;
+    std::string added();
     /// What must not be after any run, whatever it did: objects left open, selection sets left to the host, a
     /// broken rule, something added. Empty when all is well.
     std::string disorder(const std::string& mayBeAdded = "");
-    bool hasTheFilesBytes() { return drawing().toBytes() == bytes_; }
-    /// Takes back the step of the run, if there is one.
-    bool isUndoneToTheBytes();
 
-    db::Drawing& drawing() { return editor.drawing(); }
-
-    Editor editor;
     const std::string& shown = editor.transcript;
     std::string messages; ///< what the command printed; "/" stands for a line feed
 
 private:
-    void commandBegins(const db::Drawing*, const std::string&) override {}
-    void drawingChanges() override {}
-    void selected(const ed::RecordSet&) override {}
-    void message(std::string_view text) override {
-        for (const char each : text) messages += each == '\n' ? '/' : each;
-    }
-    void refused(const db::Record*, Acad::ErrorStatus) override {}
-    void commandEnds(db::Drawing*, ed::CommandEnd) override {}
-
-    std::string bytes_;
+    std::vector<std::string> poses();
     std::vector<std::string> before_;
-
-    std::vector<std::string> poses() const;
 };
 
 } // namespace qx::tests

@@ -23,49 +23,33 @@ Job::Job(Entry which, const std::string& text) : entry{which} {
     }
 }
 
-void Job::run(Sheet& sheet, const AcDbObjectIdArray& ids, AcDbObjectId baseLine, int k) {
+void Job::run(Sheet& sheet, const AcDbObjectIdArray& ids, AcDbObjectId line, int k) {
     const bool isToLine = entry == Entry::toLine || entry == Entry::segmentToLine || entry == Entry::boundary;
-    const AcDbObjectPointer<AcDbEntity> open{isToLine ? baseLine : AcDbObjectId{}};
+    const AcDbObjectPointer<AcDbEntity> open{isToLine ? line : AcDbObjectId{}};
     sheet.refuse(k);
-    if (entry >= Entry::boundary)
-        alignWhole(ids, baseLine, open.object());
-    else if (entry >= Entry::segmentToLine)
-        alignSegments(ids, baseLine, open.object());
-    else
-        alignEach(ids, baseLine, open.object());
+    entry < Entry::boundary ? alignEach(ids, line, open.object()) : alignWhole(ids, line, open.object());
 }
 
-void Job::alignEach(const AcDbObjectIdArray& ids, AcDbObjectId baseLine, const AcDbEntity* open) {
-    const double by = spacing.value_or(99);
-    const bool adjusts = spacing.has_value();
-    for (const AcDbObjectId id : ids) {
-        AcGePoint3d landing;
-        if (entry == Entry::toLine)
-            status = alignObjectToBaseLine(id, {at.x, at.y}, angle, by, adjusts, *open, landing);
-        else if (entry == Entry::atLine)
-            status = alignObjectToGivenLine(id, angle, by, adjusts, at, from, baseLine);
-        else
-            status = alignObjectToGivenCircle(id, angle, by, adjusts, at, from, radius);
-        if (entry == Entry::toLine && status == 0) handedOut += text(landing);
-    }
-}
-
-void Job::alignSegments(const AcDbObjectIdArray& ids, AcDbObjectId baseLine, const AcDbEntity* open) {
+void Job::alignEach(const AcDbObjectIdArray& ids, AcDbObjectId line, const AcDbEntity* open) {
     const double by = spacing.value_or(99);
     const bool adjusts = spacing.has_value();
     AcGePoint2dArray picks;
     for (int i = 0; i < ids.length(); ++i) picks.append(pick);
     AcDbObjectIdArray aligned;
     AcGePoint3dArray landings;
+    AcGePoint3d landing;
+    if (entry == Entry::toLine)
+        status = alignObjectToBaseLine(ids[0], {at.x, at.y}, angle, by, adjusts, *open, landing);
+    if (entry == Entry::atLine) status = alignObjectToGivenLine(ids[0], angle, by, adjusts, at, from, line);
+    if (entry == Entry::atCircle)
+        status = alignObjectToGivenCircle(ids[0], angle, by, adjusts, at, from, radius);
     if (entry == Entry::segmentToLine)
         status = alignPickedSegmentsToLine(ids, picks, angle, by, adjusts, at, *open, aligned, landings);
-    else if (entry == Entry::segmentAtLine)
-        status = alignPickedSegments(ids, picks, angle, by, adjusts, at, baseLine);
-    else
+    if (entry == Entry::segmentAtLine) status = alignPickedSegments(ids, picks, angle, by, adjusts, at, line);
+    if (entry == Entry::segmentAtCircle)
         status = alignPickedSegmentsToCircle(ids, picks, angle, by, adjusts, at, from, radius);
-    for (const AcGePoint3d& each : landings)
-        handedOut += text(each) + (&each == landings.end() - 1 ? "" : " ");
-    EXPECT_EQ(aligned.length(), landings.length());
+    if (entry == Entry::toLine && status == 0) landings.append(landing);
+    for (const AcGePoint3d& each : landings) handedOut += (handedOut.empty() ? "" : " ") + text(each);
 }
 
 void Job::alignWhole(const AcDbObjectIdArray& ids, AcDbObjectId secondLine, const AcDbEntity* open) {
@@ -75,9 +59,9 @@ void Job::alignWhole(const AcDbObjectIdArray& ids, AcDbObjectId secondLine, cons
     AcGePoint3d reference{-1, -1, -1};
     if (entry == Entry::boundary)
         status = alignToBoundary(ids, ids[0], angle, by, adjusts, *open, pick, reference);
-    else if (entry == Entry::onto)
+    if (entry == Entry::onto)
         status = alignOntoPoint(ids, ids[0], angle, by, adjusts, at, from, secondLine, pick);
-    else
+    if (entry == Entry::away)
         status = alignAwayFromPoint(ids, ids[0], angle, by, adjusts, pick, target, away);
     handedOut = entry == Entry::boundary ? text(reference) : text(pick);
 }

@@ -16,8 +16,7 @@ enum class Entry {
     segmentAtCircle,
     boundary, ///< a whole selection by its base line
     onto,
-    away,
-    count
+    away
 };
 
 /// Its text holds words such as "to=1.57 by=3": the target angle in radians, the spacing if it is adjusted;
@@ -25,9 +24,9 @@ enum class Entry {
 /// circle, "pick" where a polyline was picked or what a whole selection is turned by.
 struct Job {
     Job(Entry entry, const std::string& text);
-    /// Within a command; all are aligned, a whole selection by the first of them. The k-th request is refused
-    /// when that is not negative.
-    void run(Sheet& sheet, const AcDbObjectIdArray& ids, AcDbObjectId baseLine, int k = -1);
+    /// Within a command; one object, or all polylines, or a whole selection by the first of it. The k-th
+    /// request is refused when that is not negative.
+    void run(Sheet& sheet, const AcDbObjectIdArray& ids, AcDbObjectId line, int k = -1);
 
     Entry entry;
     double angle = 0, radius = 20;
@@ -38,9 +37,8 @@ struct Job {
     std::string handedOut; ///< a landing point, a reference or where the base line starts
 
 private:
+    void alignEach(const AcDbObjectIdArray& ids, AcDbObjectId line, const AcDbEntity* open);
     void alignWhole(const AcDbObjectIdArray& ids, AcDbObjectId secondLine, const AcDbEntity* open);
-    void alignSegments(const AcDbObjectIdArray& ids, AcDbObjectId baseLine, const AcDbEntity* open);
-    void alignEach(const AcDbObjectIdArray& ids, AcDbObjectId baseLine, const AcDbEntity* open);
 };
 
 } // namespace qx::tests

@@ -1,6 +1,8 @@
 #include "tests/objectalign/Sheet.h"
 
 #include "dbents.h"
+#include "dbmtext.h"
+#include "kernel/plane.h"
 #include "shape/Sink.h"
 
 #include <cmath>
@@ -43,26 +45,17 @@ struct Notation {
 private:
     void read(const std::string& word) {
         const std::string rest = word.substr(1);
-        if (word == "closed")
-            flags |= 1;
-        else if (word == "spline")
-            isSpline = true;
-        else if (word == "down")
-            groups += "|210 0|220 0|230 -1";
-        else if (word == "LOCKED")
-            layer = word;
-        else if (word[0] == 'z')
-            height = std::stod(rest);
-        else if (word[0] == 'b')
-            vertices.back().bulge = std::stod(rest);
-        else if (word[0] == 'r' || word[0] == 'h')
-            groups += "|40 " + rest;
-        else if (word[0] == '<')
-            groups += "|50 " + rest;
-        else if (word[0] == 'a')
-            groups += "|50 " + rest.substr(0, rest.find("..")) + "|51 " + rest.substr(rest.find("..") + 2);
-        else
-            vertices.push_back({pointOf(word)});
+        const char first = word[0];
+        if (word == "closed") flags |= 1;
+        if (word == "spline") isSpline = true;
+        if (word == "down") groups += "|210 0|220 0|230 -1";
+        if (word == "LOCKED") layer = word;
+        if (first == 'z') height = std::stod(rest);
+        if (first == 'b') vertices.back().bulge = std::stod(rest);
+        if (first == 'r' || first == 'h') groups += "|40 " + rest;
+        if (first == '<' || first == 'a') groups += "|50 " + rest.substr(0, rest.find(".."));
+        if (first == 'a') groups += "|51 " + rest.substr(rest.find("..") + 2);
+        if (first == '-' || std::isdigit(first)) vertices.push_back({pointOf(word)});
     }
 };
 
@@ -96,14 +89,13 @@ public:
     void arc(const shape::EllipticArc& arc) override { note(arc.centre, arc.u); }
     void text(const shape::TextRun& run) override { note(run.origin, run.along); }
 
-    std::vector<AcGePoint3d> begin;
-    AcGeVector3d along;
-
-private:
     void note(const AcGePoint3d& at, const AcGeVector3d& way) {
         if (begin.empty()) begin.push_back(at);
         if (std::hypot(along.x, along.y) == 0) along = way;
     }
+
+    std::vector<AcGePoint3d> begin;
+    AcGeVector3d along;
 };
 } // namespace
 
@@ -131,12 +123,12 @@ std::string rounded(double value, int decimals) {
     return text;
 }
 
-std::string text(const AcGePoint2d& point) { return text(AcGePoint3d{point.x, point.y, 0}); }
-
 std::string text(const AcGePoint3d& p) {
     const std::string height = rounded(p.z, 4);
     return rounded(p.x, 4) + "," + rounded(p.y, 4) + (height == "0" ? "" : "," + height);
 }
+
+std::string text(const AcGePoint2d& point) { return text(AcGePoint3d{point.x, point.y, 0}); }
 
 AcGePoint3d pointOf(const std::string& text) {
     AcGePoint3d p;
@@ -153,7 +145,13 @@ std::string pose(const db::Drawing& drawing, Handle handle, int decimals, int of
     db::Record* record = drawing.find(handle);
     if (record->has(db::Record::erased)) return "gone";
     Pose pose;
-    drawing.liveEntity(record)->shape(pose);
+    const AcDbEntity* entity = drawing.liveEntity(record);
+    entity->shape(pose);
+    const auto* text = dynamic_cast<const AcDbText*>(entity);
+    const auto* lines = dynamic_cast<const AcDbMText*>(entity);
+    if (text && pose.begin.empty())
+        pose.note(text->position(), kernel::inSpace(kernel::unitAt(text->rotation())));
+    if (lines && pose.begin.empty()) pose.note(lines->location(), lines->direction());
     if (pose.begin.empty()) return "";
     const AcGePoint3d& p = pose.begin[0];
     const double degrees = std::atan2(pose.along.y, pose.along.x) * 180 / std::numbers::pi;
@@ -163,7 +161,7 @@ std::string pose(const db::Drawing& drawing, Handle handle, int decimals, int of
 }
 
 Sheet::Sheet(const DrawingText& content)
-    : editor_{content.bytes()}, bytes_{content.bytes()}, entities_{handles()} {}
+    : editor{content.bytes()}, bytes_{content.bytes()}, entities_{handles()} {}
 
 Sheet::Sheet(const std::vector<std::string>& entities)
     : Sheet{[&] {
@@ -174,14 +172,14 @@ Sheet::Sheet(const std::vector<std::string>& entities)
 
 std::string Sheet::run(const std::function<void()>& body) {
     std::string said;
-    auto& listener = editor_.session.line().transcript.onMessage;
-    editor_.runBody([&] {
+    auto& listener = editor.session.line().transcript.onMessage;
+    editor.runBody([&] {
         const auto before = std::exchange(listener, [&](std::string_view message) { said += message; });
         body();
         drawing().setFault(nullptr);
         listener = before;
     });
-    expectInOrder(editor_);
+    expectInOrder(editor);
     return said;
 }
 
@@ -192,7 +190,6 @@ void Sheet::refuse(int k) {
         if (requests > k && action == Action::transform) ++changesAfter_;
         if (requests++ != k) return Acad::eOk;
         refused_ = record;
-        wasChangeRefused_ = action != Action::openForRead;
         return Acad::eWasOpenForWrite;
     });
 }

@@ -49,8 +49,7 @@ public:
     /// when k is negative.
     void refuse(int k);
     const db::Record* refused() const { return refused_; } ///< null when there were not so many
-    bool wasChangeRefused() const { return wasChangeRefused_; }
-    int changesAfter() const { return changesAfter_; } ///< of anything
+    int changesAfter() const { return changesAfter_; }     ///< of anything
 
     AcDbObjectId id(std::size_t index) { return drawings::idOf(drawing(), at(index)); }
     AcDbObjectIdArray ids(const std::vector<Handle>& handles);
@@ -66,14 +65,14 @@ public:
     bool hasTheFilesBytes() { return drawing().toBytes() == bytes_; }
     /// Whether undoing what was done gives the file's bytes.
     bool isUndoneToTheBytes();
-    db::Drawing& drawing() { return editor_.drawing(); }
+    db::Drawing& drawing() { return editor.drawing(); }
+
+    Editor editor;
 
 private:
-    Editor editor_;
     std::string bytes_;
     std::vector<Handle> entities_;
     const db::Record* refused_ = nullptr;
-    bool wasChangeRefused_ = false;
     int changesAfter_ = 0;
 };
 

@@ -34,19 +34,9 @@ void check(std::span<const AlignmentCase> cases, SelectionMode mode) {
     }
 }
 
+// The other actions on objects: see the runs of the command.
 TEST(Alignment, OfObjects) {
     const AlignmentCase cases[] = {
-        {"top", Action::top, 0, "0,10,-6 0,52,1 0,-50,3 0,59,-4"},
-        {"top, set off downwards", Action::top, 4, "0,6,-6 0,48,1 0,-54,3 0,55,-4"},
-        {"top, negative offset", Action::top, -4, "0,14,-6 0,56,1 0,-46,3 0,63,-4"},
-        {"bottom", Action::bottom, 0, "0,40,-2 0,60,1 0,-40,3 0,60,-4"},
-        {"bottom, set off upwards", Action::bottom, 4, "0,44,-2 0,64,1 0,-36,3 0,64,-4"},
-        {"left, set off to the right", Action::left, 4, "44,0,-2 59,0,1 -46,0,3 54,0,-4"},
-        {"left, negative offset", Action::left, -4, "36,0,-2 51,0,1 -54,0,3 46,0,-4"},
-        {"right, set off to the left", Action::right, 4, "16,0,-6 41,0,1 -94,0,3 45,0,-4"},
-        {"horizontal centre shifts by the base point's z", Action::horizontalCentre, 0,
-         "30,0,1 50,0,1 -70,0,1 49.5,0,1"},
-        {"vertical centre", Action::verticalCentre, 0, "0,25,1 0,56,1 0,-45,1 0,59.5,1"},
         {"centre shifts twice by the base point's z", Action::centre, 0,
          "30,25,2 50,56,2 -70,-45,2 49.5,59.5,2"},
         {"centring makes no use of an offset", Action::centre, 4, "30,25,2 50,56,2 -70,-45,2 49.5,59.5,2"},
@@ -57,9 +47,7 @@ TEST(Alignment, OfObjects) {
 
 TEST(Alignment, OfGroups) {
     const AlignmentCase cases[] = {
-        {"top", Action::top, 0, "0,10,0 0,10,0 0,-50,0 0,0,0"},
         {"top, set off downwards", Action::top, 4, "0,6,0 0,6,0 0,-54,0 0,0,0"},
-        {"top, negative offset", Action::top, -4, "0,14,0 0,14,0 0,-46,0 0,0,0"},
         {"bottom, set off upwards", Action::bottom, 4, "0,64,0 0,64,0 0,-36,0 0,0,0"},
         {"left, set off to the right", Action::left, 4, "59,0,0 59,0,0 -46,0,0 0,0,0"},
         {"right, set off to the left", Action::right, 4, "16,0,0 16,0,0 -94,0,0 0,0,0"},
@@ -68,7 +56,6 @@ TEST(Alignment, OfGroups) {
         {"vertical centre", Action::verticalCentre, 0, "0,40.5,0 0,40.5,0 0,-45,0 0,0,0"},
         {"centre", Action::centre, 0, "40,40.5,0 40,40.5,0 -70,-45,0 0,0,0"},
         {"centring makes no use of an offset", Action::centre, 4, "40,40.5,0 40,40.5,0 -70,-45,0 0,0,0"},
-        {"no action", Action::none, 4, "0,0,0 0,0,0 0,0,0 0,0,0"},
     };
     check(cases, SelectionMode::groups);
 }
@@ -125,31 +112,6 @@ TEST(Alignment, AMemberOfTwoGroupsMovesWithEach) {
     applyAction({Action::left, true, 0, SelectionMode::groups}, drawing.ids({items[1][0]}), {0, 0, 0});
     // A goes first, by -10; by then B begins at 20.
     EXPECT_EQ(before.shiftsAlong(Axis::x), "-10 -30 -20");
-}
-
-TEST(Alignment, EndsAtTheFirstObjectThatCannotBeOpened) {
-    const struct {
-        const char* name;
-        Action action;
-        const char* shifts;
-    } cases[] = {
-        {"left", Action::left, "-10 -30 0 0 0"},
-        {"a distribution does not even begin", Action::horizontalDistribution, "0 0 0 0 0"},
-    };
-    for (const auto& each : cases) {
-        DrawingText content;
-        const std::vector<Item> items = drawRow(content, "10..20 30..40 50..60 70..75 190..200", Axis::x);
-        const OpenedDrawing drawing{content};
-        const Positions before{*drawing, items};
-        const db::Record* third = drawing->find(items[2][0]);
-        drawing->setFault([&](db::Drawing::Action, const db::Record* record) {
-            return record == third ? Acad::eWasOpenForWrite : Acad::eOk;
-        });
-        AcDbObjectIdArray ids;
-        for (const Item& item : items) ids.append(drawing.id(item[0]));
-        applyAction({each.action, true, 0, SelectionMode::objects}, ids, {0, 0, 0});
-        EXPECT_EQ(before.shiftsAlong(Axis::x), each.shifts) << each.name;
-    }
 }
 
 } // namespace

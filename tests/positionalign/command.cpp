@@ -100,19 +100,14 @@ TEST(Command, EarlyEndsMoveNothing) {
         {"Enter at the action", "O\n\n", false, 0},
         {"cancelled at the offset", "O\nT\n^C\n", false, 0},
         {"cancelled at the selection", "O\nT\n4\n^C\n", false, 0},
-        {"cancelled within the selection", "O\nT\n4\nALL\n^C\n", false, 0},
         {"cancelled at the base point", "O\nT\n4\nALL\n\n^C\n", true, 0},
         {"Enter at the base point", "O\nT\n4\nALL\n\n\n", true, 0},
-        {"Enter at the base point, groups", "G\nT\n4\nALL\n\n\n", true, 0},
         {"no objects selected", "O\nT\n4\n\n50,60\n", true, 0},
         {"selected and removed again", "O\nT\n4\nALL\nR\nALL\n\n50,60\n", true, 0},
-        {"no objects to distribute", "O\nHD\n\n", false, 0},
         {"no groups to distribute", "G\nHD\n\n", false, 1},
         {"nothing selected, groups", "G\nT\n4\n\n50,60\n", true, 1},
         {"nothing selected, groups centred", "G\nC\n\n50,60\n", true, 2},
         {"only what is in no group", "G\nL\n0\n(handent \"103\")\n\n50,60\n", true, 1},
-        {"only what is in no group, centred", "G\nC\n(handent \"103\")\n\n50,60\n", true, 2},
-        {"only what is in no group, distributed", "G\nVD\n(handent \"103\")\n\n", false, 1},
     };
     for (const auto& each : cases) {
         CommandSession run;
@@ -123,27 +118,6 @@ TEST(Command, EarlyEndsMoveNothing) {
         EXPECT_EQ(run.drawing().history().stepsDone(), 0u) << each.name;
         EXPECT_EQ(run.session().violations, 0u) << each.name;
     }
-}
-
-TEST(Command, CutAfterAnyInputAndCancelledItLeavesNothing) {
-    const std::vector<std::string> scripts[] = {
-        {"KV_PositionAlign", "O", "L", "4", "ALL", "", "50,60"},
-        {"KV_PositionAlign", "G", "C", "(handent \"100\")", "(handent \"102\")", "", "50,60"},
-        {"KV_PositionAlign", "O", "HD", "ALL", ""},
-        {"KV_PositionAlign", "G", "HD", "W", "-900,-900", "900,900", ""},
-    };
-    for (const auto& inputs : scripts)
-        for (std::size_t k = 1; k <= inputs.size(); ++k) {
-            std::string script;
-            for (std::size_t i = 0; i < k; ++i) script += inputs[i] + "\n";
-            CommandSession run;
-            EXPECT_TRUE(run.run(script + "^C\n")) << script << run.shown;
-            EXPECT_EQ(run.drawing().openCount(), 0u) << script;
-            EXPECT_EQ(run.session().violations, 0u) << script;
-            EXPECT_TRUE(k == inputs.size() || run.shifts() == still) << script;
-            if (run.drawing().history().stepsDone() > 0) run.drawing().history().undo();
-            EXPECT_TRUE(run.hasTheFilesBytes()) << script;
-        }
 }
 
 TEST(Command, RunsDoNotKnowOfEachOther) {

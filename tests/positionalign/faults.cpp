@@ -71,6 +71,8 @@ TEST(Faults, OfAnObjectLeaveTheOthersWhereTheyBelong) {
         EXPECT_EQ(run.shifts(), expected) << "request " << k;
         EXPECT_EQ(run.requests(), stops ? k + 1 : k % 3 == 1 ? 11 : 12) << "request " << k;
     }
+    const FaultyRun distribution{static_cast<int>(Action::horizontalDistribution), SelectionMode::objects, 2};
+    EXPECT_EQ(distribution.requests(), 3) << "it does not even begin";
 }
 } // namespace
 } // namespace qx::tests

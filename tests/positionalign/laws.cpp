@@ -1,6 +1,5 @@
 // What holds whatever the drawing: tried on random ones. A failure names the seed.
 #include "positionalign/actions.h"
-#include "positionalign/alignment.h"
 #include "tests/positionalign/Boxes.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <set>
 
 namespace qx::tests {
 using namespace drawings;
@@ -77,21 +77,6 @@ std::string named(unsigned seed, Action action, SelectionMode mode) {
            (mode == SelectionMode::objects ? ", objects" : ", groups");
 }
 
-TEST(Laws, AlignedTwiceIsAlignedOnceWhereTheBasePointLiesOnTheGround) {
-    for (unsigned seed = 1; seed <= seeds; ++seed)
-        forEachAction([&](Action action, SelectionMode mode) {
-            if (movesOf(action).empty()) return;
-            RandomDrawing random{seed};
-            const AcGePoint3d base{random.real(), random.real(), 0};
-            const PositionAlignSettings settings{action, true, random.real(), mode};
-            applyAction(settings, random.ids(), base);
-            const auto once = random.boxes();
-            applyAction(settings, random.ids(), base);
-            for (const auto& [handle, box] : random.boxes())
-                EXPECT_LE(difference(box, once.at(handle)), tolerance) << named(seed, action, mode);
-        });
-}
-
 TEST(Laws, ThingsMoveWithoutChangingSizeAndGroupsWithoutChangingTheirLayout) {
     for (unsigned seed = 1; seed <= seeds; ++seed)
         forEachAction([&](Action action, SelectionMode mode) {
@@ -139,23 +124,18 @@ TEST(Laws, DistributionKeepsTheOuterEdgesAndTheOrderAndEqualsTheGaps) {
                 applyAction({action, false, 0, mode}, random.ids(), {1, 2, 3});
                 const auto boxes = random.boxes();
 
-                // The items in their old order, at their new places: place them by the widths and one gap.
-                double room = before.back().max - before.front().min;
+                // In their old order at their new places, by the widths and one gap. Where there is too
+                // little room, items may have passed their neighbours.
+                double room = before.back().max - before.front().min, at = before.front().min;
                 for (const auto& each : before) room -= each.max - each.min;
                 const double gap = room / (static_cast<double>(before.size()) - 1);
-                double expectedMin = before.front().min;
-                std::vector<double> expected, found;
-                for (const auto& each : before) {
-                    expected.push_back(expectedMin);
-                    expectedMin += each.max - each.min + gap;
-                }
-                for (const auto& each : row(random, mode, axis)) found.push_back(each.min);
-                // Where there is too little room, items may have passed their neighbours.
-                std::sort(expected.begin(), expected.end());
-                std::sort(found.begin(), found.end());
-                ASSERT_EQ(found.size(), expected.size());
-                for (std::size_t i = 0; i < found.size(); ++i)
-                    EXPECT_NEAR(found[i], expected[i], tolerance) << named(seed, action, mode);
+                std::multiset<double> expected, found;
+                for (const auto& each : before)
+                    expected.insert(std::exchange(at, at + each.max - each.min + gap));
+                for (const auto& each : row(random, mode, axis)) found.insert(each.min);
+                EXPECT_TRUE(std::equal(expected.begin(), expected.end(), found.begin(), found.end(),
+                                       [](double a, double b) { return std::abs(a - b) <= tolerance; }))
+                    << named(seed, action, mode);
                 for (const auto& [handle, box] : boxes) {
                     const auto shift = box.minPoint() - boxesBefore.at(handle).minPoint();
                     EXPECT_EQ(axis == Axis::x ? shift.y : shift.x, 0) << named(seed, action, mode);
