@@ -167,15 +167,19 @@ void writeBlockRecords(TagWriter& out, const Frame& frame, const std::vector<Blo
     closeTable(out);
 }
 
-void openObject(TagWriter& out, const char* kind, Handle handle, Handle owner) {
+void openOwned(TagWriter& out, const char* kind, Handle handle, Handle reactor, Handle owner) {
     out.text(0, kind);
     out.handle(5, handle);
-    if (owner) {
+    if (reactor) {
         out.text(102, "{ACAD_REACTORS");
-        out.handle(330, owner);
+        out.handle(330, reactor);
         out.text(102, "}");
     }
     out.handle(330, owner);
+}
+
+void openObject(TagWriter& out, const char* kind, Handle handle, Handle owner) {
+    openOwned(out, kind, handle, owner, owner);
 }
 
 struct DictionaryEntry {
@@ -364,14 +368,7 @@ void writeTables(TagWriter& out, const Frame& frame, const std::vector<BlockName
 
 void openEntity(TagWriter& out, const char* kind, Handle handle, Handle group, Handle owner,
                 std::string_view layer) {
-    out.text(0, kind);
-    out.handle(5, handle);
-    if (group) {
-        out.text(102, "{ACAD_REACTORS");
-        out.handle(330, group);
-        out.text(102, "}");
-    }
-    out.handle(330, owner);
+    openOwned(out, kind, handle, group, owner);
     out.text(100, "AcDbEntity");
     if (owner == paperSpace) out.integer(67, 1);
     out.text(8, layer);

@@ -1,4 +1,5 @@
 #include "console/terminalLine.h"
+#include "console/terminalPieces.h"
 
 #include "os/encoding.h"
 #include "os/terminal.h"
@@ -17,74 +18,54 @@ HANDLE interrupt() {
     return event;
 }
 
-bool takeInterrupt(DWORD patience = 0) {
-    return ::WaitForSingleObject(interrupt(), patience) == WAIT_OBJECT_0;
-}
-
 BOOL WINAPI noteInterrupt(DWORD event) {
     if (event != CTRL_C_EVENT) return FALSE;
     ::SetEvent(interrupt());
     return TRUE;
 }
 
-enum class Piece { text, interrupted, end };
+// The handler runs in a thread of its own: waited for, so that it does not interrupt the next line as well.
+void awaitInterrupt() {
+    constexpr DWORD handlerDelay = 1000; // milliseconds
+    ::WaitForSingleObject(interrupt(), handlerDelay);
+    ::SetEvent(interrupt());
+}
 
 /// A console speaks UTF-16, whatever code page programs have set.
 class ConsoleInput {
 public:
-    Piece read(std::string& text) {
+    bool read(std::string& text) {
         std::array<wchar_t, 4096> buffer{};
         DWORD count = 0;
         ::SetLastError(ERROR_SUCCESS);
         const BOOL done = ::ReadConsoleW(::GetStdHandle(STD_INPUT_HANDLE), buffer.data(),
                                          static_cast<DWORD>(buffer.size()), &count, nullptr);
-        if (::GetLastError() == ERROR_OPERATION_ABORTED) return Piece::interrupted;
-        if (!done || count == 0 || buffer[0] == L'\x1A') return Piece::end;
+        if (::GetLastError() == ERROR_OPERATION_ABORTED) {
+            awaitInterrupt();
+            return true;
+        }
+        if (!done || count == 0 || buffer[0] == L'\x1A') return false;
         wide_.append(buffer.data(), count);
         // Half a character waits for its other half.
         const bool isHalf = wide_.back() >= 0xD800 && wide_.back() < 0xDC00;
         const std::wstring rest = isHalf ? std::wstring(1, wide_.back()) : std::wstring{};
         if (isHalf) wide_.pop_back();
         text += os::toUtf8(std::exchange(wide_, rest));
-        return Piece::text;
+        return true;
     }
 
 private:
     std::wstring wide_;
 };
 
-Piece readPipe(std::string& text) {
+bool readPipe(std::string& text) {
     std::array<char, 4096> buffer{};
     DWORD count = 0;
     const BOOL done = ::ReadFile(::GetStdHandle(STD_INPUT_HANDLE), buffer.data(),
                                  static_cast<DWORD>(buffer.size()), &count, nullptr);
-    if (!done || count == 0) return Piece::end;
+    if (!done || count == 0) return false;
     text += std::string_view{buffer.data(), count};
-    return Piece::text;
-}
-
-Piece readPiece(std::string& text) {
-    static ConsoleInput console;
-    return os::isTerminal(os::StandardStream::input) ? console.read(text) : readPipe(text);
-}
-
-std::string& pending() {
-    static std::string text;
-    return text;
-}
-
-bool takePendingLine(std::string& line) {
-    const std::size_t end = pending().find('\n');
-    if (end == std::string::npos) return false;
-    line = pending().substr(0, end);
-    if (line.ends_with('\r')) line.pop_back();
-    pending().erase(0, end + 1);
     return true;
-}
-
-LineRead interrupted() {
-    pending().clear();
-    return LineRead::interrupted;
 }
 
 } // namespace
@@ -94,20 +75,11 @@ void catchInterrupts() {
     ::SetConsoleCtrlHandler(noteInterrupt, TRUE);
 }
 
-LineRead readLine(std::string& line) {
-    constexpr DWORD handlerDelay = 1000; // milliseconds; it runs in a thread of its own
-    for (;;) {
-        if (takeInterrupt()) return interrupted();
-        if (takePendingLine(line)) return LineRead::line;
-        const Piece piece = readPiece(pending());
-        if (piece == Piece::end) break;
-        if (piece == Piece::text) continue;
-        takeInterrupt(handlerDelay);
-        return interrupted();
-    }
-    if (pending().empty()) return LineRead::end;
-    line = std::exchange(pending(), {});
-    return LineRead::line;
+bool takeInterrupt() { return ::WaitForSingleObject(interrupt(), 0) == WAIT_OBJECT_0; }
+
+bool readPiece(std::string& text) {
+    static ConsoleInput console;
+    return os::isTerminal(os::StandardStream::input) ? console.read(text) : readPipe(text);
 }
 
 } // namespace qx::console

@@ -132,18 +132,22 @@ struct XDataPoints {
 class FieldTags {
 public:
     explicit FieldTags(std::string_view bytes) : cursor_{bytes.data(), bytes.data() + bytes.size()} {}
-    /// False at the end; the tag is then the one that ended the walk.
+    /// False at the end; the tag is then the first of the extended data, where there is any.
     bool next(dxf::Tag& tag) {
         while (cursor_.next(tag)) {
             if (tag.code == 102) inGroup_ = dxf::trimmed(tag.value).starts_with('{');
-            if (tag.code >= 1000 || tag.code == 101) return false;
-            if (!inGroup_) return true;
+            if (!end_ && (tag.code == 101 || tag.code >= 1000)) end_ = tag.begin;
+            if (tag.code >= 1000) return false;
+            if (!inGroup_ && !end_) return true;
         }
         return false;
     }
+    /// Where an embedded object or extended data begin, once the walk has ended; null when there are neither.
+    const char* end() const { return end_; }
 
 private:
     dxf::TagCursor cursor_;
+    const char* end_ = nullptr;
     bool inGroup_ = false;
 };
 

@@ -6,7 +6,6 @@
 #include "dxf/Tag.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 
 namespace qx::db {
@@ -66,13 +65,10 @@ void Oddities::report() {
 }
 
 void Oddities::reportHandles() const {
-    char handle[20];
-    for (std::size_t i = 0; i < std::min(repeats_.size(), mostRepeats); ++i) {
-        std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(repeats_[i]->handle));
+    for (std::size_t i = 0; i < std::min(repeats_.size(), mostRepeats); ++i)
         drawing_.addFinding(repeats_[i],
-                            std::string{"the handle "} + handle +
+                            "the handle " + dxf::handleText(repeats_[i]->handle) +
                                 " is given a second time; it means the object that had it first");
-    }
     if (repeats_.size() > mostRepeats)
         drawing_.addFinding(repeats_[mostRepeats], "from here on " +
                                                        counted(repeats_.size() - mostRepeats,

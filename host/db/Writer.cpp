@@ -148,10 +148,8 @@ void Writer::writeHeader(const Record* record) {
     const std::string_view bytes = drawing_.bytesOf(record);
     const std::string_view seed = drawing_.headerValue("$HANDSEED", 5);
     if (seed.empty() || dxf::toHandle(seed).value_or(0) > newestHandle_) return put(bytes);
-    char text[20];
-    std::snprintf(text, sizeof text, "%llX", static_cast<unsigned long long>(newestHandle_ + 1));
     put(bytes.data(), seed.data());
-    put(text);
+    put(dxf::handleText(newestHandle_ + 1));
     put(seed.data() + seed.size(), bytes.data() + bytes.size());
 }
 

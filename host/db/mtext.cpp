@@ -2,7 +2,7 @@
 #include "db/FieldTable.h"
 #include "dbmtext.h"
 #include "ge/OcsFrame.h"
-#include "shape/Sink.h"
+#include "shape/ExtentsSink.h"
 #include "text/multiline.h"
 
 #include <algorithm>
@@ -142,34 +142,22 @@ void AcDbMText::getBoundingPoints(AcGePoint3dArray& corners) const {
         for (const double x : {text.left, text.right}) corners.append(data_.location + (along * x + up * y));
 }
 
-void AcDbMText::shape(qx::shape::Sink& sink) const {
+void AcDbMText::draw(qx::shape::Sink& sink, const AcGePoint3d& location, const Axes& axes) const {
     const MultilineText& text = lines();
-    const auto [along, up] = axes();
+    const auto& [along, up] = axes;
     for (const MultilineRun& run : text.runs)
-        sink.text({data_.location + (along * run.x + up * run.y), along * (run.height * run.widthFactor),
+        sink.text({location + (along * run.x + up * run.y), along * (run.height * run.widthFactor),
                    (up + along * run.slant) * run.height, run.extent, text.charactersOf(run), nullptr});
 }
 
+void AcDbMText::shape(qx::shape::Sink& sink) const { draw(sink, data_.location, axes()); }
+
 void AcDbMText::outline(qx::shape::Sink& sink) const {
-    const MultilineText& text = lines();
-    qx::shape::Box box; // in the text's own axes
-    for (const MultilineRun& run : text.runs) {
-        const qx::shape::TextRun drawn{{run.x, run.y, 0},
-                                       {run.height * run.widthFactor, 0, 0},
-                                       {run.height * run.slant, run.height, 0},
-                                       run.extent,
-                                       {},
-                                       nullptr};
-        if (run.extent.blank) continue;
-        for (const AcGePoint3d& corner : drawn.inkCorners()) box.add(corner);
-    }
+    qx::shape::ExtentsSink extents; // in the text's own axes
+    draw(extents, AcGePoint3d::kOrigin, {AcGeVector3d::kXAxis, AcGeVector3d::kYAxis});
+    const qx::shape::Box& box = extents.box();
     if (box.isEmpty()) return;
     const auto [along, up] = axes();
-    qx::text::TextExtent whole;
-    whole.inkLeft = box.min.x;
-    whole.inkRight = box.max.x;
-    whole.inkBottom = box.min.y;
-    whole.inkTop = box.max.y;
-    whole.blank = false;
+    const qx::text::TextExtent whole{0, box.min.x, box.max.x, box.min.y, box.max.y, false};
     sink.text({data_.location, along, up, whole, {}, nullptr});
 }

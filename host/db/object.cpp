@@ -2,6 +2,7 @@
 #include "db/FieldTable.h"
 #include "db/Violation.h"
 #include "dbapserv.h"
+#include "dxf/Tag.h"
 #include "os/encoding.h"
 
 #include <algorithm>
@@ -19,9 +20,8 @@ qx::db::Violation::~Violation() = default;
 namespace {
 
 std::string described(const Record& record, const AcDbObject& object) {
-    char handle[17];
-    std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(record.handle));
-    return qx::os::toUtf8(std::wstring_view{object.isA()->name()}) + " " + handle;
+    const std::wstring_view className = object.isA()->name();
+    return qx::os::toUtf8(className) + " " + qx::dxf::handleText(record.handle);
 }
 
 } // namespace

@@ -18,16 +18,18 @@ namespace qx::db {
 
 namespace {
 
-ShortText tagText(int code, std::string_view value, std::string_view lineEnd) {
+ShortText codeText(int code) {
     char text[16];
     std::snprintf(text, sizeof text, "%3d", code);
-    return ShortText{text}.add(lineEnd).add(value).add(lineEnd);
+    return ShortText{text};
+}
+
+ShortText tagText(int code, std::string_view value, std::string_view lineEnd) {
+    return codeText(code).add(lineEnd).add(value).add(lineEnd);
 }
 
 std::string tagString(int code, std::string_view value, std::string_view lineEnd) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%3d", code);
-    return std::string{text}.append(lineEnd).append(value).append(lineEnd);
+    return std::string{codeText(code).view()}.append(lineEnd).append(value).append(lineEnd);
 }
 
 int slotsOf(const Field& field) {
@@ -114,8 +116,7 @@ void Patcher::compareFields(std::string_view bytes) {
     }
     finishVertex();
     if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
-    if (!defaultAnchor_)
-        defaultAnchor_ = tag.code >= 1000 || tag.code == 101 ? tag.begin : bytes.data() + bytes.size();
+    if (!defaultAnchor_) defaultAnchor_ = tags.end() ? tags.end() : bytes.data() + bytes.size();
 }
 
 // Of a group that stands twice the last one counts, as in reading: an earlier patch for it is withdrawn.
@@ -240,24 +241,8 @@ std::string vertexText(const VertexGroups& groups, void* base, std::string_view 
     return bytes;
 }
 
-} // namespace
-
-std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd) {
-    char handle[20];
-    std::string bytes = tagString(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
-    std::snprintf(handle, sizeof handle, "%llX",
-                  static_cast<unsigned long long>(entity.objectId().record()->handle));
-    bytes += tagString(5, handle, lineEnd);
-    if (const std::uint64_t ownerHandle = owner.record->handle) {
-        std::snprintf(handle, sizeof handle, "%llX", static_cast<unsigned long long>(ownerHandle));
-        bytes += tagString(330, handle, lineEnd);
-    }
-    bytes += tagString(100, "AcDbEntity", lineEnd);
-    if (owner.isPaper) bytes += tagString(67, "1", lineEnd);
-    bytes += tagString(8, entity.layerState().bytes, lineEnd);
-
-    const FieldTable& table = *entity.fields().table;
-    void* base = entity.fields().base;
+std::string fieldsText(const FieldTable& table, void* base, std::string_view lineEnd) {
+    std::string bytes;
     std::size_t slot = 0;
     for (const Field& field : table.fields) {
         if (field.role == Role::subclass) bytes += tagString(100, field.marker, lineEnd);
@@ -273,6 +258,19 @@ std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std
         slot += count;
     }
     return bytes;
+}
+
+} // namespace
+
+std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd) {
+    std::string bytes = tagString(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
+    bytes += tagString(5, dxf::handleText(entity.objectId().record()->handle), lineEnd);
+    if (const std::uint64_t ownerHandle = owner.record->handle)
+        bytes += tagString(330, dxf::handleText(ownerHandle), lineEnd);
+    bytes += tagString(100, "AcDbEntity", lineEnd);
+    if (owner.isPaper) bytes += tagString(67, "1", lineEnd);
+    bytes += tagString(8, entity.layerState().bytes, lineEnd);
+    return bytes + fieldsText(*entity.fields().table, entity.fields().base, lineEnd);
 }
 
 } // namespace qx::db

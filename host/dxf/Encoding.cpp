@@ -93,10 +93,6 @@ std::u32string withoutMultilineEscapes(std::u32string text) {
     return plain;
 }
 
-bool isAscii(std::string_view bytes) {
-    return std::ranges::none_of(bytes, [](char c) { return static_cast<unsigned char>(c) > 0x7f; });
-}
-
 } // namespace
 
 const Encoding& Encoding::of(std::string_view version, std::string_view codePage) {
@@ -115,7 +111,7 @@ Encoding::Encoding(const std::string& codePage)
 Encoding::~Encoding() = default;
 
 std::string Encoding::rawToUtf8(std::string_view bytes) const {
-    return converter_ && !isAscii(bytes) ? converter_->toUtf8(bytes) : std::string{bytes};
+    return converter_ ? converter_->toUtf8(bytes) : std::string{bytes};
 }
 
 std::u32string Encoding::decode(std::string_view bytes) const {
@@ -127,7 +123,7 @@ std::u32string Encoding::decodeMultiline(std::string_view bytes) const {
 }
 
 std::string Encoding::toUtf8(std::string_view bytes) const {
-    if (isAscii(bytes) && bytes.find('\\') == std::string_view::npos) return std::string{bytes};
+    if (os::isAscii(bytes) && bytes.find('\\') == std::string_view::npos) return std::string{bytes};
     return os::toUtf8(decode(bytes));
 }
 

@@ -154,4 +154,13 @@ inline std::optional<std::uint64_t> toHandle(std::string_view text) {
     return value;
 }
 
+/// A handle as drawings write it.
+inline std::string handleText(std::uint64_t handle) {
+    char digits[16];
+    std::string text{digits, std::to_chars(digits, digits + sizeof digits, handle, 16).ptr};
+    for (char& c : text)
+        if (c >= 'a') c = static_cast<char>(c - 'a' + 'A');
+    return text;
+}
+
 } // namespace qx::dxf

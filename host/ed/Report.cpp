@@ -1,12 +1,12 @@
 #include "ed/Report.h"
 
+#include "dxf/Tag.h"
 #include "ed/json.h"
 #include "ed/statusNames.h"
 #include "os/encoding.h"
 #include "shape/ExtentsSink.h"
 
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace qx::ed {
@@ -25,11 +25,9 @@ std::string boxText(const shape::Box& box) {
 
 // The members that every object's entry begins with, without the closing brace.
 std::string identity(const db::Drawing& drawing, db::Record* record) {
-    char buffer[20];
-    const char* end = std::to_chars(buffer, buffer + sizeof buffer, record->handle, 16).ptr;
     const AcDbObject* object = drawing.live(record);
     const std::string className = object ? os::toUtf8(object->isA()->name()) : std::string{};
-    return "{\"handle\": " + quoted(upperCase({buffer, end})) + ", \"class\": " + quoted(className);
+    return "{\"handle\": " + quoted(dxf::handleText(record->handle)) + ", \"class\": " + quoted(className);
 }
 
 const char* changeName(const db::Record* record, bool existedBefore, bool existsNow) {

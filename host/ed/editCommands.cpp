@@ -1,6 +1,7 @@
 #include "acedads.h"
 #include "dbidar.h"
 #include "dbobjptr.h"
+#include "dxf/Tag.h"
 #include "ed/hostCommands.h"
 #include "ed/prompts.h"
 #include "os/encoding.h"
@@ -36,11 +37,6 @@ std::string extentsOf(const AcDbEntity& entity) {
     AcDbExtents extents;
     if (entity.getGeomExtents(extents) != Acad::eOk) return "无范围";
     return "范围 " + textOf(extents.minPoint()) + " 至 " + textOf(extents.maxPoint());
-}
-
-std::string hex(std::uint64_t value) {
-    char buffer[20];
-    return upperCase({buffer, std::to_chars(buffer, buffer + sizeof buffer, value, 16).ptr});
 }
 
 bool takeBack(Session& session) {
@@ -91,8 +87,8 @@ void listCommand() {
     for (const AcDbObjectId id : askObjects()) {
         const AcDbObjectPointer<AcDbEntity> entity{id};
         if (entity.openStatus() != Acad::eOk) continue;
-        say(session, os::toUtf8(entity->isA()->name()) + "  句柄 " + hex(id.handle().value()) + "  图层 " +
-                         entity->layerState().name + "  " + extentsOf(*entity));
+        say(session, os::toUtf8(entity->isA()->name()) + "  句柄 " + dxf::handleText(id.handle().value()) +
+                         "  图层 " + entity->layerState().name + "  " + extentsOf(*entity));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "shape/WindowSink.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace qx::ed {
 namespace {
@@ -28,7 +29,7 @@ double pixelSize(const db::Drawing& drawing) {
 
 // Distances that differ by rounding only are equal: where two lines cross, both are hit.
 db::Record* pickedAt(const db::Drawing& drawing, const AcGePoint3d& point, double reach) {
-    const double same = reach * 1e-9;
+    const double same = std::max(reach * 1e-9, std::numeric_limits<double>::min());
     db::Record* best = nullptr;
     double bestDistance = reach;
     forEachSelectable(drawing, [&](db::Record* record, const AcDbEntity& entity) {

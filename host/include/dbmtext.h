@@ -86,6 +86,7 @@ private:
     struct Axes;
     const qx::text::MultilineText& lines() const;
     Axes axes() const;
+    void draw(qx::shape::Sink& sink, const AcGePoint3d& location, const Axes& axes) const;
     Data data_;
     mutable std::unique_ptr<Layout> layout_;
 };

@@ -1,5 +1,8 @@
 #include "encoding.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace qx::os {
 namespace {
 
@@ -103,6 +106,24 @@ std::string toUtf8(std::wstring_view wide) {
     out.reserve(wide.size());
     while (!wide.empty()) append(out, takeCodePoint(wide));
     return out;
+}
+
+bool isAscii(std::string_view bytes) {
+    return std::ranges::none_of(bytes, [](char c) { return (c & 0x80) != 0; });
+}
+
+Converter::Converter(Converter&& other) noexcept
+    : handle_{std::exchange(other.handle_, nullptr)}, known_{other.known_} {}
+
+Converter& Converter::operator=(Converter&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(known_, other.known_);
+    return *this;
+}
+
+std::string Converter::toUtf8(std::string_view bytes) {
+    // Every page agrees with ASCII, and most strings of a drawing need no more.
+    return isAscii(bytes) ? std::string{bytes} : decoded(bytes);
 }
 
 } // namespace qx::os

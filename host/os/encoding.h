@@ -16,6 +16,8 @@ QX_HOST_API std::wstring toWide(std::string_view utf8);
 QX_HOST_API std::string toUtf8(std::u32string_view codePoints);
 QX_HOST_API std::string toUtf8(std::wstring_view wide);
 
+QX_HOST_API bool isAscii(std::string_view bytes);
+
 /// Decodes the bytes of one code page, as drawings name it: "ANSI_936", "ANSI_1252", "DOS437", "ISO8859-5",
 /// "GB2312", "UTF-8", ... in any case. Not for use by two threads at once.
 class QX_HOST_API Converter {
@@ -31,6 +33,8 @@ public:
     std::string toUtf8(std::string_view bytes);
 
 private:
+    std::string decoded(std::string_view bytes);
+
     void* handle_ = nullptr; // the system's; null decodes ASCII only
     bool known_ = true;
 };

@@ -1,10 +1,8 @@
 #include "encoding.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <iconv.h>
-#include <utility>
 
 namespace qx::os {
 namespace {
@@ -40,10 +38,6 @@ void* openConversion(const std::string& name) {
     return handle == reinterpret_cast<iconv_t>(-1) ? nullptr : handle;
 }
 
-bool isAscii(std::string_view bytes) {
-    return std::none_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
-}
-
 /// Decodes up to the first byte that can't be, which becomes U+FFFD; advances `in` past both.
 void decodeRun(iconv_t handle, std::string_view& in, std::string& out) {
     std::array<char, 1024> chunk;
@@ -74,22 +68,11 @@ Converter::Converter(std::string_view codePage) : handle_{openConversion(systemN
     if (!known_) handle_ = openConversion("CP1252");
 }
 
-Converter::Converter(Converter&& other) noexcept
-    : handle_{std::exchange(other.handle_, nullptr)}, known_{other.known_} {}
-
-Converter& Converter::operator=(Converter&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    std::swap(known_, other.known_);
-    return *this;
-}
-
 Converter::~Converter() {
     if (handle_) ::iconv_close(handle_);
 }
 
-std::string Converter::toUtf8(std::string_view bytes) {
-    // Every page agrees with ASCII, and most strings of a drawing need no more.
-    if (isAscii(bytes)) return std::string{bytes};
+std::string Converter::decoded(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() * 2);
     if (!handle_) {

@@ -4,7 +4,6 @@
 #include <array>
 #include <charconv>
 #include <map>
-#include <utility>
 #include <windows.h>
 
 namespace qx::os {
@@ -50,10 +49,6 @@ UINT pageNumber(std::string_view codePage) {
     UINT number = 0;
     const auto [stop, error] = std::from_chars(digits, end, number);
     return stop == end && error == std::errc{} ? page->firstOfFamily + number : 0;
-}
-
-bool isAscii(std::string_view bytes) {
-    return std::none_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
 }
 
 bool isControl(wchar_t c) { return c >= 0x80 && c < 0xA0; }
@@ -146,20 +141,8 @@ Converter::Converter(std::string_view codePage) {
     handle_ = new Page{known_ ? number : western};
 }
 
-Converter::Converter(Converter&& other) noexcept
-    : handle_{std::exchange(other.handle_, nullptr)}, known_{other.known_} {}
-
-Converter& Converter::operator=(Converter&& other) noexcept {
-    std::swap(handle_, other.handle_);
-    std::swap(known_, other.known_);
-    return *this;
-}
-
 Converter::~Converter() { delete static_cast<Page*>(handle_); }
 
-std::string Converter::toUtf8(std::string_view bytes) {
-    // Every page agrees with ASCII, and most strings of a drawing need no more.
-    return isAscii(bytes) ? std::string{bytes} : static_cast<Page*>(handle_)->toUtf8(bytes);
-}
+std::string Converter::decoded(std::string_view bytes) { return static_cast<Page*>(handle_)->toUtf8(bytes); }
 
 } // namespace qx::os

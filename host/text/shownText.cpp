@@ -1,58 +1,37 @@
 #include "text/shownText.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace qx::text {
 namespace {
 
 constexpr char32_t diameter = U'\u2205', degree = U'\u00B0', plusMinus = U'\u00B1';
 
+struct Sign {
+    char32_t code, shown;
+};
+constexpr Sign signs[] = {{U'c', diameter},  {U'C', diameter},  {U'd', degree}, {U'D', degree},
+                          {U'p', plusMinus}, {U'P', plusMinus}, {U'%', U'%'}};
+constexpr std::u32string_view switches = U"uUoOkK"; // of lines through the text
+
 bool isDigit(char32_t c) { return c >= U'0' && c <= U'9'; }
 
 // Stroke fonts keep the three drafting signs at 127 to 129; all other numbers are taken as Unicode.
 char32_t characterOf(char32_t number) {
-    switch (number) {
-    case 127:
-        return degree;
-    case 128:
-        return plusMinus;
-    case 129:
-        return diameter;
-    default:
-        return number;
-    }
+    constexpr char32_t first = 127, drafting[] = {degree, plusMinus, diameter};
+    return number >= first && number < first + std::size(drafting) ? drafting[number - first] : number;
 }
 
 } // namespace
 
 std::size_t expandPercentCode(std::u32string_view rest, std::u32string& shown) {
-    if (rest.empty()) return 0;
-    switch (rest[0]) {
-    case U'c':
-    case U'C':
-        shown += diameter;
-        return 1;
-    case U'd':
-    case U'D':
-        shown += degree;
-        return 1;
-    case U'p':
-    case U'P':
-        shown += plusMinus;
-        return 1;
-    case U'%':
-        shown += U'%';
-        return 1;
-    case U'u':
-    case U'U':
-    case U'o':
-    case U'O':
-    case U'k':
-    case U'K':
-        return 1;
-    default:
-        break;
-    }
+    for (const auto& [code, sign] : signs)
+        if (rest.starts_with(code)) {
+            shown += sign;
+            return 1;
+        }
+    if (!rest.empty() && switches.find(rest[0]) != switches.npos) return 1;
     char32_t number = 0;
     std::size_t used = 0;
     for (; used < std::min<std::size_t>(rest.size(), 3) && isDigit(rest[used]); ++used)

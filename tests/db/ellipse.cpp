@@ -58,10 +58,11 @@ TEST(Ellipse, tellsItsAxesAndAngles) {
 TEST(Ellipse, isMadeFromAngles) {
     const AcDbEllipse whole{{1, 2, 3}, AcGeVector3d::kZAxis, {0, 4, 0}, 0.5};
     EXPECT_EQ(endsOf(whole), "1,6,3 1,6,3 closed");
-    const AcDbEllipse part{{0, 0, 0}, -AcGeVector3d::kZAxis, {4, 0, 0}, 0.5, std::atan(0.5), pi};
-    EXPECT_DOUBLE_EQ(part.startAngle(), std::atan(0.5));
-    EXPECT_DOUBLE_EQ(part.endAngle(), pi);
-    EXPECT_EQ(endsOf(part), "2.828427,-1.414214 -4,0 ");
+    const double half = std::atan(0.5);
+    const AcDbEllipse part{{0, 0, 0}, -AcGeVector3d::kZAxis, {4, 0, 0}, 0.5, half, pi - half};
+    EXPECT_DOUBLE_EQ(part.startAngle(), half);
+    EXPECT_DOUBLE_EQ(part.endAngle(), pi - half);
+    EXPECT_EQ(endsOf(part), "2.828427,-1.414214 -2.828427,-1.414214 ");
     const auto drawing = read(DrawingText{}.bytes());
     auto* made = new AcDbEllipse{{1, 2, 3}, -AcGeVector3d::kZAxis, {4, 0, 0}, 0.5, 0, pi};
     const auto handle = drawing->append(drawing->modelSpace(), made)->handle;

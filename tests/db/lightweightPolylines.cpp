@@ -146,8 +146,10 @@ TEST(LightweightPolylines, copyOldOnes) {
         if (each.status != Acad::eOk) continue;
         EXPECT_EQ(RecordedShape{copy}.points, RecordedShape{*source}.points) << each.entities[0];
         EXPECT_EQ(copy.colorIndex(), source->colorIndex()) << each.entities[0];
-        copy.getWidthsAt(1, start, end);
-        EXPECT_EQ(end, copy.isClosed() ? 2 : 0) << each.entities[0];
+        for (const unsigned i : {0u, 1u}) {
+            copy.getWidthsAt(i, start, end);
+            EXPECT_EQ(end, !copy.isClosed() ? 0 : i == 0 ? 0.5 : 2) << each.entities[0];
+        }
         EXPECT_EQ(copy.isClosed(), static_cast<AcDb2dPolyline*>(source.object())->isClosed())
             << each.entities[0];
     }

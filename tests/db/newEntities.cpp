@@ -183,9 +183,13 @@ TEST(NewEntities, getASectionWhereThereIsNone) {
 }
 
 TEST(NewEntities, areRefusedByABlockThatIsOnlyNamed) {
-    const auto drawing =
-        read(tags("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC|0 SECTION|2 TABLES|0 TABLE"
-                  "|2 BLOCK_RECORD|0 BLOCK_RECORD|5 30|2 B|0 ENDTAB|0 ENDSEC|0 EOF"));
+    const std::string named = "0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|0 ENDSEC|0 SECTION|2 TABLES|0 TABLE"
+                              "|2 BLOCK_RECORD|0 BLOCK_RECORD|5 30|2 B|0 ENDTAB|0 ENDSEC";
+    const auto defined = read(tags(named + "|0 SECTION|2 BLOCKS|0 BLOCK|2 B|0 ENDBLK|0 ENDSEC|0 EOF"));
+    append(*defined, newLine(), 0x30);
+    EXPECT_EQ(defined->toBytes().find("ENTITIES"), std::string::npos)
+        << "what is in a block needs no section";
+    const auto drawing = read(tags(named + "|0 EOF"));
     AcDbObjectPointer<AcDbBlockTableRecord> block{idOf(*drawing, 0x30), AcDb::kForWrite};
     const auto entity = newLine();
     EXPECT_EQ(block->appendAcDbEntity(entity.get()), Acad::eNotApplicable);

@@ -73,13 +73,10 @@ TEST(OpenRules, inOneTable) {
         {line, "read write", Acad::eWasOpenForRead, 1},
         {line, "read notify", Acad::eWasOpenForRead, 1},
         {line, "256readers read", Acad::eAtMaxReaders, 256},
-        {line, "256readers write", Acad::eWasOpenForRead, 256},
         {line, "256readers close read", Acad::eOk, 256},
         {line, "write read", Acad::eWasOpenForWrite, 1},
         {line, "write write", Acad::eWasOpenForWrite, 1},
-        {line, "write notify", Acad::eWasOpenForWrite, 1},
         {line, "notify read", Acad::eWasOpenForNotify, 1},
-        {line, "notify write", Acad::eWasOpenForNotify, 1},
         {line, "notify notify", Acad::eWasOpenForNotify, 1},
         {line, "notify upgrade", Acad::eWasOpenForNotify, 1},
         {line, "notify downgrade", Acad::eWasOpenForNotify, 1},
@@ -87,7 +84,6 @@ TEST(OpenRules, inOneTable) {
         {line, "read close write", Acad::eOk, 1},
         {line, "read read close write", Acad::eWasOpenForRead, 1},
         {line, "read close close", Acad::eNotOpenForRead, 0},
-        {line, "write close close", Acad::eNotOpenForRead, 0},
 
         {line, "read upgrade read", Acad::eWasOpenForWrite, 1},
         {line, "read upgrade erase", Acad::eOk, 1},
@@ -125,7 +121,6 @@ TEST(OpenRules, inOneTable) {
         {line, "closeDrawing read", Acad::ePermanentlyErased, 0},
         {line, "closeDrawing readErased", Acad::ePermanentlyErased, 0},
         {line, "read closeAll write", Acad::eOk, 1},
-        {line, "256readers closeAll write", Acad::eOk, 1},
         {line, "notify closeAll read", Acad::eOk, 1},
     };
     for (const auto& each : cases) {

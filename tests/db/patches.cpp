@@ -69,6 +69,10 @@ const PatchCase cases[] = {
     // 1011 moves and turns, 1012 and 1013 turn.
     {shift(5, 0) * quarter,
      "POINT|10 0.0>5.0|50 0.0>90.0|1001 X|1011 0.0>5.0|1012 0.0>-2.0|1022 2.0>0.0|1013 0.0|1023 0.0"},
+    // Behind a 1013 that turns, and behind an embedded object, a 1011 still moves.
+    {shift(5, 0) * quarter,
+     "POINT|10 0.0>5.0|50 0.0>90.0|1001 X|1013 2.0>0.0|1023 0.0>2.0|1011 1.0>5.0|1021 0.0>1.0"},
+    {shift(5, 0), "MTEXT|10 1.0>6.0|40 2.5|1 a|101 Embedded Object|10 7.0|1001 X|1011 0.0>5.0|1021 1.0"},
     // Missing groups stand before extended data.
     {shift(0, 0, 1),
      "LINE|10 1.0|20 2.0|>30 1.0|11 3.0|21 4.0|>31 1.0|1001 X|1011 0.0|1021 0.0|1031 0.0>1.0"},
@@ -109,8 +113,7 @@ const PatchCase cases[] = {
     // An integer with a point stays.
     {twice, "LINE|62 1.5|10 1.0>2.0|20 2.0>4.0|11 3.0>6.0|21 4.0>8.0"},
     // What a turn does not reach keeps its digits.
-    {quarter,
-     "ARC|10 1.0>0.0|20 0.0>1.0|30 0.10000000000000001|40 2.50|50 350.0>80.0|51 1.0>91.0|230 2.0"},
+    {quarter, "ARC|10 1.0>0.0|20 0.0>1.0|30 0.10000000000000001|40 2.50|50 350.0>80.0|51 1.0>91.0|230 2.0"},
     // Text.
     // Left text, its second point stays.
     {shift(1, 0), "TEXT|10 1.0>2.0|20 2.0|40 2.5|1 a|72 0|11 0.0|21 0.0|73 0"},

@@ -136,10 +136,11 @@ TEST(EntityPick, picksInTheUserSystem) {
 }
 
 TEST(EntityPick, reachesAsFarAsPickboxSays) {
-    for (const int pickbox : {3, 20}) {
+    for (const int pickbox : {0, 3, 20}) {
         Editor editor{scene.bytes()};
         editor.session.variables().force("PICKBOX", pickbox);
         EXPECT_EQ(picked(editor, "500,10\n"), pickbox == 20 ? "A1 at 500,10,0" : "-5001, ERRNO 7");
+        EXPECT_EQ(picked(editor, "500,0\n"), "A1 at 500,0,0") << pickbox;
     }
 }
 

@@ -70,20 +70,22 @@ TEST_F(Report, knowsNewAndErasedObjects) {
     editor.define([&] {
         AcDbObjectPointer<AcDbBlockTableRecord> space{AcDbObjectId{editor.drawing().modelSpace()},
                                                       AcDb::kForWrite};
-        auto* line = new AcDbLine{{1, 2, 0}, {3, 4, 0}};
-        AcDbObjectId id;
-        ASSERT_EQ(space->appendAcDbEntity(id, line), Acad::eOk);
-        line->close();
+        for (auto* line : {new AcDbLine{{1, 2, 0}, {3, 4, 0}}, new AcDbLine{{5, 6, 0}, {7, 8, 0}}}) {
+            ASSERT_EQ(space->appendAcDbEntity(line), Acad::eOk);
+            if (line->startPoint().x == 5) line->erase(); // drawn only to measure against
+            line->close();
+        }
     });
     editor.run("BODY\nERASE\n(handent \"A1\")\n\n");
-    expect(R"("change":"created","before":null,"after":{"min":[1,2,0],"max":[3,4,0]}})");
+    expect(R"("change":"created","before":null,"after":{"min":[1,2,0],"max":[3,4,0]}}],)");
     expect(R"("change":"erased","before":{"min":[0,0,0],"max":[10,5,0]},"after":null})");
 }
 
 // What each of the commands changed, one after the other: "handle change, x from -> to".
 std::string changesOf(const std::string& json) {
     static const std::regex entry{
-        R"re("handle":"(\w+)","class":"\w+","change":"(\w+)","before":(null|.{8}([^,]*)[^}]*}),"after":(null|.{8}([^,]*)))re"};
+        R"re("handle":"(\w+)","class":"\w+","change":"(\w+)",)re"
+        R"re("before":(null|.{8}([^,]*)[^}]*}),"after":(null|.{8}([^,]*)))re"};
     std::string text;
     for (std::sregex_iterator at{json.begin(), json.end(), entry}, end; at != end; ++at) {
         const auto x = [&](std::size_t group) {

@@ -117,7 +117,7 @@ TEST(SelectionPrompt, picksInTheUserSystem) {
                                                   "|9 $UCSYDIR|10 -1|20 0|30 0"}
                       .bytes()};
     std::string selected;
-    for (const char* answers : {"0,300\n\n", "*300,0\n\n", "300,0\n\n"}) {
+    for (const char* answers : {"0,300\n\n", "*300,0\n\n", "W\n-1,-1\n1,1001\n\n", "300,0\n\n"}) {
         select(editor, selected, answers);
         EXPECT_EQ(selected, answers[0] == '3' ? "-5001" : "A1") << answers;
     }

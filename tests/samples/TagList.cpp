@@ -43,12 +43,6 @@ void describe(Object& object, const Tag& tag) {
     if (member && member->empty()) *member = trimmed(tag.valueLine);
 }
 
-bool isPoint(const TagList& list, const Tag& tag) {
-    const std::string& type = list.objectOf(tag).type;
-    const bool hasDirection = type == "MTEXT" || type == "ELLIPSE";
-    return tag.code() == 10 || (tag.code() == 11 && !hasDirection);
-}
-
 } // namespace
 
 int Tag::code() const { return static_cast<int>(number(codeLine)); }
@@ -100,21 +94,6 @@ std::set<std::string> movedObjects(const TagList& before, const TagList& after, 
     EXPECT_EQ(i, before.tags.size());
     EXPECT_EQ(before.objects.size(), after.objects.size());
     return handles;
-}
-
-std::vector<double> distancesWithin(const TagList& list, const std::set<std::string>& handles) {
-    struct Point {
-        double x, y;
-    };
-    std::vector<Point> points;
-    for (std::size_t i = 0; i + 1 < list.tags.size(); ++i)
-        if (const Tag& x = list.tags[i]; isPoint(list, x) && handles.contains(list.objectOf(x).handle))
-            points.push_back({number(x.valueLine), number(list.tags[i + 1].valueLine)});
-    std::vector<double> distances;
-    for (std::size_t i = 0; i < points.size(); ++i)
-        for (std::size_t j = 0; j < i; ++j)
-            distances.push_back(std::hypot(points[i].x - points[j].x, points[i].y - points[j].y));
-    return distances;
 }
 
 double greatestDifference(const TagList& left, const TagList& right) {

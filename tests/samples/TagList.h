@@ -41,9 +41,6 @@ enum class Rewrites { coordinates, anglesAsWell };
 std::set<std::string> movedObjects(const TagList& before, const TagList& after,
                                    Rewrites rewrites = Rewrites::coordinates);
 
-/// Between each two points of the objects in the XY plane, in the order of the file.
-std::vector<double> distancesWithin(const TagList& list, const std::set<std::string>& handles);
-
 /// How far the numbers of the two are apart at most; infinity if anything else differs.
 double greatestDifference(const TagList& left, const TagList& right);
 

@@ -5,7 +5,6 @@
 #include "samples/changes.h"
 
 #include <algorithm>
-#include <map>
 
 namespace {
 using namespace qx::tests;
@@ -14,9 +13,9 @@ bool isTurning(const std::string& name) {
     return contentOf(samplePath(name + ".scr")).find("KV_ObjectAlign") != std::string::npos;
 }
 
-std::vector<std::string> scriptsThat(bool turn) {
+std::vector<std::string> positioningScripts() {
     std::vector<std::string> names = sampleScripts();
-    std::erase_if(names, [&](const std::string& name) { return isTurning(name) != turn; });
+    std::erase_if(names, isTurning);
     return names;
 }
 
@@ -81,42 +80,12 @@ TEST_P(SampleScript, isUndoneToTheByteAndDoneAgain) {
     EXPECT_TRUE(contentOf(folder / "redone.dxf") == contentOf(folder / "once.dxf"));
 }
 
-class TurningScript : public SampleScript {
-protected:
-    /// What keeps its distances: one object, or all that a command on groups moved.
-    std::vector<std::set<std::string>> movedTogether() const {
-        const bool groups = transcript.find(">: G\n") != std::string::npos;
-        std::map<std::string, std::set<std::string>> together;
-        for (const Change& each : reported().changed)
-            if (each.before != each.after)
-                together[groups ? std::to_string(each.command) : each.handle].insert(each.handle);
-        std::vector<std::set<std::string>> sets;
-        for (const auto& [key, handles] : together) sets.push_back(handles);
-        return sets;
-    }
-    void expectKeptDistances(const std::set<std::string>& handles) const {
-        const TagList before{contentOf(drawing)}, after{contentOf(folder / "once.dxf")};
-        const std::vector<double> old = distancesWithin(before, handles),
-                                  now = distancesWithin(after, handles);
-        ASSERT_EQ(old.size(), now.size());
-        for (std::size_t i = 0; i < old.size(); ++i) EXPECT_NEAR(old[i], now[i], 1e-9);
-    }
-};
-
-TEST_P(TurningScript, keepsTheShapeOfWhatItTurns) {
-    for (const std::set<std::string>& handles : movedTogether()) {
-        SCOPED_TRACE(*handles.begin());
-        expectKeptDistances(handles);
-    }
-}
-
 std::string testName(const testing::TestParamInfo<std::string>& info) {
     std::string name = info.param;
     std::ranges::replace(name, '-', '_');
     return name;
 }
 INSTANTIATE_TEST_SUITE_P(Of, SampleScript, testing::ValuesIn(sampleScripts()), testName);
-INSTANTIATE_TEST_SUITE_P(Of, PositioningScript, testing::ValuesIn(scriptsThat(false)), testName);
-INSTANTIATE_TEST_SUITE_P(Of, TurningScript, testing::ValuesIn(scriptsThat(true)), testName);
+INSTANTIATE_TEST_SUITE_P(Of, PositioningScript, testing::ValuesIn(positioningScripts()), testName);
 
 } // namespace

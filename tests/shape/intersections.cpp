@@ -207,12 +207,6 @@ AcGePoint3d pointAt(const Primitive& primitive, double t) {
     return arc.at(std::cos(t * arc.sweep), std::sin(t * arc.sweep));
 }
 
-std::vector<AcGePoint3d> samples(const Primitive& primitive, int count) {
-    std::vector<AcGePoint3d> points;
-    for (int i = 0; i <= count; ++i) points.push_back(pointAt(primitive, static_cast<double>(i) / count));
-    return points;
-}
-
 // By sampling and then narrowing down around the samples that are nearer than their neighbours: slow, but
 // knows nothing of the curve.
 double distanceTo(const Primitive& primitive, const AcGePoint3d& p) {
@@ -291,44 +285,6 @@ TEST(IntersectionsLaw, pointsLieOnBothCurvesInOrderAndSwappedAreTheSame) {
         met += found.count() > 0;
     }
     EXPECT_GT(met, 1000);
-}
-
-/// Where two polygons cross in the plane that both lie in, coarsely.
-std::vector<AcGePoint3d> coarseCrossings(const std::vector<AcGePoint3d>& a,
-                                         const std::vector<AcGePoint3d>& b) {
-    std::vector<AcGePoint3d> found;
-    for (std::size_t i = 1; i < a.size(); ++i)
-        for (std::size_t k = 1; k < b.size(); ++k) {
-            const AcGeVector3d d = a[i] - a[i - 1], e = b[k] - b[k - 1], way = b[k - 1] - a[i - 1];
-            const AcGeVector3d n = d.crossProduct(e);
-            const double s = way.crossProduct(e).dotProduct(n) / n.lengthSqrd();
-            const double t = way.crossProduct(d).dotProduct(n) / n.lengthSqrd();
-            // Well inside of both, and at a good angle: the curves themselves cross there, too.
-            if (s < 0 || s > 1 || t < 0 || t > 1 || n.length() < 0.2 * d.length() * e.length()) continue;
-            found.push_back(a[i - 1] + d * s);
-        }
-    return found;
-}
-
-TEST(IntersectionsLaw, noCrossingIsMissed) {
-    constexpr int count = 150;
-    int crossings = 0;
-    for (unsigned seed = 1; seed <= 2500; ++seed) {
-        shapes::Random random(seed);
-        const RandomPair pair(random);
-        if (!pair.isFlat) continue; // in space, what passes near by may pass
-        const auto a = samples(pair.first, count), b = samples(pair.second, count);
-        const Meetings found = intersections({pair.first}, {pair.second});
-        for (const AcGePoint3d& p : coarseCrossings(a, b)) {
-            if (p.distanceTo(a.front()) < 0.2 || p.distanceTo(a.back()) < 0.2) continue;
-            if (p.distanceTo(b.front()) < 0.2 || p.distanceTo(b.back()) < 0.2) continue;
-            const auto isNear = [&](const AcGePoint3d& q) { return p.distanceTo(q) < 0.15; };
-            ASSERT_TRUE(std::any_of(found.begin(), found.end(), isNear))
-                << "seed " << seed << ": " << text(std::array{p}) << " of " << text(found);
-            ++crossings;
-        }
-    }
-    EXPECT_GT(crossings, 500);
 }
 
 // Curves in space that are laid through a point of an arc, in any direction and size, planes that are all
