@@ -9,7 +9,7 @@ HINSTANCE _hdllInstance = nullptr;
 static AFX_EXTENSION_MODULE extensionModule{};
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
-    if (reason == DLL_PROCESS_ATTACH) {
+    if (reason == DLL_PROCESS_ATTACH && !extensionModule.bInitialized) {
         if (!AfxInitExtensionModule(extensionModule, instance)) return FALSE;
         _hdllInstance = instance;
         new CDynLinkLibrary(extensionModule); // deleted with the chain, below

@@ -16,7 +16,7 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
 add_library(QXHost INTERFACE)
 target_include_directories(QXHost SYSTEM INTERFACE ${OBJECTARX_SDK}/inc ${OBJECTARX_SDK}/inc-x64)
-target_compile_definitions(QXHost INTERFACE _AFXDLL _WINDOWS)
+target_compile_definitions(QXHost INTERFACE _AFXDLL _AFXEXT _WINDOWS)
 # MFC insists on being the first to include the system's headers.
 target_precompile_headers(QXHost INTERFACE <afxwin.h> <afxext.h> <afxdialogex.h>)
 # Some of the libraries carry the host's version in their names.

@@ -1,8 +1,9 @@
 # What every Windows program and module of this tree needs.
-add_compile_definitions(UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN)
+add_compile_definitions(UNICODE _UNICODE NOMINMAX)
 if(MSVC)
   return()
 endif()
+add_compile_definitions(WIN32_LEAN_AND_MEAN)
 
 # The same bytes from the same sources, and the compiler's runtime beside it. That is shared: exceptions and error
 # categories must mean the same in every DLL.

@@ -37,7 +37,7 @@ void CButtonST::SetFlat(BOOL flat, BOOL repaint) {
     if (repaint) Invalidate();
 }
 
-HICON CButtonST::shownIcon() const { return out_ && !isHovered_ ? out_.get() : in_.get(); }
+HICON CButtonST::shownIcon(bool isPressed) const { return out_ && isPressed ? out_.get() : in_.get(); }
 
 void CButtonST::DrawItem(LPDRAWITEMSTRUCT item) {
     CString caption;
@@ -46,7 +46,7 @@ void CButtonST::DrawItem(LPDRAWITEMSTRUCT item) {
     qx::controls::paintButton(item->hDC, item->rcItem,
                               {.caption = caption.GetString(),
                                .font = reinterpret_cast<HFONT>(SendMessage(WM_GETFONT)),
-                               .icon = shownIcon(),
+                               .icon = shownIcon(is(ODS_SELECTED)),
                                .iconSize = iconSize(),
                                .hasBorder = !isFlat_ || isHovered_,
                                .isPressed = is(ODS_SELECTED),

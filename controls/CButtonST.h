@@ -8,8 +8,8 @@
 
 class CButtonST : public CButton {
 public:
-    /// Icons of the module's resources, in the size that suits the button: one for every state, or one while
-    /// the pointer is over the button and another (`out`) while it is not. FALSE without such an icon.
+    /// Icons of the module's resources, in the size that suits the button: one for every state, or
+    /// another (`out`) while the button is pressed. FALSE without such an icon.
     BOOL SetIcon(int in, int out = 0);
     /// A flat button has a border only while the pointer is over it.
     void SetFlat(BOOL flat = TRUE, BOOL repaint = TRUE);
@@ -29,7 +29,7 @@ protected:
 
 private:
     int iconSize() const;
-    HICON shownIcon() const;
+    HICON shownIcon(bool isPressed) const;
 
     qx::controls::OwnedIcon in_;
     qx::controls::OwnedIcon out_;

@@ -42,7 +42,7 @@ private:
     HGDIOBJ old_;
 };
 
-/// A quarter of the way from one colour to another.
+/// Some of the way from one colour to another.
 COLORREF tinted(COLORREF base, COLORREF towards) {
     const auto mix = [](int from, int to) { return static_cast<BYTE>(from + (to - from) / 6); };
     return RGB(mix(GetRValue(base), GetRValue(towards)), mix(GetGValue(base), GetGValue(towards)),

@@ -3,20 +3,15 @@
 #include <afxwin.h>
 
 namespace qx::controls {
-namespace {
 
-HICON load(int id, int size, UINT flags) {
+OwnedIcon loadIcon(int id, int size) {
     const LPCWSTR name = MAKEINTRESOURCEW(id);
     const HINSTANCE module = AfxFindResourceHandle(name, RT_GROUP_ICON);
-    return static_cast<HICON>(::LoadImageW(module, name, IMAGE_ICON, size, size, flags));
+    return OwnedIcon{static_cast<HICON>(::LoadImageW(module, name, IMAGE_ICON, size, size, LR_DEFAULTCOLOR))};
 }
 
-} // namespace
-
-OwnedIcon loadIcon(int id, int size) { return OwnedIcon{load(id, size, LR_DEFAULTCOLOR)}; }
-
-HICON sharedWindowIcon(int id, int sizeMetric) {
-    return load(id, ::GetSystemMetrics(sizeMetric), LR_DEFAULTCOLOR | LR_SHARED);
+WindowIcons::WindowIcons(int id)
+    : small{loadIcon(id, ::GetSystemMetrics(SM_CXSMICON))}, big{loadIcon(id, ::GetSystemMetrics(SM_CXICON))} {
 }
 
 } // namespace qx::controls

@@ -16,8 +16,12 @@ using OwnedIcon = std::unique_ptr<HICON, IconDestroyer>;
 /// In pixels, square. Null without such an icon.
 OwnedIcon loadIcon(int id, int size);
 
-/// The picture of a window, for its caption (SM_CXSMICON) or for where there is more room (SM_CXICON). It
-/// belongs to the system. Null without such an icon.
-HICON sharedWindowIcon(int id, int sizeMetric);
+/// The picture of a window: for its caption, and for where there is more room.
+struct WindowIcons {
+    explicit WindowIcons(int id);
+
+    OwnedIcon small;
+    OwnedIcon big;
+};
 
 } // namespace qx::controls

@@ -37,8 +37,7 @@ ON_BN_CLICKED(IDC_CANCEL, &DlgObjectAlign::OnCancel)
 END_MESSAGE_MAP()
 
 DlgObjectAlign::DlgObjectAlign(CWnd* parent)
-    : CDialogEx{IDD_OBJECT_ALIGN, parent}, icon_{qx::controls::sharedWindowIcon(IDI_GROUP_ALIGNMENT,
-                                                                                SM_CXICON)} {}
+    : CDialogEx{IDD_OBJECT_ALIGN, parent}, icons_{IDI_GROUP_ALIGNMENT} {}
 
 void DlgObjectAlign::DoDataExchange(CDataExchange* exchange) {
     CDialogEx::DoDataExchange(exchange);
@@ -58,8 +57,9 @@ void DlgObjectAlign::attach(CButtonST& button, int icon) {
 
 BOOL DlgObjectAlign::OnInitDialog() {
     CDialogEx::OnInitDialog();
-    SetIcon(icon_, TRUE);
-    SetIcon(qx::controls::sharedWindowIcon(IDI_GROUP_ALIGNMENT, SM_CXSMICON), FALSE);
+    icons_ = qx::controls::WindowIcons{IDI_GROUP_ALIGNMENT};
+    SetIcon(icons_.big.get(), TRUE);
+    SetIcon(icons_.small.get(), FALSE);
     attach(toLine_, IDI_ALIGN_TO_LINE);
     attach(atPoint_, IDI_ALIGN_AT_POINT);
     attach(cancel_, IDI_CANCEL);

@@ -31,7 +31,7 @@ private:
     afx_msg void OnAdjustSpacing();
     void attach(CButtonST& button, int icon);
 
-    HICON icon_;
+    qx::controls::WindowIcons icons_;
     int method_ = 0;
     int mode_ = 0;
     CButton adjustsSpacingBox_;

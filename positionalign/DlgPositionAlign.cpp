@@ -37,8 +37,7 @@ ON_BN_CLICKED(IDC_DISTRIBUTE_VERTICALLY, &DlgPositionAlign::choose<Action::verti
 END_MESSAGE_MAP()
 
 DlgPositionAlign::DlgPositionAlign(CWnd* parent)
-    : CDialogEx{IDD_POSITION_ALIGN, parent}, icon_{qx::controls::sharedWindowIcon(IDI_GROUP_ALIGNMENT,
-                                                                                  SM_CXICON)} {}
+    : CDialogEx{IDD_POSITION_ALIGN, parent}, icons_{IDI_GROUP_ALIGNMENT} {}
 
 void DlgPositionAlign::DoDataExchange(CDataExchange* exchange) {
     CDialogEx::DoDataExchange(exchange);
@@ -50,8 +49,9 @@ void DlgPositionAlign::DoDataExchange(CDataExchange* exchange) {
 
 BOOL DlgPositionAlign::OnInitDialog() {
     CDialogEx::OnInitDialog();
-    SetIcon(icon_, TRUE);
-    SetIcon(qx::controls::sharedWindowIcon(IDI_GROUP_ALIGNMENT, SM_CXSMICON), FALSE);
+    icons_ = qx::controls::WindowIcons{IDI_GROUP_ALIGNMENT};
+    SetIcon(icons_.big.get(), TRUE);
+    SetIcon(icons_.small.get(), FALSE);
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         buttons_[i].SetIcon(actionButtons[i].icon);
         buttons_[i].SetFlat(FALSE);

@@ -27,7 +27,7 @@ protected:
 private:
     template <Action action> void choose();
 
-    HICON icon_;
+    qx::controls::WindowIcons icons_;
     CNumberEdit offsetEdit_;
     double offset_ = 0;
     bool asksBasePoint_ = false;

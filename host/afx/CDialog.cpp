@@ -81,13 +81,12 @@ INT_PTR CDialog::DoModal() {
     isRunning_ = true; // OnInitDialog may already end it
     {
         const DisabledWindow disabled{parent};
-        if (!create(parent)) return -1;
-        runLoop();
-        ::ShowWindow(m_hWnd, SW_HIDE);
+        if (create(parent)) runLoop();
+        if (m_hWnd) ::ShowWindow(m_hWnd, SW_HIDE);
     }
     // The parent can be used again before the dialog goes, so that it and no stranger becomes active.
     if (parent) ::SetActiveWindow(parent);
-    ::DestroyWindow(m_hWnd);
+    if (m_hWnd) ::DestroyWindow(m_hWnd);
     qx::afx::rethrowException();
     return result_;
 }

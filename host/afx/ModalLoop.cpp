@@ -44,7 +44,8 @@ void runModalLoop(HWND dialog, const std::function<bool()>& isRunning) {
     while (isRunning() && !kept) {
         MSG message;
         if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-            idle(dialog);
+            // Looking for messages lets in those that were sent, and these may have ended it.
+            if (isRunning() && !kept) idle(dialog);
         } else if (message.message == WM_QUIT) {
             ::PostQuitMessage(static_cast<int>(message.wParam)); // for the loop outside
             break;

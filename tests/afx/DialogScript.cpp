@@ -51,6 +51,7 @@ DialogScript::~DialogScript() {
     isOver_ = true;
     watchdog_.join();
     EXPECT_TRUE(steps_.empty()) << "no dialog came for the last steps";
+    EXPECT_FALSE(wasCancelled_) << "nothing closed a dialog";
 }
 
 bool DialogScript::takeStep(HWND dialog) {

@@ -4,6 +4,7 @@
 #include <afxdialogex.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 using qx::tests::DialogScript;
@@ -139,6 +140,20 @@ TEST_F(Dialogs, LetAnExceptionOutOfDoModal) {
     EXPECT_TRUE(::IsWindowEnabled(frame.m_hWnd));
     script_.closeBox();
     EXPECT_EQ(dialog_.DoModal(), IDCANCEL) << "the next one is whole";
+}
+
+// What another thread sends arrives while the loop looks for messages, and leaves none behind.
+TEST_F(Dialogs, LetAnExceptionOutThatASentMessageCaused) {
+    dialog_.onPress_ = [] { throw std::runtime_error{"pressed"}; };
+    std::thread sender;
+    script_.look([&sender](HWND window) {
+        sender =
+            std::thread{[window] { ::SendMessageW(window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0); }};
+    });
+    for (int pause = 0; pause < 10; ++pause) script_.look([](HWND) { ::Sleep(10); });
+    EXPECT_THROW(dialog_.DoModal(), std::runtime_error);
+    sender.join();
+    script_.drop();
 }
 
 TEST_F(Dialogs, OpenOneAnother) {

@@ -2,6 +2,9 @@
 #include "afx/DialogScript.h"
 #include "afx/ModalLoop.h"
 #include "controls/GdiLedger.h"
+#include "controls/MemoryPicture.h"
+#include "controls/buttonPicture.h"
+#include "controls/icons.h"
 #include "ed/Editor.h"
 #include "os/TemporaryFolder.h"
 #include "res/resource.h"
@@ -103,6 +106,44 @@ TEST_F(ModuleDialogs, CancelledAskForNothing) {
     }
 }
 
+/// An icon of our own file.
+qx::controls::OwnedIcon ownIcon(int id, int size) {
+    const HMODULE file = ::GetModuleHandleW(L"QX_GroupAlignment.arx");
+    return qx::controls::OwnedIcon{
+        static_cast<HICON>(::LoadImageW(file, MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0))};
+}
+
+std::vector<DWORD> pictureOf(HICON icon, int size) {
+    const qx::tests::MemoryPicture canvas{size, size};
+    ::DrawIconEx(canvas.context(), 0, 0, icon, size, size, 0, nullptr, DI_NORMAL);
+    return canvas.pixels();
+}
+
+/// Each button as it paints itself is what it should be with this picture, and raised.
+void expectPicture(HWND dialog, int control, int icon) {
+    const HWND button = ::GetDlgItem(dialog, control);
+    RECT area{};
+    ::GetClientRect(button, &area);
+    const qx::tests::MemoryPicture shown{area.right, area.bottom}, expected{area.right, area.bottom};
+    DRAWITEMSTRUCT item{
+        ODT_BUTTON, static_cast<UINT>(control), 0, ODA_DRAWENTIRE, 0, button, shown.context(), area, 0};
+    ::SendMessageW(dialog, WM_DRAWITEM, static_cast<WPARAM>(control), reinterpret_cast<LPARAM>(&item));
+    const std::wstring caption = qx::tests::textOf(dialog, control);
+    const auto picture = ownIcon(icon, 16);
+    const bool isDefault = (::SendMessageW(button, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON) != 0;
+    qx::controls::paintButton(expected.context(), area,
+                              {.caption = caption,
+                               .font = reinterpret_cast<HFONT>(::SendMessageW(button, WM_GETFONT, 0, 0)),
+                               .icon = picture.get(),
+                               .iconSize = 16,
+                               .isDefault = isDefault});
+    EXPECT_TRUE(shown.pixels() == expected.pixels()) << control;
+}
+
+struct ButtonIcon {
+    int control, icon;
+};
+
 TEST_F(ModuleDialogs, FindTheirOwnResourcesWhereverTheHandlePoints) {
     const HMODULE other = ::LoadLibraryW(L"otherModule.arx");
     ASSERT_NE(other, nullptr);
@@ -112,16 +153,31 @@ TEST_F(ModuleDialogs, FindTheirOwnResourcesWhereverTheHandlePoints) {
         struct Case {
             const char* command;
             const wchar_t* title;
-            int button;
+            std::vector<ButtonIcon> buttons;
         };
-        for (const Case& c : {Case{"KV_PositionAlign", L"位置对齐", IDC_CENTRE_HORIZONTALLY},
-                              Case{"KV_ObjectAlign", L"对象对齐", IDC_ALIGN_TO_LINE}}) {
+        for (const Case& c :
+             {Case{"KV_PositionAlign",
+                   L"位置对齐",
+                   {{1216, 1208},
+                    {1231, 1205},
+                    {1217, 1210},
+                    {1218, 1212},
+                    {1219, 1209},
+                    {1220, 1203},
+                    {1221, 1204},
+                    {1222, 1206},
+                    {1224, 1213}}},
+              Case{"KV_ObjectAlign", L"对象对齐", {{1229, 1211}, {1201, 1207}, {1241, 1215}}}}) {
             script_.look([c](HWND dialog) {
                 wchar_t title[40] = {};
                 ::GetWindowTextW(dialog, title, 40);
                 EXPECT_STREQ(title, c.title);
-                EXPECT_NE(::GetDlgItem(dialog, c.button), nullptr);
-                EXPECT_NE(::SendMessageW(dialog, WM_GETICON, ICON_BIG, 0), 0);
+                for (const ButtonIcon& each : c.buttons) expectPicture(dialog, each.control, each.icon);
+                for (const auto& [kind, size] : {std::pair{ICON_BIG, 32}, {ICON_SMALL, 16}}) {
+                    const auto icon = reinterpret_cast<HICON>(
+                        ::SendMessageW(dialog, WM_GETICON, static_cast<WPARAM>(kind), 0));
+                    EXPECT_EQ(pictureOf(icon, size), pictureOf(ownIcon(55, size).get(), size));
+                }
             });
             script_.press(VK_ESCAPE);
             editor.run("SETVAR CMDDIA 1\n" + std::string{c.command} + "\n");
@@ -170,7 +226,7 @@ TEST_F(ModuleDialogs, LeaveNothingBehind) {
         EXPECT_EQ(qx::afx::attachedWindows(), 0u);
     }
     EXPECT_EQ(windowsOfThisThread(), windowsBefore);
-    EXPECT_EQ(ledger.taken(), 50u * 12) << "one picture for each button";
+    EXPECT_EQ(ledger.taken(), 50u * (12 + 2 * 4)) << "one picture for each button, and each window's, twice";
     EXPECT_EQ(ledger.alive(), 0u);
     EXPECT_EQ(ledger.strange(), 0u);
 }

@@ -1,6 +1,7 @@
 #include "controls/buttonPicture.h"
 
 #include "controls/GdiLedger.h"
+#include "controls/MemoryPicture.h"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -48,12 +49,8 @@ struct Picture {
 Picture painted(int width, int height, ButtonLook look) {
     Picture picture{width, height, {}};
     const int fullWidth = width + 2 * margin, fullHeight = height + 2 * margin;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, fullWidth, -fullHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    const HDC context = ::CreateCompatibleDC(nullptr);
-    const HBITMAP bitmap = ::CreateDIBSection(context, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ old = ::SelectObject(context, bitmap);
+    const qx::tests::MemoryPicture canvas{fullWidth, fullHeight};
+    const HDC context = canvas.context();
     const HBRUSH ground = ::CreateSolidBrush(outside);
     const RECT all{0, 0, fullWidth, fullHeight}, area{margin, margin, margin + width, margin + height};
     ::FillRect(context, &all, ground);
@@ -62,14 +59,9 @@ Picture painted(int width, int height, ButtonLook look) {
     const COLORREF textColour = ::GetTextColor(context);
     paintButton(context, area, look);
     EXPECT_EQ(::GetTextColor(context), textColour);
-    ::GdiFlush();
-    const auto* first = static_cast<const DWORD*>(bits);
-    picture.pixels.assign(first, first + fullWidth * fullHeight);
+    picture.pixels = canvas.pixels();
     ::DestroyIcon(look.icon);
     ::DeleteObject(ground);
-    ::SelectObject(context, old);
-    ::DeleteObject(bitmap);
-    ::DeleteDC(context);
     return picture;
 }
 

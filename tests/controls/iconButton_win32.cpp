@@ -2,6 +2,7 @@
 #include "app/ModuleOnTest_win32.h"
 #include "controls/CButtonST.h"
 #include "controls/GdiLedger.h"
+#include "controls/MemoryPicture.h"
 #include "res/resource.h"
 
 #include <gtest/gtest.h>
@@ -37,21 +38,11 @@ public:
 
     /// The button as it is painted, of its window's size.
     std::vector<DWORD> picture(UINT state = 0) {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, 75, -23, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        const HDC context = ::CreateCompatibleDC(nullptr);
-        const HBITMAP bitmap = ::CreateDIBSection(context, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        const HGDIOBJ old = ::SelectObject(context, bitmap);
-        DRAWITEMSTRUCT item{ODT_BUTTON, 1, 0, ODA_DRAWENTIRE, state, m_hWnd, context, {0, 0, 75, 23}, 0};
+        const qx::tests::MemoryPicture canvas{75, 23};
+        DRAWITEMSTRUCT item{ODT_BUTTON,     1, 0, ODA_DRAWENTIRE, state, m_hWnd, canvas.context(),
+                            {0, 0, 75, 23}, 0};
         DrawItem(&item);
-        ::GdiFlush();
-        const auto* first = static_cast<const DWORD*>(bits);
-        std::vector<DWORD> pixels(first, first + 75 * 23);
-        ::SelectObject(context, old);
-        ::DeleteObject(bitmap);
-        ::DeleteDC(context);
-        return pixels;
+        return canvas.pixels();
     }
 };
 
@@ -86,17 +77,17 @@ TEST_F(IconButton, PaintsItselfWhenAsked) {
     AfxSetResourceHandle(nullptr);
 }
 
-TEST_F(IconButton, ShowsWhetherThePointerIsOverIt) {
+TEST_F(IconButton, ShowsWhetherThePointerIsOverItAndASecondIconWhilePressed) {
     AfxSetResourceHandle(module_.file());
     button_.SetIcon(IDI_ALIGN_LEFT, IDI_ALIGN_RIGHT);
-    const auto away = button_.picture();
+    const auto away = button_.picture(), pressed = button_.picture(ODS_SELECTED);
     mouse(WM_MOUSEMOVE);
-    const auto over = button_.picture();
-    EXPECT_NE(over, away);
+    EXPECT_NE(button_.picture(), away);
     button_.SendMessage(WM_MOUSELEAVE);
     EXPECT_EQ(button_.picture(), away);
     button_.SetIcon(IDI_ALIGN_RIGHT);
-    EXPECT_EQ(button_.picture(), away) << "the picture of the pointer being elsewhere was the second";
+    EXPECT_NE(button_.picture(), away);
+    EXPECT_EQ(button_.picture(ODS_SELECTED), pressed);
     AfxSetResourceHandle(nullptr);
 }
 

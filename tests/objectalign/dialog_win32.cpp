@@ -133,8 +133,11 @@ TEST_F(ObjectDialog, SpacingBoxTakesDigits) {
     struct Case {
         const wchar_t *keys, *text;
     };
-    const Case cases[] = {
-        {L"1234567", L"123456"}, {L"-123456", L"123456"}, {L"1.5", L"15"}, {L"12\b3", L"13"}};
+    const Case cases[] = {{L"1234567", L"123456"},
+                          {L"-123456", L"123456"},
+                          {L"-12345678", L"1234567"},
+                          {L"1.5", L"15"},
+                          {L"12\b3", L"13"}};
     for (const Case& c : cases) {
         script_.click(IDC_ADJUST_SPACING).type(IDC_SPACING, c.keys);
         script_.look([c](HWND dialog) { EXPECT_EQ(textOf(dialog, IDC_SPACING), c.text); }).press(VK_ESCAPE);
@@ -142,7 +145,6 @@ TEST_F(ObjectDialog, SpacingBoxTakesDigits) {
     }
     script_.click(IDC_ADJUST_SPACING).paste(IDC_SPACING, L"-2.5").click(IDC_ALIGN_TO_LINE);
     EXPECT_EQ(result(), "mode 2, method 0, action 1, spacing -2.5, adjusted");
-    EXPECT_FALSE(script_.wasCancelled());
 }
 
 TEST_F(ObjectDialog, EnterPressesTheButtonThatHasTheFocus) {

@@ -84,7 +84,6 @@ TEST_F(PositionDialog, BeginsWithObjectsAndNoOffset) {
     });
     script_.press(VK_ESCAPE);
     EXPECT_EQ(result(), "cancelled");
-    EXPECT_FALSE(script_.wasCancelled());
 }
 
 TEST_F(PositionDialog, EnterEndsItWithoutAnActionUnlessAButtonHasTheFocus) {
@@ -105,8 +104,9 @@ TEST_F(PositionDialog, OffsetBoxTakesAShortDecimalNumber) {
         const wchar_t *keys, *text;
     };
     const Case cases[] = {
-        {L"1234567", L"123456"}, {L"-123456", L"-123456"}, {L".5", L"5"},      {L"1.2.3", L"1.23"},
-        {L"-.5", L"-5"},         {L"12\b3", L"13"},        {L"1a2 ３", L"12"}, {L"5\r6", L"56"},
+        {L"1234567", L"123456"}, {L"-123456", L"-123456"}, {L".5", L"5"},
+        {L"1.2.3", L"1.23"},     {L"-.5", L"-5"},          {L"12\b3", L"13"},
+        {L"1a2 ３", L"12"},      {L"5\r6", L"56"},         {L"5\x16", L"5"},
     };
     for (const Case& c : cases) {
         script_.type(IDC_OFFSET, c.keys);

@@ -35,11 +35,11 @@ const Lines objectAlign = {
     R"("对象对齐" 0,0 311x140 popup caption system menu modal frame shell font)"
     R"( "MS Shell Dlg" 8 400 0 1)",
     R"(1223 group box "选择模式" 19,18 96x88)",
-    R"(1232 radio group tab "组" 35,37 25x10)",
+    R"(1232 radio group "组" 35,37 25x10)",
     R"(1234 radio "多段线" 36,56 42x10)",
     R"(1236 radio "一般对象" 37,75 50x10)",
     R"(1226 group box group "对齐方式" 132,18 158x40)",
-    R"(1238 radio group tab "单独对象对齐（自动选择基线）" 151,30 136x10)",
+    R"(1238 radio group "单独对象对齐（自动选择基线）" 151,30 136x10)",
     R"(1239 radio "整体对象对齐（手动选择基线）" 151,45 136x10)",
     R"(1228 group box group "间距" 133,66 157x40)",
     R"(1242 check box tab "调整间距" 151,83 50x10)",
