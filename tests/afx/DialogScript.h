@@ -20,9 +20,6 @@ public:
     /// after the last step.
     ~DialogScript();
 
-    /// Forgets the steps that are left.
-    void drop() { steps_.clear(); }
-
     using Step = std::function<void(HWND dialog)>;
     DialogScript& look(Step step);
 

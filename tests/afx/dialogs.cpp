@@ -146,14 +146,14 @@ TEST_F(Dialogs, LetAnExceptionOutOfDoModal) {
 TEST_F(Dialogs, LetAnExceptionOutThatASentMessageCaused) {
     dialog_.onPress_ = [] { throw std::runtime_error{"pressed"}; };
     std::thread sender;
-    script_.look([&sender](HWND window) {
-        sender =
-            std::thread{[window] { ::SendMessageW(window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0); }};
+    qx::afx::setIdleStep([&sender](HWND window) {
+        if (!sender.joinable())
+            sender = std::thread{
+                [window] { ::SendMessageW(window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0); }};
+        return false; // the loop waits
     });
-    for (int pause = 0; pause < 10; ++pause) script_.look([](HWND) { ::Sleep(10); });
     EXPECT_THROW(dialog_.DoModal(), std::runtime_error);
     sender.join();
-    script_.drop();
 }
 
 TEST_F(Dialogs, OpenOneAnother) {
