@@ -109,7 +109,7 @@ void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
         if (sink.isFull() || each->has(Record::erased)) return;
         ++drawn_;
         const AcDbEntity* entity = drawing_.liveEntity(each);
-        if (entity && entity->isVisible()) entity->shape(sink);
+        if (entity && entity->isVisible()) entity->shapeInReference(sink);
     });
     --depth_;
     definition.isBeingDrawn = false;

@@ -191,7 +191,7 @@ bool Motion::isSafe() const {
     for (const PointField& field : fields_.table->points)
         if (counts(field, fields_.base) && !isUsable(moved(field))) return false;
     for (const Field& field : fields_.table->untranslated) {
-        if (field.role == Role::vector &&
+        if ((field.role == Role::vector || field.role == Role::direction) &&
             !isUsable(AcGePoint3d::kOrigin + matrix_ * memberAt<AcGeVector3d>(fields_.base, field.offset)))
             return false;
         if ((field.role == Role::length || field.role == Role::height) && scale_ != 1 &&
@@ -217,6 +217,9 @@ void Motion::change(const Field& field) const {
     } else if (field.role == Role::vector) {
         auto& vector = memberAt<AcGeVector3d>(fields_.base, field.offset);
         vector = withPlainZeros(matrix_ * vector);
+    } else if (field.role == Role::direction) {
+        auto& direction = memberAt<AcGeVector3d>(fields_.base, field.offset);
+        direction = withPlainZeros(matrix_ * direction / scale_);
     } else {
         auto& value = memberAt<double>(fields_.base, field.offset);
         value = field.role == Role::angleDegrees ? turned(value)

@@ -12,6 +12,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,7 @@ enum class Role : std::uint8_t {
     elevation,    ///< one number: how high the object's plane lies along the normal
     normal,       ///< the extrusion direction: turns, and looks the other way when mirrored
     vector,       ///< three numbers in world coordinates: turns and scales, but does not move
+    direction,    ///< the same of a length that no scale changes
     angleDegrees, ///< counter-clockwise about the normal, from the object coordinate system's x axis
     length,       ///< a number that scales
     height,       ///< a number along the normal: scales, and changes its sign when mirrored
@@ -49,7 +51,7 @@ struct Field {
     const Guard* guard = nullptr; ///< null: the field always counts
     constexpr bool isPoint() const {
         return role == Role::worldPoint || role == Role::ocsPoint || role == Role::normal ||
-               role == Role::vector;
+               role == Role::vector || role == Role::direction;
     }
     /// False for marks between the fields.
     constexpr bool hasValue() const { return role != Role::subclass && role != Role::vertices; }
@@ -150,6 +152,9 @@ private:
     const char* end_ = nullptr;
     bool inGroup_ = false;
 };
+
+/// Which of the groups stand among a record's fields: a bit for each, in the order of the codes.
+Adesk::Int32 presentGroups(std::string_view bytes, std::initializer_list<int> codes);
 
 /// What readFields() found besides the fields.
 struct ReadFields {

@@ -6,7 +6,9 @@
 #include "dbgroup.h"
 #include "dbmtext.h"
 #include "dbpl.h"
+#include "dbray.h"
 #include "dbsymtb.h"
+#include "dbxline.h"
 #include "dxf/Tag.h"
 
 #include <algorithm>
@@ -29,7 +31,9 @@ struct ClassEntry {
 
 // Sorted by name for the search.
 constexpr std::array classes{
+    ClassEntry{"3DFACE", Kind::face, make<AcDbFace>},
     ClassEntry{"ARC", Kind::arc, make<AcDbArc>},
+    ClassEntry{"ATTDEF", Kind::attributeDefinition, make<AcDbAttributeDefinition>},
     ClassEntry{"ATTRIB", Kind::attribute, make<AcDbAttribute>},
     ClassEntry{"BLOCK", Kind::block, make<KeptObject>},
     ClassEntry{"BLOCK_RECORD", Kind::blockRecord, make<AcDbBlockTableRecord>},
@@ -48,11 +52,15 @@ constexpr std::array classes{
     ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>},
     ClassEntry{"POINT", Kind::point, make<AcDbPoint>},
     ClassEntry{"POLYLINE", Kind::polyline, make<AcDb2dPolyline>},
+    ClassEntry{"RAY", Kind::ray, make<AcDbRay>},
     ClassEntry{"SECTION", Kind::section, make<KeptObject>},
     ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
+    ClassEntry{"SOLID", Kind::solid, make<AcDbSolid>},
     ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
     ClassEntry{"TEXT", Kind::text, make<AcDbText>},
+    ClassEntry{"TRACE", Kind::trace, make<AcDbTrace>},
     ClassEntry{"VERTEX", Kind::vertex, make<AcDbEntity>},
+    ClassEntry{"XLINE", Kind::xline, make<AcDbXline>},
 };
 static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
 

@@ -20,7 +20,8 @@ void addSlots(const Field& field, std::vector<Slot>& slots) {
     if (field.role == Role::integer) return add(field.code, field.offset, Form::integer, 8);
     if (field.role == Role::elevation) return add(field.code, field.offset, Form::real, 4);
     if (!field.isPoint()) return add(field.code, field.offset, Form::real, 8);
-    const bool isDirection = field.role == Role::normal || field.role == Role::vector;
+    const bool isDirection =
+        field.role == Role::normal || field.role == Role::vector || field.role == Role::direction;
     for (int i = 0; i < 3; ++i)
         add(field.code + 10 * i, field.offset + static_cast<std::size_t>(i) * sizeof(double), Form::real,
             isDirection ? 8 : 1 << i);
@@ -28,8 +29,8 @@ void addSlots(const Field& field, std::vector<Slot>& slots) {
 }
 
 bool isUntranslated(Role role) {
-    return role == Role::normal || role == Role::vector || role == Role::angleDegrees ||
-           role == Role::length || role == Role::height;
+    return role == Role::normal || role == Role::vector || role == Role::direction ||
+           role == Role::angleDegrees || role == Role::length || role == Role::height;
 }
 
 /// Reads one group into its slot; false when it should be a number and is none.
@@ -126,6 +127,16 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
     }
     result.hasXData = tag.code >= 1000;
     return result;
+}
+
+Adesk::Int32 presentGroups(std::string_view bytes, std::initializer_list<int> codes) {
+    Adesk::Int32 present = 0;
+    FieldTags tags{bytes};
+    for (dxf::Tag tag; tags.next(tag);) {
+        const auto found = std::ranges::find(codes, tag.code);
+        if (found != codes.end()) present |= 1 << (found - codes.begin());
+    }
+    return present;
 }
 
 std::optional<Adesk::Int32> toInteger(std::string_view text) {

@@ -16,6 +16,7 @@ using qx::ge::OcsFrame;
 
 ACRX_DEFINE_MEMBERS(AcDbText, AcDbEntity, L"TEXT")
 ACRX_DEFINE_MEMBERS(AcDbAttribute, AcDbText, L"ATTRIB")
+ACRX_DEFINE_MEMBERS(AcDbAttributeDefinition, AcDbText, L"ATTDEF")
 
 namespace {
 constexpr double degree = std::numbers::pi / 180;
@@ -33,6 +34,10 @@ struct AcDbText::Placement {
 };
 
 namespace {
+
+qx::text::TextExtent extentOf(std::string_view text, const qx::db::Drawing& drawing) {
+    return qx::text::measure(qx::text::shownText(drawing.encoding().decode(text)));
+}
 
 /// Text and attributes differ in the group of the vertical mode, and attributes have flags besides.
 template <class Data> std::vector<qx::db::Field> fieldsOfText() {
@@ -77,9 +82,26 @@ const FieldTable& AcDbAttribute::table() {
     return fields;
 }
 
+const FieldTable& AcDbAttributeDefinition::table() {
+    static const FieldTable fields = [] {
+        auto list = fieldsOfText<Data>();
+        list.push_back({Role::subclass, 100, 0, 0, "AcDbAttributeDefinition"});
+        list.push_back({Role::text, 2, offsetof(Data, tag)});
+        list.push_back({Role::integer, 70, offsetof(Data, attributeFlags)});
+        list.push_back({Role::integer, 74, offsetof(Data, verticalMode)});
+        return FieldTable::ofEntity(sizeof(Data), list);
+    }();
+    return fields;
+}
+
 bool AcDbText::afterReading(const qx::db::Drawing& drawing) {
-    shown_.encoding = &drawing.encoding();
-    shown_.extent = qx::text::measure(qx::text::shownText(drawing.encoding().decode(data_.text)));
+    shown_ = {extentOf(data_.text, drawing), &drawing.encoding()};
+    return true;
+}
+
+bool AcDbAttributeDefinition::afterReading(const qx::db::Drawing& drawing) {
+    shown_ = {extentOf(data_.tag, drawing), &drawing.encoding()};
+    if (isConstant()) constantExtent_ = extentOf(data_.text, drawing);
     return true;
 }
 
@@ -94,11 +116,13 @@ AcDb::TextVertMode AcDbText::verticalMode() const {
     return static_cast<AcDb::TextVertMode>(std::clamp(data_.verticalMode, 0, 3));
 }
 
-AcGePoint3d AcDbText::position() const { return OcsFrame{data_.normal}.toWorld(placement().origin); }
+AcGePoint3d AcDbText::position() const {
+    return OcsFrame{data_.normal}.toWorld(placement(shown_.extent).origin);
+}
 
 // Left text on its baseline hangs from its position, aligned and fitted text lies between its two points, and
 // any other text hangs from its alignment point, from which its position is worked out.
-AcDbText::Placement AcDbText::placement() const {
+AcDbText::Placement AcDbText::placement(const qx::text::TextExtent& extent) const {
     using namespace AcDb;
     const TextHorzMode across = horizontalMode();
     const TextVertMode down = verticalMode();
@@ -106,9 +130,9 @@ AcDbText::Placement AcDbText::placement() const {
     const AcGeVector3d span = data_.alignment - data_.position;
     double angle = data_.rotationDegrees * degree;
     double height = data_.height, width = data_.height * data_.widthFactor;
-    if (isBetweenPoints && shown_.extent.advance > 0 && span.length() > 0) {
+    if (isBetweenPoints && extent.advance > 0 && span.length() > 0) {
         angle = std::atan2(span.y, span.x);
-        const double fitted = span.length() / shown_.extent.advance;
+        const double fitted = span.length() / extent.advance;
         if (across == kTextAlign) height *= width != 0 ? fitted / width : 1;
         width = fitted;
     }
@@ -121,27 +145,35 @@ AcDbText::Placement AcDbText::placement() const {
     const double left = across == kTextCenter || across == kTextMid ? 0.5 : across == kTextRight ? 1.0 : 0.0;
     double rise = 0; // of the anchor above the baseline, in heights
     if (across == kTextMid)
-        rise = (shown_.extent.inkBottom + shown_.extent.inkTop) / 2;
+        rise = (extent.inkBottom + extent.inkTop) / 2;
     else if (down == kTextBottom)
-        rise = std::min(shown_.extent.inkBottom, 0.0);
+        rise = std::min(extent.inkBottom, 0.0);
     else if (down == kTextVertMid)
         rise = 0.5;
     else if (down == kTextTop)
         rise = 1;
     const AcGeVector3d upright = AcGeVector3d{-s, c, 0} * (height * mirrorY);
-    result.origin = data_.alignment - result.along * (left * shown_.extent.advance) - upright * rise;
+    result.origin = data_.alignment - result.along * (left * extent.advance) - upright * rise;
     return result;
 }
 
-void AcDbText::shape(qx::shape::Sink& sink) const {
-    if (shown_.extent.blank) return;
+void AcDbText::draw(qx::shape::Sink& sink, std::string_view text, const qx::text::TextExtent& extent) const {
+    if (extent.blank) return;
     const OcsFrame frame{data_.normal};
-    const Placement place = placement();
-    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up),
-               shown_.extent, data_.text, shown_.encoding});
+    const Placement place = placement(extent);
+    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent, text,
+               shown_.encoding});
 }
+
+void AcDbText::shape(qx::shape::Sink& sink) const { draw(sink, data_.text, shown_.extent); }
 
 void AcDbAttribute::shape(qx::shape::Sink& sink) const {
     constexpr int invisible = 1;
     if (!(data_.attributeFlags & invisible)) AcDbText::shape(sink);
+}
+
+void AcDbAttributeDefinition::shape(qx::shape::Sink& sink) const { draw(sink, data_.tag, shown_.extent); }
+
+void AcDbAttributeDefinition::shapeInReference(qx::shape::Sink& sink) const {
+    if (isConstant() && !isInvisible()) draw(sink, data_.text, constantExtent_);
 }

@@ -20,6 +20,10 @@ public:
     /// Picture units per drawing unit.
     double scale() const { return scale_; }
 
+    /// What the picture shows, margin included.
+    shape::Box world() const {
+        return {{left_, top_ - height_ / scale_, 0}, {left_ + width_ / scale_, top_, 0}};
+    }
     AcGePoint2d toPicture(const AcGePoint3d& p) const {
         return {(p.x - left_) * scale_, (top_ - p.y) * scale_};
     }

@@ -79,7 +79,7 @@ void SvgPen::flushMark() {
 }
 
 void SvgPen::segment(const shape::Segment& segment) {
-    if (!isDrawable(segment)) return;
+    if (segment.isHidden || !isDrawable(segment)) return;
     const AcGeVector3d way = segment.end - segment.start;
     const Spot start = spotAt(frame_.toPicture(segment.start));
     const bool goesOn = !path_.empty() && start == at_ && !hasMark_;
@@ -88,6 +88,11 @@ void SvgPen::segment(const shape::Segment& segment) {
         lineTo(spotAt(frame_.toPicture(segment.end)));
     else if (!goesOn)
         hasMark_ = true;
+}
+
+void SvgPen::endless(const shape::Endless& line) {
+    if (!isFinite(line)) return;
+    if (const auto part = partWithin(frame_.world(), line)) segment(*part);
 }
 
 void SvgPen::arc(const shape::EllipticArc& arc) {

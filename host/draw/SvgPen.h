@@ -22,6 +22,8 @@ public:
     void segment(const shape::Segment& segment) override;
     void arc(const shape::EllipticArc& arc) override;
     void text(const shape::TextRun& run) override;
+    /// The part within the frame.
+    void endless(const shape::Endless& line) override;
 
     /// Appends what was drawn since the last call as elements with these attributes ("" or a space and
     /// name="value").

@@ -125,6 +125,68 @@ private:
     Data data_;
 };
 
+/// What filled areas with three or four straight edges have in common: their corners go in the order 1, 2, 4,
+/// 3 around, and one that the file leaves out at the end is the third once more. The outline is drawn.
+class QX_HOST_API AcDbFilledArea : public AcDbEntity {
+public:
+    struct Data {
+        qx::db::EntityProperties entity;
+        double thickness = 0;
+        AcGePoint3d corners[4]; ///< object coordinates
+        AcGeVector3d normal{0, 0, 1};
+        Adesk::Int32 hasFourth = 1;
+    };
+    static const qx::db::FieldTable& table();
+    void shape(qx::shape::Sink& sink) const override;
+    bool isMeasurable() const override { return true; }
+    bool afterReading(const qx::db::Drawing& drawing) override;
+
+    /// World coordinates; eInvalidIndex from 4 on.
+    Acad::ErrorStatus getPointAt(Adesk::UInt16 index, AcGePoint3d& point) const;
+    AcGeVector3d normal() const { return data_.normal; }
+
+protected:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+class QX_HOST_API AcDbSolid : public qx::db::Described<AcDbSolid, AcDbFilledArea> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbSolid)
+};
+
+class QX_HOST_API AcDbTrace : public qx::db::Described<AcDbTrace, AcDbFilledArea> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbTrace)
+};
+
+/// Three or four corners anywhere in space; a fourth one that the file leaves out is the third once more.
+/// Edges that the file hides are part of it, but of no picture.
+class QX_HOST_API AcDbFace : public qx::db::Described<AcDbFace, AcDbEntity> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbFace)
+    static const qx::db::FieldTable& table();
+    void shape(qx::shape::Sink& sink) const override;
+    bool isMeasurable() const override { return true; }
+    bool afterReading(const qx::db::Drawing& drawing) override;
+
+    /// eInvalidIndex from 4 on.
+    Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& point) const;
+    /// Of the edge that begins at that corner.
+    Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, Adesk::Boolean& isVisible) const;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        AcGePoint3d corners[4];
+        Adesk::Int32 hiddenEdges = 0; ///< a bit for each
+        Adesk::Int32 hasFourth = 1;
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
 namespace AcDb {
 enum TextHorzMode {
     kTextLeft = 0,
@@ -166,14 +228,16 @@ public:
         double rotationDegrees = 0, widthFactor = 1, obliqueDegrees = 0;
         Adesk::Int32 horizontalMode = 0, verticalMode = 0;
         Adesk::Int32 generation = 0;     ///< 2: mirrored in x, 4: mirrored in y
-        Adesk::Int32 attributeFlags = 0; ///< of an attribute; 1: invisible
+        Adesk::Int32 attributeFlags = 0; ///< of attributes; 1: invisible, 2: constant
         std::string_view text;           ///< in the drawing's encoding
+        std::string_view tag;            ///< of an attribute's definition
     };
 
 protected:
     template <class, class> friend class qx::db::Described;
     struct Placement; ///< where the left end of the baseline is, and how the glyphs stand on it
-    Placement placement() const;
+    Placement placement(const qx::text::TextExtent& extent) const;
+    void draw(qx::shape::Sink& sink, std::string_view text, const qx::text::TextExtent& extent) const;
     Data data_;
     /// What was found out once about the text.
     struct Shown {
@@ -188,6 +252,23 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbAttribute)
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
+};
+
+/// What attributes of a block are made from: shows its tag. References to its block show it no more, unless
+/// its text is the same for all of them.
+class QX_HOST_API AcDbAttributeDefinition : public qx::db::Described<AcDbAttributeDefinition, AcDbText> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbAttributeDefinition)
+    static const qx::db::FieldTable& table();
+    void shape(qx::shape::Sink& sink) const override;
+    void shapeInReference(qx::shape::Sink& sink) const override;
+    bool afterReading(const qx::db::Drawing& drawing) override;
+
+    bool isInvisible() const { return data_.attributeFlags & 1; }
+    bool isConstant() const { return data_.attributeFlags & 2; }
+
+private:
+    qx::text::TextExtent constantExtent_;
 };
 
 class AcDbObjectIterator;

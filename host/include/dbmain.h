@@ -195,6 +195,8 @@ public:
     virtual void shape(qx::shape::Sink&) const {}
     /// The same as others meet it: what hangs together for the eye is one.
     virtual void outline(qx::shape::Sink& sink) const { shape(sink); }
+    /// The same as references to a block show it that the entity is in.
+    virtual void shapeInReference(qx::shape::Sink& sink) const { shape(sink); }
     /// False for a class that is not whole without its drawing.
     static constexpr bool standsAlone = true;
     /// The same entity in no drawing, without its extended data; null when that makes no sense.

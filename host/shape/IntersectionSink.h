@@ -1,5 +1,5 @@
-// Where a segment or an arc of a circle meets everything seen. Points that are met more than once, as the
-// shared ends of neighbours are, count once. Memory is taken for the points found and for nothing else.
+// Where a straight line or an arc of a circle meets everything seen. Points that are met more than once, as
+// the shared ends of neighbours are, count once. Memory is taken for the points found and for nothing else.
 #pragma once
 
 #include "shape/Sink.h"
@@ -22,6 +22,7 @@ public:
     void segment(const Segment& segment) override { meet({segment, seen_}); }
     void arc(const EllipticArc& arc) override { meet({arc, seen_}); }
     void text(const TextRun& run) override { meet({run, seen_}); }
+    void endless(const Endless& line) override { meet({line, seen_}); }
 
     /// Adds the points: along the curve, or along what was seen, one primitive behind the other. To be
     /// called once, at the end.
@@ -44,7 +45,7 @@ private:
     std::vector<Found> found_;
 };
 
-/// Keeps the last segment or arc it is shown: for objects that consist of one.
+/// Keeps the last straight line or arc it is shown: for objects that consist of one.
 class OnlyPrimitive final : public Sink {
 public:
     Operand operand;
@@ -52,6 +53,7 @@ public:
     void segment(const Segment& segment) override { operand.primitive = segment; }
     void arc(const EllipticArc& arc) override { operand.primitive = arc; }
     void text(const TextRun&) override {}
+    void endless(const Endless& line) override { operand.primitive = line; }
 };
 
 } // namespace qx::shape

@@ -132,6 +132,14 @@ void NearestSink::segment(const Segment& segment) {
     offer(segment.start + way * (along / all));
 }
 
+void NearestSink::endless(const Endless& line) {
+    if (!isFinite(line)) return;
+    const AcGeVector2d flat = inPlane(line.along);
+    const double along = flat.dotProduct(inPlane(from_) - inPlane(line.base)), all = flat.lengthSqrd();
+    const bool isAtBase = all == 0 || (along < 0 && !line.goesBothWays);
+    offer(isAtBase ? line.base : line.base + line.along * (along / all));
+}
+
 void NearestSink::arc(const EllipticArc& arc) {
     if (!isFinite(arc)) return;
     const AcGePoint2d from = inPlane(from_);

@@ -25,6 +25,7 @@ public:
     void segment(const Segment& segment) override;
     void arc(const EllipticArc& arc) override;
     void text(const TextRun& run) override;
+    void endless(const Endless& line) override;
     bool isFull() const override { return distance_ <= 0; }
 
 private:

@@ -17,10 +17,19 @@ namespace qx::shape {
 
 using qx::ge::fullTurn;
 
-/// The flags say where an intersection may extend the segment; as drawn it always ends at its two points.
+/// The flags say where an intersection may extend the segment; as drawn it always ends at its two points. A
+/// hidden one is there for all but pictures.
 struct Segment {
     AcGePoint3d start, end;
-    bool extendsAtStart = false, extendsAtEnd = false;
+    bool extendsAtStart = false, extendsAtEnd = false, isHidden = false;
+};
+
+/// The points base + along * s for all s >= 0, or for all s when it goes both ways; the base alone when there
+/// is no direction. It has no box, and nobody computes with an end of it.
+struct Endless {
+    AcGePoint3d base;
+    AcGeVector3d along;
+    bool goesBothWays = false;
 };
 
 /// p(t) = centre + u cos t + v sin t for 0 <= t <= sweep, 0 < sweep <= 2 pi; closed when sweep is fullTurn.

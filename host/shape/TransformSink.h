@@ -12,7 +12,7 @@ public:
     TransformSink(Sink& target, const AcGeMatrix3d& matrix) : target_(target), matrix_(matrix) {}
 
     void segment(const Segment& segment) override {
-        target_.segment({matrix_ * segment.start, matrix_ * segment.end});
+        target_.segment({matrix_ * segment.start, matrix_ * segment.end, false, false, segment.isHidden});
     }
     void arc(const EllipticArc& arc) override {
         target_.arc(
@@ -21,6 +21,9 @@ public:
     void text(const TextRun& run) override {
         target_.text({matrix_ * run.origin, matrix_ * run.along, matrix_ * run.up, run.extent, run.bytes,
                       run.encoding});
+    }
+    void endless(const Endless& line) override {
+        target_.endless({matrix_ * line.base, matrix_ * line.along, line.goesBothWays});
     }
     bool isFull() const override { return target_.isFull(); }
 

@@ -101,4 +101,8 @@ void WindowSink::text(const TextRun& run) {
     note(contains(box.min) && contains(box.max), touches);
 }
 
+void WindowSink::endless(const Endless& line) {
+    note(false, isFinite(line) && partWithin(window_, line).has_value());
+}
+
 } // namespace qx::shape

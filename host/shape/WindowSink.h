@@ -20,6 +20,7 @@ public:
     void segment(const Segment& segment) override;
     void arc(const EllipticArc& arc) override;
     void text(const TextRun& run) override;
+    void endless(const Endless& line) override;
     /// True when both answers are settled.
     bool isFull() const override { return hasTouching_ && hasOutside_; }
 

@@ -35,6 +35,8 @@ double sizeOf(const Segment& segment, Extent) {
     return std::max(largestCoordinate(segment.start), largestCoordinate(segment.end));
 }
 
+double sizeOf(const Endless& line, Extent) { return largestCoordinate(line.base); }
+
 // The centre may lie far outside of what is drawn. It matters only for the rounding of the points.
 double sizeOf(const EllipticArc& arc, Extent extent) {
     ExtentsSink drawn;
@@ -73,6 +75,14 @@ Curve curveOf(const Segment& segment, Extent extent, double) {
         if (segment.extendsAtEnd) straight.highest = unlimited;
     }
     return {straight, {segment.start, segment.end}};
+}
+
+Curve curveOf(const Endless& line, Extent extent, double) {
+    const double length = line.along.length();
+    Straight straight{line.base, {}, 0, 0};
+    if (length > 0) straight = {line.base, line.along / length, 0, unlimited};
+    if (length > 0 && (line.goesBothWays || extent == Extent::extended)) straight.lowest = -unlimited;
+    return {straight, {line.base, line.base}};
 }
 
 // What remains of an ellipse without width: points at centre + along * (a cos t + b sin t).
@@ -176,6 +186,8 @@ private:
 Curve curveOf(const Operand& operand, double tolerance) {
     if (const auto* segment = std::get_if<Segment>(&operand.primitive))
         return curveOf(*segment, operand.extent, tolerance);
+    if (const auto* line = std::get_if<Endless>(&operand.primitive))
+        return curveOf(*line, operand.extent, tolerance);
     return curveOf(std::get<EllipticArc>(operand.primitive), operand.extent, tolerance);
 }
 

@@ -15,8 +15,10 @@ enum class Extent {
     extended ///< where the primitive's own flags allow it
 };
 
+using Primitive = std::variant<Segment, EllipticArc, TextRun, Endless>;
+
 struct Operand {
-    std::variant<Segment, EllipticArc, TextRun> primitive; ///< text: the outline of its ink box
+    Primitive primitive; ///< text: the outline of its ink box
     Extent extent = Extent::asDrawn;
 };
 
@@ -40,7 +42,7 @@ private:
 
 /// The points in order along the first operand: from its start to its end, an extension beyond the start in
 /// front of it, the rest of a circle behind the end; around text from its bottom left corner. One of the two
-/// is to be a segment or an arc of a circle: two other arcs and two texts give no points, nor do coordinates
+/// is to be straight or an arc of a circle: two other arcs and two texts give no points, nor do coordinates
 /// that are not finite or beyond 1e50.
 QX_HOST_API Meetings intersections(const Operand& first, const Operand& second);
 

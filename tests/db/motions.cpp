@@ -48,6 +48,7 @@ std::string filled(std::string text, Random& random) {
 std::string times(int count, const std::string& text) { return count ? text + times(count - 1, text) : ""; }
 
 const std::string at10 = "|10 -50~50|20 -50~50|30 -50~50", at11 = "|11 -50~50|21 -50~50|31 -50~50";
+const std::string at12 = "|12 -50~50|22 -50~50|32 -50~50";
 const std::string letters = at10 + at11 +
                             "|40 0.5~5|1 Wall %%c12|50 -400~400|41 0.5~2|51 -30~30|72 0:5"
                             "[|71 2][|71 4][|71 6]";
@@ -67,6 +68,10 @@ const ClassCase classes[] = {
     {"LightweightPolyline",
      "LWPOLYLINE|90 5|70 0:1|38 -5~5" + times(5, "|10 -50~50|20 -50~50[|42 -2~2]") + "&"},
     {"Text", "TEXT" + letters + "|73 0:3&"},
+    {"Solid", "SOLID" + at10 + at11 + at12 + "[|13 -50~50|23 -50~50|33 -50~50]&"},
+    {"Trace", "TRACE" + at10 + at11 + at12 + "|13 -50~50|39 -2~2&"},
+    {"Face", "3DFACE" + at10 + at11 + at12 + "[|13 -50~50]|70 0:15"},
+    {"AttributeDefinition", "ATTDEF" + letters + "|2 TAG|70 0:3|74 0:3&"},
     {"MultilineText", "MTEXT" + at10 +
                           "|40 0.5~5|41 -5~30|1 Wall {\\W1.5;\\Q20;\\H0.5x;and} door\\Proof\\S1/2;"
                           "|71 1:9[|50 -400~400][|11 -3~3|21 -3~3|31 -3~3][|50 -400~400]&"},

@@ -124,6 +124,16 @@ const PatchCase cases[] = {
     // Justified text without its point gets one.
     {shift(1, 1), "TEXT|10 1.0>2.0|20 2.0>3.0|40 2.5|1 a|72 2|>11 1.0|>21 1.0|>31 0.0"},
     {shift(1, 0), "TEXT|10 1.0>0.0|20 2.0|40 2.5|1 a|72 2|11 3.0>2.0|21 2.0|210 0|220 0|230 -1"},
+    // Areas: a fourth corner only where the file has one.
+    {shift(1, 0), "SOLID|10 1.0>2.0|20 2.0|11 3.0>4.0|21 2.0|12 1.0>2.0|22 4.0|13 3.0>4.0|23 4.0"},
+    {shift(1, 0), "SOLID|10 1.0>0.0|20 2.0|11 3.0>2.0|12 1.0>0.0|22 4.0|210 0|220 0|230 -1"},
+    {shift(0, 0, 3), "TRACE|10 1.0|20 2.0|>30 3.0|11 3.0|>21 0.0|>31 3.0|12 1.0|22 4.0|>32 3.0"},
+    {mirrorX, "3DFACE|10 1.0>-1.0|20 2.0|11 3.0>-3.0|12 1.0>-1.0|22 4.0|70 5"},
+    // Rays and construction lines turn, and stay unit vectors.
+    {shift(5, 0) * twice, "RAY|10 1.0>7.0|20 2.0>4.0|11 0.6|21 0.80"},
+    {quarter, "XLINE|10 1.0>0.0|20 0.0>1.0|11 1.0>0.0|21 0.0>1.0"},
+    {shift(1, 1),
+     "ATTDEF|10 1.0>2.0|20 2.0>3.0|40 2.5|1 a|3 p|2 T|70 0|73 4|72 1|11 3.0>4.0|21 2.0>3.0|74 1"},
     // Multiline text and ellipses.
     {shift(5, 0), "MTEXT|10 1.0>6.0|20 2.0|40 2.50|41 9.0|71 1|3 a|1 b|11 1.0|21 0.0|42 3.0|73 1|44 1.0"},
     // Multiline text by an angle: only that turns.
@@ -177,7 +187,7 @@ TEST(Patches, colour) {
     const std::pair<Adesk::UInt16, const char*> colours[] = {
         {7, "POINT|62 007|10 0.0|20 0.0"},     {1, "POINT|62 7>     1|10 0.0|20 0.0"},
         {256, "POINT|10 0.0|20 0.0"}, // by layer is what a missing one means
-        {1, "POINT|>62      1|10 0.0|20 0.0"}, {3, "SOLID|62 7>     3|10 0.0"},
+        {1, "POINT|>62      1|10 0.0|20 0.0"}, {3, "HATCH|62 7>     3|10 0.0"},
     };
     for (const auto& [colour, marked] : colours)
         expectPatch(marked, [&](const Drawing& drawing) {

@@ -40,8 +40,6 @@ template <class Points> std::string text(const Points& points) {
     return all.empty() ? "-" : all.substr(0, all.size() - 1);
 }
 
-using Primitive = std::variant<Segment, EllipticArc, TextRun>;
-
 struct PairCase {
     const char* name;
     Primitive a, b;
@@ -80,6 +78,14 @@ TEST(Intersections, ofStraightCurves) {
         {"overlapping", line(0, 0, 10, 0), line(15, 0, 5, 0), "5,0 10,0; 5,0 15,0; 0,0 10,0; -"},
         {"touching end to end", line(0, 0, 5, 0), line(9, 0, 5, 0), "5,0; 5,0 9,0; 0,0 5,0; -"},
         {"in line, apart", line(0, 0, 5, 0), line(6, 0, 9, 0), "-; 6,0 9,0; 0,0 5,0; -"},
+        {"endless both ways", Endless{{0, 0, 0}, X * 0.001, true}, line(-7, -1, -7, 1), "-7,0"},
+        {"endless one way", Endless{{0, 0, 0}, X * 1e9}, line(-7, -1, -7, 1), "-; -7,0; -; -7,0"},
+        {"endless, far away", Endless{{0, 0, 0}, X + Y}, line(1e6, 0, 1e6, 2e6), "1000000,1000000"},
+        {"endless, towards each other", Endless{{0, 0, 0}, X}, Endless{{9, 0, 0}, -X},
+         "0,0 9,0; 9,0; 0,0; -"},
+        {"endless and parallel", Endless{{0, 0, 0}, X}, Endless{{0, 1, 0}, X, true}, "-"},
+        {"endless through a circle", Endless{{0, 3, 0}, X}, circle(0, 0, 5), "4,3; -4,3 4,3; 4,3; -4,3 4,3"},
+        {"without a direction", Endless{{3, 0, 0}, {}}, line(0, 0, 9, 0), "3,0"},
         {"rays towards each other", ray(0, 0, 1, 0), ray(9, 0, 8, 0), "-; 8,0 9,0; 0,0 1,0; 0,0 9,0"},
     };
     check(cases);

@@ -32,11 +32,19 @@ std::function<void(Sink&)> text(const AcGeVector3d& along, const AcGeVector3d& u
     return [=](Sink& sink) { sink.text({{1, 1, 4}, along, up, {4, 0, 4, 0, 1, false}, {}, nullptr}); };
 }
 
+std::function<void(Sink&)> endless(bool goesBothWays, const AcGeVector3d& along) {
+    return [=](Sink& sink) { sink.endless({{1, 1, 0}, along, goesBothWays}); };
+}
+
 TEST(Nearest, findsTheFoot) {
     const NearestCase cases[] = {
         {"beside a segment", {3, 5, 0}, segment({0, 0, 0}, {10, 0, 10}), {3, 0, 3}},
         {"of no length", {3, 4, 0}, segment({1, 1, 0}, {1, 1, 0}), {1, 1, 0}},
         {"heights don't count", {0, 1, 100}, segment({-1, 0, 7}, {1, 0, 7}), {0, 0, 7}},
+        {"beside a ray", {1e6, 5, 0}, endless(false, X * 0.1), {1e6, 1, 0}},
+        {"behind a ray", {-3, 4, 0}, endless(false, X), {1, 1, 0}},
+        {"beside a line without ends", {-3, 4, 0}, endless(true, X + Z), {-3, 1, -4}},
+        {"above a ray that stands upright", {3, 4, 0}, endless(false, Z), {1, 1, 0}},
         {"arc turned away", {0, -50, 0}, arc(circleArc({0, 0, 0}, X, Y, 10, 0, pi * 0.75)), {10, 0, 0}},
         {"on the long axis inside", {1, 0, 0}, arc(ellipse(0, pi)), {1.5625, 2.849753, 0}},
         {"centre of an ellipse", {0, 0, 0}, arc(ellipse(pi, pi)), {0, -3, 0}},

@@ -75,6 +75,22 @@ TEST(Window, seesTextAsFilledBoxes) {
     check(cases, &Sink::text);
 }
 
+TEST(Window, seesEndlessLines) {
+    const WindowCase<Endless> cases[] = {
+        {"from far away", {{-1e6, 5, 0}, X * 1e-3}, "touches"},
+        {"the other way", {{-1, 5, 0}, -X}, "apart"},
+        {"the other way, without ends", {{-1, 5, 0}, -X, true}, "touches"},
+        {"from within is never inside", {{5, 5, 0}, X}, "touches"},
+        {"through a corner point", {{-1, 1, 0}, X - Y}, "touches"},
+        {"past a corner", {{-1, 0.9, 0}, X - Y, true}, "apart"},
+        {"along the border", {{0, -3, 0}, Y}, "touches"},
+        {"standing upright", {{5, 5, 0}, AcGeVector3d::kZAxis}, "touches"},
+        {"standing upright outside", {{5, 11, 0}, AcGeVector3d::kZAxis}, "apart"},
+        {"not finite", {{5, 5, 0}, X * INFINITY}, "apart"},
+    };
+    check(cases, &Sink::endless);
+}
+
 TEST(Window, answersForAllPrimitivesTogether) {
     WindowSink sink({0, 0, 0}, {10, 10, 0});
     EXPECT_EQ(answers(sink), "apart") << "nothing seen";
