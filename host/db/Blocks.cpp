@@ -6,6 +6,7 @@
 #include "dxf/Tag.h"
 #include "shape/ExtentsSink.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -115,6 +116,16 @@ void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
     definition.isBeingDrawn = false;
 }
 
+bool Blocks::hasRoomFor(BlockDefinition* definition, std::size_t others, std::size_t copies) {
+    const std::size_t each = (definition ? sizeOf(*definition) : 0) + others + 1;
+    const std::size_t left = drawingBudget - std::min(drawingBudget, depth_ == 0 ? 0 : drawn_);
+    const bool hasRoom = copies <= left / each;
+    if (!hasRoom && !isMeasuring_ && definition)
+        drawing_.addFinding(definition->begin, "block \"" + definition->name +
+                                                   "\" stands in too many rows and columns to be drawn in full");
+    return hasRoom && !isMeasuring_;
+}
+
 // Stops counting beyond what would be drawn anyway. Counted once: later changes make no ordinary block a huge
 // one.
 std::size_t Blocks::sizeOf(BlockDefinition& definition) {
@@ -130,7 +141,8 @@ std::size_t Blocks::sizeOf(BlockDefinition& definition) {
         if (each->kind != Kind::insert) return;
         BlockDefinition* shown =
             of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
-        if (shown) size += sizeOf(*shown);
+        const auto* array = AcDbMInsertBlock::cast(entity);
+        if (shown) size += std::min(sizeOf(*shown), drawingBudget + 1) * (array ? array->cellCount() : 1);
     });
     --depth_;
     definition.isBeingDrawn = false;

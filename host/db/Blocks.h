@@ -58,6 +58,9 @@ public:
 
     /// What the definition looks like, in its own coordinates.
     void shape(BlockDefinition& definition, shape::Sink& sink);
+    /// Whether that many copies of the definition, which may be null, and of so many other primitives can be
+    /// drawn in full.
+    bool hasRoomFor(BlockDefinition* definition, std::size_t others, std::size_t copies);
     /// An entity inside a definition changes: measured boxes of its references are out of date.
     void touch() { ++version_; }
     /// Changes with every touch(); never 0.

@@ -9,6 +9,7 @@
 #include "dxf/Tag.h"
 #include "os/encoding.h"
 #include "shape/ExtentsSink.h"
+#include "shape/TransformSink.h"
 
 #include <algorithm>
 #include <array>
@@ -183,27 +184,29 @@ bool Drawing::isSelectable(Record* record) const {
 
 shape::Box Drawing::extentsAtOpening() const {
     shape::ExtentsSink sink;
-    const auto isChanged = [&](const Record* each) {
-        bool found = each->has(Record::changed);
-        if (each->kind == Kind::polyline)
-            forEachOwned(each, [&](const Record* vertex) { found = found || vertex->has(Record::changed); });
-        return found;
-    };
-    const auto addOriginal = [&](Record* each) {
-        if (!each->begin || each->has(Record::unusable)) return false;
-        const std::unique_ptr<AcDbObject> original = isChanged(each) ? decoded(each) : nullptr;
-        const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(each);
-        if (!entity || !entity->isMeasurable() || !entity->isVisible()) return false;
-        if (each->kind == Kind::insert)
-            static_cast<const AcDbBlockReference*>(entity)->blockShape(sink);
-        else
-            entity->shape(sink);
-        return true;
-    };
-    forEachInModelSpace([&](Record* each) {
-        if (addOriginal(each) && each->kind == Kind::insert) forEachOwned(each, addOriginal);
-    });
+    forEachInModelSpace([&](Record* each) { addAsAtOpening(each, sink); });
     return sink.box();
+}
+
+void Drawing::addAsAtOpening(Record* record, shape::Sink& sink) const {
+    if (!record->begin || record->has(Record::unusable)) return;
+    bool isChanged = record->has(Record::changed);
+    if (record->kind == Kind::polyline)
+        forEachOwned(record, [&](const Record* part) { isChanged |= part->has(Record::changed); });
+    const std::unique_ptr<AcDbObject> original = isChanged ? decoded(record) : nullptr;
+    const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(record);
+    if (!entity || !entity->isMeasurable() || !entity->isVisible()) return;
+    if (record->kind != Kind::insert) return entity->extremes(sink);
+    const auto addCell = [&](shape::Sink& cell) {
+        static_cast<const AcDbBlockReference*>(entity)->blockShape(cell);
+        forEachOwned(record, [&](Record* attribute) { addAsAtOpening(attribute, cell); });
+    };
+    const auto* array = AcDbMInsertBlock::cast(entity);
+    if (!array) return addCell(sink);
+    array->forEachCornerCell([&](const AcGeVector3d& offset) {
+        shape::TransformSink moved{sink, AcGeMatrix3d::translation(offset)};
+        addCell(moved);
+    });
 }
 
 bool Drawing::canAppendTo(const Record* blockRecord) const {

@@ -206,6 +206,7 @@ private:
         if (record.live && isEntity(record.kind)) static_cast<AcDbEntity*>(record.live)->forgetBox();
     }
     AcDbObject* read(Record* record) const;
+    void addAsAtOpening(Record* record, shape::Sink& sink) const;
     std::unique_ptr<AcDbObject> decoded(Record* record) const;
     void buildIndex() const;
     void addToIndex(Record* record) const;

@@ -19,14 +19,13 @@ std::string counted(std::size_t count, const char* one, const char* many) {
 }
 
 // Of most kinds every object can be measured; the others ask their class.
-bool isKeptOnly(Kind kind, std::string_view bytes, bool isArray) {
+bool isKeptOnly(Kind kind, std::string_view bytes) {
     if (kind == Kind::otherEntity) return true;
-    if (kind < Kind::polyline) return isArray;
+    if (kind < Kind::polyline) return false;
     return !static_cast<AcDbEntity&>(*newObject(kind, bytes)).isMeasurable();
 }
 
 std::string className(const Drawing& drawing, const Record* record) {
-    if (record->kind == Kind::insert) return "INSERT in rows and columns";
     const std::string_view bytes = drawing.bytesOf(record);
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
     dxf::Tag tag;
@@ -50,12 +49,12 @@ bool HandleSet::add(std::uint64_t handle) {
     return isNew;
 }
 
-void Oddities::note(const Record* record, std::string_view bytes, bool isArray) {
+void Oddities::note(const Record* record, std::string_view bytes) {
     if (record->handle != 0 && !handles_.add(record->handle)) repeats_.push_back(record);
     if (record->kind == Kind::group) hasGroups_ = true;
     if (!isMainEntity(record->kind)) return;
     if (record->handle == 0) handleless_.push_back(record);
-    if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(record->kind, bytes, isArray))
+    if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(record->kind, bytes))
         keptOnly_.push_back(record);
 }
 

@@ -28,9 +28,8 @@ class Oddities {
 public:
     explicit Oddities(Drawing& drawing) : drawing_{drawing} {}
 
-    /// A record has been read, its handle and its owner are known. `isArray`: an insertion in rows or
-    /// columns.
-    void note(const Record* record, std::string_view bytes, bool isArray);
+    /// A record has been read, its handle and its owner are known.
+    void note(const Record* record, std::string_view bytes);
     /// Everything has been read: makes the findings.
     void report();
 

@@ -72,7 +72,6 @@ private:
     std::string_view ownerHandle_; ///< empty when it gives none
     bool isInGroup_ = false;       ///< between 102 { and 102 }
     bool isInPaper_ = false;
-    bool isArray_ = false; ///< with more than one row or column, if it is an insertion
 
     // Neighbours mostly share an owner.
     std::string_view lastOwnerHandle_;
@@ -135,7 +134,7 @@ void Reader::startRecord(const dxf::Tag& tag) {
     record_->begin = tag.begin;
     record_->kind = kindOf(dxf::trimmed(tag.value), isAmongEntities);
     ownerHandle_ = {};
-    isInGroup_ = isInPaper_ = isArray_ = false;
+    isInGroup_ = isInPaper_ = false;
     if (tag.begin >= nextReport_) report(tag.begin);
 
     const bool isOutside = section_ == Section::none;
@@ -163,10 +162,6 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 67:
         isInPaper_ = dxf::trimmed(tag.value) == "1";
-        break;
-    case 70:
-    case 71:
-        if (record_->kind == Kind::insert && dxf::toReal(tag.value).value_or(1) > 1) isArray_ = true;
         break;
     case 102:
         isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
@@ -228,7 +223,7 @@ void Reader::finishRecord(const char* end) {
     default:
         break;
     }
-    if (section_ != Section::other) oddities_.note(record_, bytes, isArray_);
+    if (section_ != Section::other) oddities_.note(record_, bytes);
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }
 

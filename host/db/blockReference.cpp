@@ -3,8 +3,11 @@
 #include "db/FieldTable.h"
 #include "dbents.h"
 #include "ge/OcsFrame.h"
+#include "shape/ExtentsSink.h"
 #include "shape/TransformSink.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -16,6 +19,7 @@ using qx::db::Role;
 using qx::ge::OcsFrame;
 
 ACRX_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, L"INSERT")
+ACRX_DEFINE_MEMBERS(AcDbMInsertBlock, AcDbBlockReference, L"INSERT")
 
 namespace {
 constexpr double degree = std::numbers::pi / 180;
@@ -33,6 +37,8 @@ const FieldTable& AcDbBlockReference::table() {
                                                {Role::angleDegrees, 50, offsetof(Data, rotationDegrees)},
                                                {Role::integer, 70, offsetof(Data, columns), 1},
                                                {Role::integer, 71, offsetof(Data, rows), 1},
+                                               {Role::length, 44, offsetof(Data, columnSpacing)},
+                                               {Role::length, 45, offsetof(Data, rowSpacing)},
                                                {Role::normal, 210, offsetof(Data, normal)},
                                            });
     return fields;
@@ -42,8 +48,6 @@ bool AcDbBlockReference::afterReading(const Drawing& drawing) {
     definition_ = drawing.blocks().named(data_.name);
     return true;
 }
-
-bool AcDbBlockReference::isMeasurable() const { return data_.columns <= 1 && data_.rows <= 1; }
 
 AcDbObjectId AcDbBlockReference::blockTableRecord() const {
     return AcDbObjectId{definition_ ? definition_->record : nullptr};
@@ -87,11 +91,57 @@ void AcDbBlockReference::shape(qx::shape::Sink& sink) const {
     });
 }
 
-Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
-    if (!isMeasurable()) return Acad::eNotApplicable;
-    return AcDbEntity::transformBy(matrix);
-}
-
 AcDbObjectIterator* AcDbBlockReference::attributeIterator() const {
     return new AcDbObjectIterator{objectId().record()};
+}
+
+// ---- rows and columns
+
+Adesk::UInt16 AcDbMInsertBlock::columns() const {
+    return static_cast<Adesk::UInt16>(std::clamp(data_.columns, 1, mostInLine));
+}
+Adesk::UInt16 AcDbMInsertBlock::rows() const {
+    return static_cast<Adesk::UInt16>(std::clamp(data_.rows, 1, mostInLine));
+}
+
+AcGeVector3d AcDbMInsertBlock::offsetOf(int column, int row) const {
+    const double angle = data_.rotationDegrees * degree, c = std::cos(angle), s = std::sin(angle);
+    const double x = column * data_.columnSpacing, y = row * data_.rowSpacing;
+    return OcsFrame{data_.normal}.toWorld(AcGeVector3d{c * x - s * y, s * x + c * y, 0});
+}
+
+void AcDbMInsertBlock::drawCell(qx::shape::Sink& sink, const AcGeVector3d& offset) const {
+    qx::shape::TransformSink moved{sink, AcGeMatrix3d::translation(offset)};
+    AcDbBlockReference::shape(moved);
+}
+
+// Cells differ by their place only, so that their boxes together are the box of those in the corners.
+void AcDbMInsertBlock::extremes(qx::shape::Sink& sink) const {
+    forEachCornerCell([&](const AcGeVector3d& offset) { drawCell(sink, offset); });
+}
+
+void AcDbMInsertBlock::shape(qx::shape::Sink& sink) const {
+    const Record* self = objectId().record();
+    const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
+    if (!drawing) return;
+    std::size_t attributes = 0;
+    drawing->forEachOwned(self, [&](Record*) { ++attributes; });
+    if (!drawing->blocks().hasRoomFor(definition_, attributes, cellCount())) return drawCorners(sink);
+    for (int row = 0; row < rows() && !sink.isFull(); ++row)
+        for (int column = 0; column < columns() && !sink.isFull(); ++column)
+            drawCell(sink, offsetOf(column, row));
+}
+
+// The lines run from the middle of one cell to that of another: they lead nowhere outside.
+void AcDbMInsertBlock::drawCorners(qx::shape::Sink& sink) const {
+    extremes(sink);
+    qx::shape::ExtentsSink cell;
+    drawCell(cell, {});
+    if (cell.box().isEmpty()) return;
+    const AcGePoint3d first = cell.box().centre();
+    const int right = columns() - 1, top = rows() - 1;
+    const std::array corners{first, first + offsetOf(right, 0), first + offsetOf(right, top),
+                             first + offsetOf(0, top)};
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        sink.segment({corners[i], corners[(i + 1) % corners.size()]});
 }

@@ -1,5 +1,6 @@
 #include "db/classes.h"
 
+#include "db/FieldTable.h"
 #include "dbdict.h"
 #include "dbelipse.h"
 #include "dbents.h"
@@ -81,6 +82,13 @@ PolylineClass polylineClassOf(std::string_view header) {
     return flags & isIn3d ? PolylineClass::spatial : PolylineClass::flat;
 }
 
+bool isInRowsOrColumns(std::string_view insertion) {
+    FieldTags tags{insertion};
+    for (dxf::Tag tag; tags.next(tag);)
+        if ((tag.code == 70 || tag.code == 71) && dxf::toReal(tag.value).value_or(1) > 1) return true;
+    return false;
+}
+
 /// Meshes are only kept, and so are vertices that stand alone.
 template <class Flat, class Spatial> std::unique_ptr<AcDbObject> newInPolyline(std::string_view header) {
     if (header.empty()) return make<AcDbEntity>();
@@ -106,6 +114,7 @@ std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::st
     if (kind == Kind::otherEntity) return make<AcDbEntity>();
     if (kind == Kind::polyline) return newInPolyline<AcDb2dPolyline, AcDb3dPolyline>(bytes);
     if (kind == Kind::vertex) return newInPolyline<AcDb2dVertex, AcDb3dPolylineVertex>(headerBytes);
+    if (kind == Kind::insert && isInRowsOrColumns(bytes)) return make<AcDbMInsertBlock>();
     if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();

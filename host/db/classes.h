@@ -15,8 +15,8 @@ namespace qx::db {
 /// they stand.
 Kind kindOf(std::string_view name, bool amongEntities);
 
-/// An object of the class that belongs to the kind, without data. Polylines and tables need their bytes to
-/// tell which of several classes they are, vertices those of their polyline.
+/// An object of the class that belongs to the kind, without data. Polylines, insertions and tables need
+/// their bytes to tell which of several classes they are, vertices those of their polyline.
 std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::string_view headerBytes = {});
 
 } // namespace qx::db

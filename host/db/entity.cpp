@@ -144,7 +144,7 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     const Adesk::UInt32 version = record ? RecordChain::drawingOf(record)->blocks().version() : 0;
     if (boxVersion_ == 0 || (boxVersion_ != version && record->kind == qx::db::Kind::insert)) {
         qx::shape::ExtentsSink sink;
-        shape(sink);
+        extremes(sink);
         if (!isMeasurable()) return Acad::eNotApplicable;
         if (sink.box().isEmpty()) return Acad::eNullExtents;
         if (!isFinite(sink.box())) return Acad::eInvalidExtents;

@@ -57,7 +57,7 @@ shape::Box extentsOf(const std::vector<LayerContent>& content) {
     shape::ExtentsSink extents;
     DrawableSink drawable{extents};
     for (const LayerContent& each : content)
-        for (const AcDbEntity* entity : each.entities) entity->shape(drawable);
+        for (const AcDbEntity* entity : each.entities) entity->extremes(drawable);
     return extents.box();
 }
 

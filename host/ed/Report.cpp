@@ -95,7 +95,7 @@ Report::State Report::stateOf(db::Drawing& drawing, db::Record* record) {
     const AcDbEntity* entity = state.exists ? drawing.liveEntity(record) : nullptr;
     if (!entity) return state;
     shape::ExtentsSink extents;
-    entity->shape(extents);
+    entity->extremes(extents);
     state.box = extents.box();
     return state;
 }

@@ -7,6 +7,7 @@
 #include "dbidar.h"
 #include "qxtextextent.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -281,11 +282,8 @@ public:
     void shape(qx::shape::Sink& sink) const override;
     /// Host side: what it shows without its attributes.
     void blockShape(qx::shape::Sink& sink) const;
-    /// Not for arrays of insertions.
-    bool isMeasurable() const override;
+    bool isMeasurable() const override { return true; }
     bool afterReading(const qx::db::Drawing& drawing) override;
-    /// The attributes move along. eNotApplicable for arrays of insertions.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
 
     AcGePoint3d position() const;
     /// About the normal, 0 to 2 pi.
@@ -304,13 +302,45 @@ public:
         AcGeVector3d normal{0, 0, 1};
         double xScale = 1, yScale = 1, zScale = 1, rotationDegrees = 0;
         Adesk::Int32 columns = 1, rows = 1;
+        double columnSpacing = 0, rowSpacing = 0; ///< not scaled with the block
         std::string_view name;
     };
 
-private:
+protected:
     template <class, class> friend class qx::db::Described;
     Data data_;
     qx::db::BlockDefinition* definition_ = nullptr;
+};
+
+/// A block in rows and columns, which run along the axes of the turned insertion. Each cell shows all of it,
+/// attributes included. An array of more than can be drawn shows its corner cells, and lines between them.
+class QX_HOST_API AcDbMInsertBlock : public qx::db::Described<AcDbMInsertBlock, AcDbBlockReference> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbMInsertBlock)
+    static constexpr int mostInLine = 32767;
+    void shape(qx::shape::Sink& sink) const override;
+    void extremes(qx::shape::Sink& sink) const override;
+
+    Adesk::UInt16 columns() const;
+    Adesk::UInt16 rows() const;
+    double columnSpacing() const { return data_.columnSpacing; }
+    double rowSpacing() const { return data_.rowSpacing; }
+
+    // Host side.
+
+    std::size_t cellCount() const { return std::size_t{columns()} * rows(); }
+    /// From the first cell to another one.
+    AcGeVector3d offsetOf(int column, int row) const;
+    /// Calls `visit` with the offset of each of the cells that reach farthest.
+    template <class Visit> void forEachCornerCell(Visit&& visit) const {
+        for (int row = 0; row < rows(); row += std::max(1, rows() - 1))
+            for (int column = 0; column < columns(); column += std::max(1, columns() - 1))
+                visit(offsetOf(column, row));
+    }
+
+private:
+    void drawCell(qx::shape::Sink& sink, const AcGeVector3d& offset) const;
+    void drawCorners(qx::shape::Sink& sink) const;
 };
 
 /// Walks the parts of an entity in their order: vertices of a polyline, attributes of a block reference.

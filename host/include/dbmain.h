@@ -195,6 +195,8 @@ public:
     virtual void shape(qx::shape::Sink&) const {}
     /// The same as others meet it: what hangs together for the eye is one.
     virtual void outline(qx::shape::Sink& sink) const { shape(sink); }
+    /// As much of the shape as has the same box.
+    virtual void extremes(qx::shape::Sink& sink) const { shape(sink); }
     /// The same as references to a block show it that the entity is in.
     virtual void shapeInReference(qx::shape::Sink& sink) const { shape(sink); }
     /// False for a class that is not whole without its drawing.
