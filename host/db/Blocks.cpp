@@ -2,6 +2,7 @@
 
 #include "db/Drawing.h"
 #include "db/Layers.h"
+#include "dbdim.h"
 #include "dbents.h"
 #include "dxf/Tag.h"
 #include "shape/ExtentsSink.h"
@@ -88,6 +89,21 @@ BlockDefinition* Blocks::named(std::string_view bytes) const {
     return namedUtf8(drawing_.encoding().toUtf8(bytes));
 }
 
+BlockDefinition* Blocks::shownByDimension(std::string_view bytes) const {
+    const std::string_view name = nameIn(bytes);
+    BlockDefinition* definition = name.starts_with('*') ? named(name) : nullptr;
+    return definition && definition->begin && !definition->isLayout ? definition : nullptr;
+}
+
+std::string Blocks::keyOf(std::string_view name) const {
+    return foldedName(drawing_.encoding().toUtf8(name));
+}
+
+std::size_t Blocks::usesOf(const BlockDefinition& definition) const {
+    const auto found = uses_.find(foldedName(definition.name));
+    return found == uses_.end() ? 0 : found->second;
+}
+
 void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
     if (definition.isBeingDrawn) {
         drawing_.addFinding(definition.begin, "block \"" + definition.name + "\" contains itself");
@@ -121,8 +137,9 @@ bool Blocks::hasRoomFor(BlockDefinition* definition, std::size_t others, std::si
     const std::size_t left = drawingBudget - std::min(drawingBudget, depth_ == 0 ? 0 : drawn_);
     const bool hasRoom = copies <= left / each;
     if (!hasRoom && !isMeasuring_ && definition)
-        drawing_.addFinding(definition->begin, "block \"" + definition->name +
-                                                   "\" stands in too many rows and columns to be drawn in full");
+        drawing_.addFinding(definition->begin,
+                            "block \"" + definition->name +
+                                "\" stands in too many rows and columns to be drawn in full");
     return hasRoom && !isMeasuring_;
 }
 
@@ -138,9 +155,11 @@ std::size_t Blocks::sizeOf(BlockDefinition& definition) {
         const auto* entity = size <= drawingBudget ? drawing_.liveEntity(each) : nullptr;
         if (!entity) return;
         ++size;
-        if (each->kind != Kind::insert) return;
+        if (!showsBlock(each->kind)) return;
+        const auto* dimension = AcDbDimension::cast(entity);
         BlockDefinition* shown =
-            of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
+            dimension ? dimension->blockMovedAlong()
+                      : of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
         const auto* array = AcDbMInsertBlock::cast(entity);
         if (shown) size += std::min(sizeOf(*shown), drawingBudget + 1) * (array ? array->cellCount() : 1);
     });

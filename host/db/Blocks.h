@@ -25,8 +25,9 @@ struct BlockDefinition {
     bool isLayout = false;    ///< model or paper space
     bool isCurrent = false;   ///< the layout that has its entities in a section of their own
     bool isPaper = false;
-    AcGePoint3d basePoint;     ///< what comes to a reference's insertion point
-    std::vector<Record*> made; ///< entities that were added in this session
+    Record* dimension = nullptr; ///< the one with which the content has moved
+    AcGePoint3d basePoint;       ///< what comes to a reference's insertion point
+    std::vector<Record*> made;   ///< entities that were added in this session
 
     /// New entities go to the section of entities; otherwise before the ENDBLK, if there is one.
     bool isInSection() const { return isCurrent || (isLayout && !end); }
@@ -54,6 +55,12 @@ public:
     /// By name, as the file spells it or in UTF-8; null when there is none.
     BlockDefinition* named(std::string_view bytes) const;
     BlockDefinition* namedUtf8(std::string_view name) const;
+    /// The block that a dimension with these bytes shows: anonymous, with content, and no layout; else null.
+    BlockDefinition* shownByDimension(std::string_view bytes) const;
+    /// A reference or a dimension shows that anonymous block.
+    void noteUse(std::string_view name) { ++uses_[keyOf(name)]; }
+    /// How many of them there are.
+    std::size_t usesOf(const BlockDefinition& definition) const;
     std::deque<BlockDefinition>& all() { return definitions_; }
 
     /// What the definition looks like, in its own coordinates.
@@ -67,6 +74,7 @@ public:
     std::uint32_t version() const { return version_; }
 
 private:
+    std::string keyOf(std::string_view name) const;
     std::size_t sizeOf(BlockDefinition& definition);
     const shape::Box& boxOf(BlockDefinition& definition);
     void walk(BlockDefinition& definition, shape::Sink& sink);
@@ -75,6 +83,7 @@ private:
     std::deque<BlockDefinition> definitions_;
     std::unordered_map<const Record*, BlockDefinition*> byRecord_;
     std::unordered_map<std::string, BlockDefinition*> byFoldedName_;
+    std::unordered_map<std::string, std::size_t> uses_; ///< of anonymous blocks, by folded name
     BlockDefinition* beingRead_ = nullptr;
     std::uint32_t version_ = 1;
     std::size_t depth_ = 0;

@@ -113,6 +113,40 @@ std::vector<Record*> Drawing::groups() const {
     return found;
 }
 
+namespace {
+
+TextStyle textStyleIn(std::string_view bytes, std::string_view& name) {
+    TextStyle style;
+    FieldTags tags{bytes};
+    for (dxf::Tag tag; tags.next(tag);) {
+        if (tag.code == 2) name = tag.value;
+        if (tag.code == 41) style.widthFactor = dxf::toReal(tag.value).value_or(1);
+        if (tag.code == 50) style.obliqueDegrees = dxf::toReal(tag.value).value_or(0);
+    }
+    return style;
+}
+
+} // namespace
+
+// The table of styles stands before all that has text.
+TextStyle Drawing::textStyle(std::string_view name) const {
+    if (!textStyles_) {
+        textStyles_.emplace();
+        for (const Record* each = records_.first(); each && each != entities_;
+             each = RecordChain::next(each)) {
+            dxf::TagCursor cursor{bytesOf(each).data(), bytesOf(each).data() + bytesOf(each).size()};
+            dxf::Tag tag;
+            if (each->kind != Kind::otherObject || !cursor.next(tag) || dxf::trimmed(tag.value) != "STYLE")
+                continue;
+            std::string_view styleName;
+            const TextStyle style = textStyleIn(bytesOf(each), styleName);
+            textStyles_->try_emplace(foldedName(encoding_->toUtf8(styleName)), style);
+        }
+    }
+    const auto found = textStyles_->find(foldedName(encoding_->toUtf8(name.empty() ? "STANDARD" : name)));
+    return found == textStyles_->end() ? TextStyle{} : found->second;
+}
+
 std::string_view Drawing::headerValue(std::string_view name, int code) const {
     if (!header_) return {};
     const std::string_view bytes = bytesOf(header_);
@@ -196,6 +230,10 @@ void Drawing::addAsAtOpening(Record* record, shape::Sink& sink) const {
     const std::unique_ptr<AcDbObject> original = isChanged ? decoded(record) : nullptr;
     const auto* entity = original ? static_cast<const AcDbEntity*>(original.get()) : liveEntity(record);
     if (!entity || !entity->isMeasurable() || !entity->isVisible()) return;
+    if (const BlockDefinition* block = entity->blockMovedAlong())
+        return forEachInBlock(block->record, [&](Record* each) {
+            if (each->kind != Kind::dimension) addAsAtOpening(each, sink);
+        });
     if (record->kind != Kind::insert) return entity->extremes(sink);
     const auto addCell = [&](shape::Sink& cell) {
         static_cast<const AcDbBlockReference*>(entity)->blockShape(cell);

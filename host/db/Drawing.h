@@ -22,6 +22,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,11 @@ using Progress = os::Progress;
 struct UserCoordinateSystem {
     AcGePoint3d origin;
     AcGeVector3d xAxis{1, 0, 0}, yAxis{0, 1, 0};
+};
+
+/// How a style draws its characters.
+struct TextStyle {
+    double widthFactor = 1, obliqueDegrees = 0;
 };
 
 class QX_HOST_API Drawing {
@@ -103,6 +109,8 @@ public:
     std::vector<Record*> groups() const;
     const Layers& layers() const { return *layers_; }
     Blocks& blocks() const { return *blocks_; }
+    /// By name, as the file spells it; a plain one when there is none.
+    TextStyle textStyle(std::string_view name) const;
     /// The value of a header variable's tag with that code; empty when it is not there.
     std::string_view headerValue(std::string_view name, int code) const;
     UserCoordinateSystem ucs() const;
@@ -237,6 +245,7 @@ private:
     WriteListener writeListener_;
     RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
+    mutable std::optional<std::unordered_map<std::string, TextStyle>> textStyles_; ///< by folded name
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
     mutable std::size_t indexed_ = 0;
     mutable std::uint32_t mark_ = 0;

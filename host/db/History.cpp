@@ -15,6 +15,14 @@ namespace {
 
 constexpr std::uint8_t stateFlags = Record::erased | Record::changed;
 
+/// The dimension whose content the object is, else itself.
+Record* drawnWith(Record* record) {
+    const Drawing& drawing = *RecordChain::drawingOf(record);
+    if (!record->owner || record->owner == drawing.modelSpace()) return record;
+    const BlockDefinition* block = drawing.blocks().of(record->owner);
+    return block && block->dimension ? block->dimension : record;
+}
+
 bool isAsInFile(const Record* record) { return !record->has(Record::changed) && !record->has(Record::isNew); }
 
 } // namespace
@@ -80,6 +88,7 @@ std::vector<Record*> History::changedBy(std::span<const Step> steps) {
         forEach(step, false, [&](const Entry& entry) {
             Record* record = entry.record;
             if (record->kind == Kind::vertex && record->owner) record = record->owner;
+            record = drawnWith(record);
             if (seen.insert(record).second) records.push_back(record);
         });
     return records;

@@ -39,7 +39,8 @@ public:
     std::size_t position() const { return done_.empty() ? 0 : done_.back().number; }
 
     /// The objects that the last `count` steps done changed, or the next ones that redo() would do: each
-    /// once, in the order in which the steps came to stand there. Vertices count as their polyline.
+    /// once, in the order in which the steps came to stand there. Vertices count as their polyline, and
+    /// what a dimension shows as the dimension.
     std::vector<Record*> changedByLast(std::size_t count) const;
     std::vector<Record*> changedByNext(std::size_t count) const;
     /// How many changes the open step has logged so far.

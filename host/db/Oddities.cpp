@@ -19,8 +19,9 @@ std::string counted(std::size_t count, const char* one, const char* many) {
 }
 
 // Of most kinds every object can be measured; the others ask their class.
-bool isKeptOnly(Kind kind, std::string_view bytes) {
+bool isKeptOnly(const Drawing& drawing, Kind kind, std::string_view bytes) {
     if (kind == Kind::otherEntity) return true;
+    if (kind == Kind::dimension) return !drawing.blocks().shownByDimension(bytes);
     if (kind < Kind::polyline) return false;
     return !static_cast<AcDbEntity&>(*newObject(kind, bytes)).isMeasurable();
 }
@@ -54,7 +55,7 @@ void Oddities::note(const Record* record, std::string_view bytes) {
     if (record->kind == Kind::group) hasGroups_ = true;
     if (!isMainEntity(record->kind)) return;
     if (record->handle == 0) handleless_.push_back(record);
-    if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(record->kind, bytes))
+    if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(drawing_, record->kind, bytes))
         keptOnly_.push_back(record);
 }
 

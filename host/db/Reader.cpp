@@ -154,6 +154,8 @@ void Reader::headerTag(const dxf::Tag& tag) {
     switch (tag.code) {
     case 2:
         if (section_ == Section::unnamed) enterSection(dxf::trimmed(tag.value));
+        if (showsBlock(record_->kind) && tag.value.starts_with('*') && drawing_.blocks_)
+            drawing_.blocks_->noteUse(tag.value);
         break;
     case 5:
     case 105:

@@ -47,6 +47,7 @@ enum class Kind : std::uint8_t {
     polyline,
     ellipse,
     mtext,
+    dimension,
     otherEntity,
     otherObject,
 };
@@ -55,6 +56,9 @@ enum class Kind : std::uint8_t {
 constexpr bool isMainEntity(Kind kind) { return kind >= Kind::line && kind <= Kind::otherEntity; }
 /// Kinds whose live object is an AcDbEntity.
 constexpr bool isEntity(Kind kind) { return kind >= Kind::vertex && kind <= Kind::otherEntity; }
+
+/// Kinds that look as the definition of a block does.
+constexpr bool showsBlock(Kind kind) { return kind == Kind::insert || kind == Kind::dimension; }
 
 /// 40 bytes, since there are millions of them.
 struct Record {
@@ -105,6 +109,13 @@ public:
         const std::size_t index = static_cast<std::size_t>(record - chunk->records) + 1;
         if (index < chunk->used) return chunk->records + index;
         return chunk->next ? chunk->next->records : nullptr;
+    }
+    /// The one so many records further on; null behind the last.
+    static Record* ahead(const Record* record, std::size_t count) {
+        Chunk* chunk = chunkOf(record);
+        std::size_t index = static_cast<std::size_t>(record - chunk->records) + count;
+        for (; chunk && index >= chunk->used; chunk = chunk->next) index -= chunk->used;
+        return chunk ? chunk->records + index : nullptr;
     }
     /// Null when the drawing was closed.
     static Drawing* drawingOf(const Record* record) { return chunkOf(record)->drawing; }

@@ -2,6 +2,7 @@
 
 #include "db/FieldTable.h"
 #include "dbdict.h"
+#include "dbdim.h"
 #include "dbelipse.h"
 #include "dbents.h"
 #include "dbgroup.h"
@@ -40,6 +41,7 @@ constexpr std::array classes{
     ClassEntry{"BLOCK_RECORD", Kind::blockRecord, make<AcDbBlockTableRecord>},
     ClassEntry{"CIRCLE", Kind::circle, make<AcDbCircle>},
     ClassEntry{"DICTIONARY", Kind::dictionary, make<AcDbDictionary>},
+    ClassEntry{"DIMENSION", Kind::dimension, make<AcDbDimension>},
     ClassEntry{"ELLIPSE", Kind::ellipse, make<AcDbEllipse>},
     ClassEntry{"ENDBLK", Kind::endBlock, make<KeptObject>},
     ClassEntry{"ENDSEC", Kind::endSection, make<KeptObject>},
@@ -72,14 +74,31 @@ std::string_view firstValue(std::string_view bytes, int code) {
     return {};
 }
 
-enum class PolylineClass { flat, spatial, mesh };
+int flagsIn(std::string_view bytes) {
+    const double value = dxf::toReal(firstValue(bytes, 70)).value_or(0);
+    return value >= 0 && value < 1024 ? static_cast<int>(value) : 0;
+}
 
-PolylineClass polylineClassOf(std::string_view header) {
-    constexpr int isIn3d = 8, isMesh = 16 | 64;
-    const double value = dxf::toReal(firstValue(header, 70)).value_or(0);
-    const int flags = value >= 0 && value < 1024 ? static_cast<int>(value) : 0;
-    if (flags & isMesh) return PolylineClass::mesh;
-    return flags & isIn3d ? PolylineClass::spatial : PolylineClass::flat;
+constexpr int isIn3d = 8, isPolygonMesh = 16, isPolyFaceMesh = 64; // of a polyline
+constexpr int isPartOfPolyFaces = 128, isPlace = 64;               // of a vertex
+
+std::unique_ptr<AcDbObject> newPolyline(std::string_view bytes) {
+    const int flags = flagsIn(bytes);
+    if (flags & isPolyFaceMesh) return make<AcDbPolyFaceMesh>();
+    if (flags & isPolygonMesh) return make<AcDbPolygonMesh>();
+    return flags & isIn3d ? make<AcDb3dPolyline>() : make<AcDb2dPolyline>();
+}
+
+/// Vertices that stand alone are only kept.
+std::unique_ptr<AcDbObject> newVertex(std::string_view bytes, std::string_view header) {
+    if (header.empty()) return make<AcDbEntity>();
+    const int flags = flagsIn(header);
+    if (flags & isPolyFaceMesh) {
+        const bool isFace = (flagsIn(bytes) & (isPartOfPolyFaces | isPlace)) == isPartOfPolyFaces;
+        return isFace ? make<AcDbFaceRecord>() : make<AcDbPolyFaceMeshVertex>();
+    }
+    if (flags & isPolygonMesh) return make<AcDbPolygonMeshVertex>();
+    return flags & isIn3d ? make<AcDb3dPolylineVertex>() : make<AcDb2dVertex>();
 }
 
 bool isInRowsOrColumns(std::string_view insertion) {
@@ -87,19 +106,6 @@ bool isInRowsOrColumns(std::string_view insertion) {
     for (dxf::Tag tag; tags.next(tag);)
         if ((tag.code == 70 || tag.code == 71) && dxf::toReal(tag.value).value_or(1) > 1) return true;
     return false;
-}
-
-/// Meshes are only kept, and so are vertices that stand alone.
-template <class Flat, class Spatial> std::unique_ptr<AcDbObject> newInPolyline(std::string_view header) {
-    if (header.empty()) return make<AcDbEntity>();
-    switch (polylineClassOf(header)) {
-    case PolylineClass::flat:
-        return make<Flat>();
-    case PolylineClass::spatial:
-        return make<Spatial>();
-    default:
-        return make<AcDbEntity>();
-    }
 }
 
 } // namespace
@@ -112,8 +118,8 @@ Kind kindOf(std::string_view name, bool amongEntities) {
 
 std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::string_view headerBytes) {
     if (kind == Kind::otherEntity) return make<AcDbEntity>();
-    if (kind == Kind::polyline) return newInPolyline<AcDb2dPolyline, AcDb3dPolyline>(bytes);
-    if (kind == Kind::vertex) return newInPolyline<AcDb2dVertex, AcDb3dPolylineVertex>(headerBytes);
+    if (kind == Kind::polyline) return newPolyline(bytes);
+    if (kind == Kind::vertex) return newVertex(bytes, headerBytes);
     if (kind == Kind::insert && isInRowsOrColumns(bytes)) return make<AcDbMInsertBlock>();
     if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);

@@ -67,28 +67,65 @@ Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& matrix) {
     const Drawing& drawing = *RecordChain::drawingOf(record);
     const Acad::ErrorStatus fault = drawing.faultAt(Drawing::Action::transform, record);
     if (fault != Acad::eOk) return drawing.noted(record, fault);
-    return drawing.noted(record,
-                         Drawing::hasParts(record) ? moveWithParts(drawing, matrix) : moveFields(matrix));
+    if (!isMeasurable()) return drawing.noted(record, Acad::eNotApplicable);
+    const bool isAlone = !Drawing::hasParts(record) && !blockMovedAlong();
+    return drawing.noted(record, isAlone ? moveFields(matrix) : moveWithParts(drawing, matrix));
+}
+
+Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
+    Acad::ErrorStatus status = canMoveWithParts(drawing, matrix);
+    qx::db::BlockDefinition* block = blockMovedAlong();
+    if (status == Acad::eOk && block) status = canMoveBlock(drawing, matrix);
+    if (status != Acad::eOk) return status;
+    moveAll(drawing, matrix);
+    if (!block) return Acad::eOk;
+    block->dimension = objectId().record();
+    drawing.forEachInBlock(block->record, [&](qx::db::Record* each) {
+        if (!each->has(qx::db::Record::erased)) drawing.liveEntity(each)->moveAll(drawing, matrix);
+    });
+    return Acad::eOk;
 }
 
 // Parts that lie in the entity's plane need its normal as it was.
-Acad::ErrorStatus AcDbEntity::moveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
-    const qx::db::Record* record = objectId().record();
+Acad::ErrorStatus AcDbEntity::canMoveWithParts(const Drawing& drawing, const AcGeMatrix3d& matrix) {
     const AcGeVector3d normal = qx::db::normalOf(fields());
     Acad::ErrorStatus status = canMoveFields(matrix);
-    drawing.forEachOwned(record, [&](qx::db::Record* each) {
+    drawing.forEachOwned(objectId().record(), [&](qx::db::Record* each) {
         if (status != Acad::eOk) return;
         AcDbEntity* part = drawing.liveEntity(each);
         if (each->kind == qx::db::Kind::vertex && each->has(qx::db::Record::openForWrite))
             status = Acad::eSubentitiesStillOpen;
-        else
+        else if (!part || part->isMovedAlong())
             status = part ? part->canMoveFields(matrix, &normal) : Acad::eNotApplicable;
     });
-    if (status != Acad::eOk) return status;
+    return status;
+}
+
+Acad::ErrorStatus AcDbEntity::canMoveBlock(const Drawing& drawing, const AcGeMatrix3d& matrix) {
+    const qx::db::BlockDefinition& block = *blockMovedAlong();
+    if (drawing.blocks().usesOf(block) != 1) return Acad::eNotApplicable;
+    Acad::ErrorStatus status = Acad::eOk;
+    drawing.forEachInBlock(block.record, [&](qx::db::Record* each) {
+        if (status != Acad::eOk || each->has(qx::db::Record::erased)) return;
+        AcDbEntity* part = drawing.liveEntity(each);
+        if (!part || part->blockMovedAlong())
+            status = Acad::eNotApplicable;
+        else if (each->isOpen())
+            status = Acad::eSubentitiesStillOpen;
+        else
+            status = part->layer_->locked ? Acad::eOnLockedLayer : part->canMoveWithParts(drawing, matrix);
+    });
+    return status;
+}
+
+void AcDbEntity::moveAll(const Drawing& drawing, const AcGeMatrix3d& matrix) {
+    const AcGeVector3d normal = qx::db::normalOf(fields());
     moveFields(matrix);
-    drawing.forEachOwned(
-        record, [&](qx::db::Record* each) { drawing.liveEntity(each)->moveFields(matrix, &normal); });
-    return Acad::eOk;
+    if (!Drawing::hasParts(objectId().record())) return;
+    drawing.forEachOwned(objectId().record(), [&](qx::db::Record* each) {
+        AcDbEntity* part = drawing.liveEntity(each);
+        if (part->isMovedAlong()) part->moveFields(matrix, &normal);
+    });
 }
 
 Acad::ErrorStatus AcDbEntity::canMoveFields(const AcGeMatrix3d& matrix, const AcGeVector3d* ownersNormal) {
@@ -142,7 +179,7 @@ Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const {
     const qx::db::Record* record = objectId().record();
     if (record && !record->isOpen()) assertReadEnabled();
     const Adesk::UInt32 version = record ? RecordChain::drawingOf(record)->blocks().version() : 0;
-    if (boxVersion_ == 0 || (boxVersion_ != version && record->kind == qx::db::Kind::insert)) {
+    if (boxVersion_ == 0 || (boxVersion_ != version && qx::db::showsBlock(record->kind))) {
         qx::shape::ExtentsSink sink;
         extremes(sink);
         if (!isMeasurable()) return Acad::eNotApplicable;

@@ -59,6 +59,7 @@ const FieldTable& AcDbMText::table() {
                               {Role::length, 46, offsetof(Data, frameHeight)},
                               {Role::integer, 71, offsetof(Data, attachment), kTopLeft},
                               {Role::text, 1, offsetof(Data, text)},
+                              {Role::text, 7, offsetof(Data, styleName)},
                               {Role::normal, 210, offsetof(Data, normal)},
                               {Role::vector, 11, offsetof(Data, direction), 0, nullptr, &direction},
                               {Role::angleDegrees, 50, offsetof(Data, rotationDegrees), 0, nullptr, &angle},
@@ -74,6 +75,9 @@ const FieldTable& AcDbMText::table() {
 // An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they
 // go on saying the same.
 bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
+    const qx::db::TextStyle style = drawing.textStyle(data_.styleName);
+    data_.widthFactor = style.widthFactor;
+    data_.obliqueDegrees = style.obliqueDegrees;
     bool hasDirection = false, hasAngle = false;
     qx::db::FieldTags tags{drawing.bytesOf(objectId().record())};
     for (qx::dxf::Tag tag; tags.next(tag);) {
@@ -119,8 +123,9 @@ double AcDbMText::rotation() const {
 
 const MultilineText& AcDbMText::lines() const {
     constexpr int exactly = 2;
-    const qx::text::MultilineFormat format{data_.textHeight, data_.width, data_.lineSpacing,
-                                           data_.lineSpacingStyle == exactly, attachment()};
+    const qx::text::MultilineFormat format{
+        data_.textHeight, data_.width,       data_.lineSpacing,   data_.lineSpacingStyle == exactly,
+        attachment(),     data_.widthFactor, data_.obliqueDegrees};
     if (!layout_ || layout_->format != format) {
         const qx::db::Record* record = objectId().record();
         const qx::db::Drawing* drawing = record ? qx::db::RecordChain::drawingOf(record) : nullptr;

@@ -1,6 +1,7 @@
 // Polylines whose vertices are objects of their own, and the vertices.
 #include "db/Drawing.h"
 #include "db/FieldTable.h"
+#include "db/VertexCursor.h"
 #include "dbents.h"
 #include "dbpl.h"
 #include "ge/OcsFrame.h"
@@ -35,19 +36,9 @@ Record* shownPart(const Record* header, Record* record) {
     return isPart ? record : nullptr;
 }
 
-/// Vertices of a polyline in order, as they are now; those of a copy that was made from the file, as they are
-/// there.
 template <class Vertex, class Visit> void forEachVertex(const AcDbCurve& polyline, Visit&& visit) {
-    const Record* self = polyline.objectId().record();
-    const Drawing* drawing = self ? RecordChain::drawingOf(self) : nullptr;
-    if (!drawing) return;
-    const bool isCopy = self->live != &polyline;
-    drawing->forEachOwned(self, [&](Record* each) {
-        if (each->kind != Kind::vertex || (!isCopy && each->has(Record::erased))) return;
-        const auto original = isCopy ? drawing->asInFile(each) : nullptr;
-        const AcDbObject* vertex = isCopy ? original.get() : drawing->live(each);
-        if (vertex) visit(static_cast<const Vertex&>(*vertex));
-    });
+    qx::db::VertexCursor<Vertex> cursor{polyline};
+    while (const Vertex* vertex = cursor.next()) visit(*vertex);
 }
 
 /// Start and end of a polyline from the points it goes through.
@@ -86,9 +77,7 @@ bool AcDbVertexPolyline::isPart(AcDbObjectId id) const {
 }
 
 bool AcDbVertexPolyline::afterReading(const Drawing& drawing) {
-    bool isGood = true;
-    drawing.forEachOwned(objectId().record(), [&](Record* each) { isGood = isGood && drawing.live(each); });
-    return isGood;
+    return qx::db::arePartsUsable(drawing, objectId().record());
 }
 
 // ---- vertices

@@ -506,3 +506,99 @@ private:
     template <class Visit> void forEachShown(Visit&& visit) const;
     Data data_;
 };
+
+/// What meshes have in common. As AcDbVertexPolyline, but no curve.
+class QX_HOST_API AcDbVertexMesh : public AcDbEntity {
+public:
+    static constexpr bool standsAlone = false;
+    /// Of all vertices and face records. The caller deletes it.
+    AcDbObjectIterator* vertexIterator() const;
+    bool isMeasurable() const override { return true; }
+    /// Not when one of the vertices can't be used.
+    bool afterReading(const qx::db::Drawing& drawing) override;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        double thickness = 0;
+        Adesk::Int32 flags = 0; ///< 1: closed in M, 32: closed in N, 4: smoothed
+        Adesk::Int32 m = 0, n = 0, mDensity = 0, nDensity = 0;
+    };
+    static const qx::db::FieldTable& table();
+
+protected:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+/// A vertex of a mesh, in world coordinates.
+class QX_HOST_API AcDbPolygonMeshVertex : public qx::db::Described<AcDbPolygonMeshVertex, AcDbVertex> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbPolygonMeshVertex)
+    static const qx::db::FieldTable& table();
+    AcGePoint3d position() const { return data_.position; }
+    AcDb::Vertex3dType vertexType() const;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        AcGePoint3d position;
+        Adesk::Int32 flags = 0; ///< 8: on the smoothed surface, 16: controls it
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+class QX_HOST_API AcDbPolyFaceMeshVertex : public qx::db::Described<AcDbPolyFaceMeshVertex, AcDbVertex> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbPolyFaceMeshVertex)
+    static const qx::db::FieldTable& table();
+    AcGePoint3d position() const { return data_.position; }
+
+    using Data = AcDbPolygonMeshVertex::Data;
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+/// One face: which vertices are its corners. It stays as it is when its mesh moves.
+class QX_HOST_API AcDbFaceRecord : public qx::db::Described<AcDbFaceRecord, AcDbVertex> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbFaceRecord)
+    static const qx::db::FieldTable& table();
+    bool isMovedAlong() const override { return false; }
+    /// From 1 on, negative where the edge that begins there is hidden, 0 for none; eInvalidIndex from 4 on.
+    Acad::ErrorStatus getVertexAt(Adesk::UInt16 corner, Adesk::Int32& vertex) const;
+
+    struct Data {
+        qx::db::EntityProperties entity;
+        Adesk::Int32 vertices[4] = {};
+    };
+
+private:
+    template <class, class> friend class qx::db::Described;
+    Data data_;
+};
+
+/// Rows of vertices, joined along and across. Of a smoothed mesh the surface is drawn, not what controls it.
+/// How long the rows are says the file; how many there are, the vertices.
+class QX_HOST_API AcDbPolygonMesh : public qx::db::Described<AcDbPolygonMesh, AcDbVertexMesh> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbPolygonMesh)
+    void shape(qx::shape::Sink& sink) const override;
+    bool isMClosed() const { return data_.flags & 1; }
+    bool isNClosed() const { return data_.flags & 32; }
+
+private:
+    bool isSmoothed() const { return data_.flags & 4; }
+    std::size_t rowLength() const;
+};
+
+/// Faces between vertices that stand before them. An index that leads to no vertex counts for nothing; edges
+/// that the file hides are part of it, but of no picture.
+class QX_HOST_API AcDbPolyFaceMesh : public qx::db::Described<AcDbPolyFaceMesh, AcDbVertexMesh> {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbPolyFaceMesh)
+    void shape(qx::shape::Sink& sink) const override;
+};

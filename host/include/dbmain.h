@@ -158,7 +158,8 @@ public:
     /// The entity under the matrix, in place. Nothing changes when the status is not eOk:
     /// eCannotScaleNonUniformly for a matrix that is not a motion, mirroring or uniform scale; eInvalidInput
     /// when a coordinate would not be finite or would lie beyond 1e15; eNotApplicable for a class that is
-    /// only kept. Attributes and vertices move along, and the whole stays when one of them can't.
+    /// only kept. Attributes, vertices and what a dimension shows move along, and the whole stays when one of
+    /// them can't.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
     /// A copy under the matrix that is in no drawing and belongs to the caller; this entity, which must be
     /// open, stays as it is. Null unless the status is eOk: those of transformBy(), and eNotApplicable for a
@@ -203,6 +204,10 @@ public:
     static constexpr bool standsAlone = true;
     /// The same entity in no drawing, without its extended data; null when that makes no sense.
     virtual std::unique_ptr<AcDbEntity> copied() const { return nullptr; }
+    /// False for a part that has no place of its own and stays as it is when its owner moves.
+    virtual bool isMovedAlong() const { return true; }
+    /// The block whose content is this entity's alone and moves with it; null for nearly all.
+    virtual qx::db::BlockDefinition* blockMovedAlong() const { return nullptr; }
     /// False for classes that are carried along as they are: they have no shape and can't be moved.
     virtual bool isMeasurable() const { return false; }
     /// True when the shape always is one segment, or one arc of a circle: such a curve can be intersected
@@ -222,6 +227,9 @@ protected:
 
 private:
     Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+    Acad::ErrorStatus canMoveBlock(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+    Acad::ErrorStatus canMoveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
+    void moveAll(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);
 
     mutable AcDbExtents box_;
     mutable Adesk::UInt32 boxVersion_ = 0; ///< of the block definitions when it was measured; 0: unknown

@@ -76,6 +76,8 @@ public:
         Adesk::Int32 attachment = kTopLeft;
         Adesk::Int32 lineSpacingStyle = 1; ///< 2: exactly
         std::string_view text;             ///< the last of its parts
+        std::string_view styleName;
+        double widthFactor = 1, obliqueDegrees = 0; ///< of the style
         // Which of the two ways to say where the lines run the text goes by, and which of them turn with it.
         Adesk::Int32 isByAngle = 0, turnsAngle = 0, turnsDirection = 1;
     };

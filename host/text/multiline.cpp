@@ -42,7 +42,7 @@ MultilineText layOut(std::u32string_view raw, const MultilineFormat& format) {
     if (!(format.height > 0) || !std::isfinite(format.height)) return text;
     const MultilineFormat used = repaired(format);
     LineBreaker breaker{used, text};
-    readMultiline(raw, used.height, breaker);
+    readMultiline(raw, used, breaker);
     if (text.isBlank()) return text;
     place(text, breaker.lines(), breaker.top(), used.attachment);
     text.runs.shrink_to_fit();

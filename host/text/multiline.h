@@ -16,7 +16,9 @@ struct MultilineFormat {
     double width = 0;             ///< at which lines are broken; 0: nowhere
     double lineSpacing = 1;       ///< as a factor
     bool hasExactSpacing = false; ///< lines lie equally far apart, whatever the height of their letters
-    int attachment = 1; ///< which point of its box the text hangs from: 1 top left, 2 top centre, ... 9
+    int attachment = 1;     ///< which point of its box the text hangs from: 1 top left, 2 top centre, ... 9
+    double widthFactor = 1; ///< of the characters, where no code says otherwise; as good as 1 unless above 0
+    double obliqueDegrees = 0;
     bool operator==(const MultilineFormat&) const = default;
 };
 

@@ -42,8 +42,11 @@ std::optional<Size> sizeIn(std::u32string_view parameter) {
 
 class Reader {
 public:
-    Reader(std::u32string_view raw, double nominalHeight, LineBreaker& lines)
-        : rest_{raw}, lines_{lines}, nominal_{nominalHeight}, style_{nominalHeight} {}
+    Reader(std::u32string_view raw, const MultilineFormat& format, LineBreaker& lines)
+        : rest_{raw}, lines_{lines}, nominal_{format.height}, style_{format.height} {
+        if (format.widthFactor > 0) readSize(U'W', {format.widthFactor, false});
+        readSize(U'Q', {format.obliqueDegrees, false});
+    }
 
     void read() {
         while (!rest_.empty()) readNext();
@@ -199,8 +202,8 @@ std::optional<std::u32string_view> Reader::parameter() {
 
 } // namespace
 
-void readMultiline(std::u32string_view raw, double nominalHeight, LineBreaker& lines) {
-    Reader{raw, nominalHeight, lines}.read();
+void readMultiline(std::u32string_view raw, const MultilineFormat& format, LineBreaker& lines) {
+    Reader{raw, format, lines}.read();
 }
 
 } // namespace qx::text

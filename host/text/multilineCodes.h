@@ -20,6 +20,6 @@ namespace qx::text {
 
 /// Hands everything to the breaker and ends the last line. Heights that codes ask for are kept within a
 /// millionth and a million times the nominal height, other factors within what can be drawn.
-void readMultiline(std::u32string_view raw, double nominalHeight, LineBreaker& lines);
+void readMultiline(std::u32string_view raw, const MultilineFormat& format, LineBreaker& lines);
 
 } // namespace qx::text

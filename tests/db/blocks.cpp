@@ -1,4 +1,5 @@
 #include "drawings/DrawingText.h"
+#include "shape/ExtentsSink.h"
 
 #include <chrono>
 
@@ -64,7 +65,26 @@ TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
         {{{"B", {}}}, "2 B|10 7.0", "status 1001"},
         {{{"B", {"TEXT|10 1.0|40 1.0|1   "}}}, "2 B|10 7.0", "status 1001"},
         {{}, "2 B|10 7.0", "status 1001"},
-        {oneLine, "2 B|10 0.0|70 2|44 10.0", "status 2"},
+        // Stretched: a circle in a turned block becomes an ellipse, a bulge a part of one, text leans.
+        {{{"B", {"INSERT|2 C|10 0.0|50 45.0|41 2.0"}}, {"C", {"CIRCLE|10 0.0|40 1.0"}}},
+         "2 B|10 0.0|42 3.0",
+         "-1.58114..1.58114 -4.74342..4.74342 0..0"},
+        {{{"B", {"LWPOLYLINE|90 2|10 0.0|20 0.0|42 1.0|10 4.0|20 0.0"}}},
+         "2 B|41 2|42 3|50 90.0",
+         "0..6 0..8 0..0"},
+        {{{"B", {"TEXT|10 0.0|20 0.0|40 1.0|1 H|50 45.0"}}},
+         "2 B|41 2",
+         "-1.27279..1.06066 0.0707107..1.23744 0..0"},
+        {{{"B", {"ARC|10 0.0|40 1.0|50 0.0|51 90.0"}}}, "2 B|41 -2|42 0.5", "-2..0 0..0.5 0..0"},
+        {{{"B", {"CIRCLE|10 0.0|40 1.0", "TEXT|40 1.0|1 H"}}}, "2 B|41 0|42 0|43 0|10 5.0", "5..5 0..0 0..0"},
+        {{{"B", {"CIRCLE|10 0.0|40 1.0"}}}, "2 B|41 0|10 5.0", "5..5 -1..1 0..0"},
+        // Rows and columns run along the turned insertion, as far apart as they say, whatever the scale.
+        {oneLine, "2 B|10 0.0|70 2|71 3|44 10.0|45 -5.0", "1..13 -8..3 0..0"},
+        {oneLine, "2 B|10 0.0|41 2.0|42 2.0|70 2|44 10.0", "2..16 4..6 0..0"},
+        {oneLine, "2 B|10 0.0|70 2|71 2|44 10.0|45 5.0|50 90.0", "-8..-2 1..13 0..0"},
+        {oneLine, "2 B|10 0.0|70 2|44 10.0|210 0|220 0|230 -1", "-13..-1 2..3 0..0"},
+        {oneLine, "2 B|10 0.0|70 -4|71 0|44 10.0", "1..3 2..3 0..0"},
+        {{{"B", {}}}, "2 B|10 0.0|70 2", "status 1001"},
     };
     for (const auto& each : cases) {
         const auto drawing =
@@ -110,6 +130,37 @@ TEST(BlockReferences, nestOnlySoDeep) {
         EXPECT_EQ(extents(*drawing, 0x100), depth <= 64 ? "1..3 2..3 0..0" : "status 1001") << depth;
         EXPECT_EQ(drawing->findings().empty(), depth <= 64) << depth;
     }
+}
+
+TEST(BlockReferences, inCountlessRowsAreDrawnByTheirCorners) {
+    const std::string many = "|70 32767|71 99999|44 1.0|45 2.0", all = "1..32769 2..65535 0..0";
+    const std::pair<std::vector<BlockText>, std::string> cases[] = {
+        {oneLine, all},
+        {{{"B", {"INSERT|2 C" + many}}, {"C", {unitLine}}}, "1..65535 2..131067 0..0"},
+        {{{"B", {}}}, "status 1001"},
+    };
+    for (const auto& [blocks, expected] : cases) {
+        const auto drawing = read(DrawingText{.entities = {"INSERT|2 B" + many}, .blocks = blocks}.bytes());
+        EXPECT_EQ(extents(*drawing, 0x100), expected);
+        qx::shape::ExtentsSink drawn;
+        drawing->liveEntity(drawing->find(0x100))->shape(drawn);
+        EXPECT_EQ(drawn.box().isEmpty() ? "status 1001" : shapes::text(drawn.box()), expected);
+        EXPECT_NE(findings(*drawing).find("stands in too many rows and columns"), std::string::npos);
+        EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), expected == "status 1001" ? "empty" : expected);
+    }
+}
+
+TEST(BlockReferences, inRowsShowTheirAttributesInEachCell) {
+    const auto drawing = read(DrawingText{
+        .entities = {"INSERT|66 1|2 B|70 3|44 10.0", "ATTRIB|10 0.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
+        .blocks = oneLine}
+                                  .bytes());
+    EXPECT_EQ(extents(*drawing, 0x100), "0.1..23 0..3 0..0");
+    EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), "0.1..23 0..3 0..0");
+    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
+    EXPECT_EQ(extents(*drawing, 0x100), "1.1..24 0..3 0..0");
+    const AcDbObjectPointer<AcDbBlockReference> reference{idOf(*drawing, 0x100)};
+    EXPECT_EQ(reference->isA(), AcDbMInsertBlock::desc());
 }
 
 // Two to the power of fifty lines, a hundred times. The box is right all the same, since definitions are

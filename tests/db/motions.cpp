@@ -78,6 +78,13 @@ const ClassCase classes[] = {
     {"Ellipse", "ELLIPSE" + at10 + "|11 -9~9|21 -9~9|31 -9~9|40 0~1.2|41 -7~7|42 -7~7&"},
     {"BlockReference", "INSERT|66 1|2 B" + at10 + scales + "|50 -400~400&" +
                            times(2, "; ATTRIB" + letters + "|2 T|70 0|74 1&") + "; SEQEND"},
+    {"RowsAndColumns", "INSERT|66 1|2 B" + at10 + scales +
+                           "|50 -400~400|70 2:3|71 1:3|44 -9~9|45 -9~9&; ATTRIB" + letters +
+                           "|2 T|70 0|74 1&; SEQEND"},
+    {"PolygonMesh",
+     "POLYLINE|66 1|70 16[|70 49]|71 2|72 3" + times(6, "; VERTEX" + at10 + "|70 64") + "; SEQEND"},
+    {"PolyFaceMesh", "POLYLINE|66 1|70 64|71 4|72 2" + times(4, "; VERTEX" + at10 + "|70 192") +
+                         "; VERTEX|10 0|70 128|71 1|72 -2|73 3[|74 4]; VERTEX|70 128|71 4|72 1; SEQEND"},
     {"FlatPolyline", "POLYLINE|66 1|10 0.0|20 0.0|30 -9~9|70 1[|70 4]&; VERTEX" + at10 +
                          times(4, "; VERTEX" + at10 + "[|42 -2~2][|70 16]") + "; SEQEND"},
     {"PolylineInSpace", "POLYLINE|66 1|70 8[|70 9]&" + times(5, "; VERTEX" + at10 + "|70 32") + "; SEQEND"},
@@ -217,12 +224,12 @@ TEST(Motions, areAllOrNothing) {
         {{"LWPOLYLINE|90 2|10 0.0|20 0.0|10 9e14|20 0.0"}, Acad::eInvalidInput},
         {{"TEXT|10 0.0|20 0.0|40 1.0|1 a|72 1|11 9e14|21 0.0"}, Acad::eInvalidInput},
         {{"HATCH|10 0.0|20 0.0"}, Acad::eNotApplicable},
-        {{"INSERT|2 B|10 0.0|70 2"}, Acad::eNotApplicable},
+        {{"INSERT|2 B|10 9e14|70 2"}, Acad::eInvalidInput},
         {{"POLYLINE|66 1|70 0", "VERTEX|10 0.0", "VERTEX|10 9e14", "SEQEND"}, Acad::eInvalidInput},
         {{"POLYLINE|66 1|70 0", "VERTEX|10 0.0|20 x", "SEQEND"}, Acad::eNotApplicable},
         {{"INSERT|66 1|2 B", "ATTRIB|10 9e14|40 1.0|1 a", "SEQEND"}, Acad::eInvalidInput},
         {{"INSERT|66 1|2 B", "ATTRIB|10 x|40 1.0|1 a", "SEQEND"}, Acad::eNotApplicable},
-        {{"INSERT|66 1|2 B|70 2", "ATTRIB|10 0.0|40 1.0|1 a", "SEQEND"}, Acad::eNotApplicable},
+        {{"INSERT|66 1|2 B|70 2", "ATTRIB|10 9e14|40 1.0|1 a", "SEQEND"}, Acad::eInvalidInput},
     };
     for (const auto& [entities, status] : cases) {
         const auto drawing = read(DrawingText{.entities = entities}.bytes());

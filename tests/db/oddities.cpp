@@ -32,7 +32,8 @@ TEST(Oddities, areFoundWhileReading) {
     const std::string large = line + "|5 FFFFFFFFFFFFFFF0", kept = "classes that are only kept (";
     const std::string selected = ") can't be selected", group = "of groups of such classes (";
     const std::pair<DrawingText, std::string> cases[] = {
-        {{.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 1|71 1"}}, ""},
+        {{.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 3|71 2"}}, ""},
+        {{.entities = {"DIMENSION|2 *D1|10 1.0"}, .blocks = {{"*D1", {line}}}}, ""},
         {{.entities = {line, line + "|5 100"}}, "at 100: the handle 100" + second},
         {{.entities = {line + "|5 d"}}, "at D: the handle D" + second}, // in two sections
         {{.entities = {large, large}}, "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
@@ -42,8 +43,9 @@ TEST(Oddities, areFoundWhileReading) {
          "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
         {{.entities = {"REGION|10 1.0", "HATCH|10 1.0", line, "DIMENSION|10 1.0", "HATCH|10 1.0"}},
          "4 objects of " + kept + "HATCH 2, DIMENSION 1, REGION 1" + selected},
-        {{.entities = {"INSERT|2 B|10 1.0|70 3", "INSERT|2 B|10 1.0|71 2"}},
-         "2 objects of " + kept + "INSERT in rows and columns 2" + selected},
+        {{.entities = {"DIMENSION|2 B|10 1.0", "DIMENSION|2 *Model_Space|10 1.0", "DIMENSION|10 1.0"},
+          .blocks = {{"B", {line}}}},
+         "3 objects of " + kept + "DIMENSION 3" + selected},
         {{.entities = {"HATCH|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"HATCH|10 1.0"}}}},
          ""},
         {{.entities = {"HATCH|10 1.0", line},

@@ -170,6 +170,14 @@ const PatchCase cases[] = {
     {shift(1, 0, 2), "POLYLINE|66 1|10 0.0|20 0.0|30 0.0|70 8; VERTEX|10 1.0>2.0|20 1.0|30 7.0>9.0|70 32; "
                      "VERTEX|10 4.0>5.0|20 3.0|>30 2.0|70 32; SEQEND"},
     {mirrorX, "POLYLINE|66 1|70 8; VERTEX|10 1.0>-1.0|20 1.0|30 7.0|70 32; SEQEND"},
+    {twice, "INSERT|2 B|10 1.0>2.0|20 0.0|41 1.0>2.0|42 1.0>2.0|43 1.0>2.0|70 3|44 5.0>10.0"},
+    // Control vertices of a spline move too; faces of a mesh have no place.
+    {shift(1, 0), "POLYLINE|66 1|70 4; VERTEX|10 1.0>2.0|70 16; VERTEX|10 4.0>5.0|20 1.0|70 8; SEQEND"},
+    {shift(1, 0), "POLYLINE|66 1|70 12; VERTEX|10 1.0>2.0|70 48; VERTEX|10 4.0>5.0|70 40; SEQEND"},
+    {shift(1, 0, 1),
+     "POLYLINE|66 1|10 0.0|20 0.0|30 0.0|70 16|71 1|72 2; VERTEX|10 1.0>2.0|20 0.0|>30 1.0|70 64; "
+     "VERTEX|10 2.0>3.0|20 0.0|>30 1.0|70 64; SEQEND"},
+    {shift(1, 0), "POLYLINE|66 1|70 64; VERTEX|10 1.0>2.0|70 192; VERTEX|10 0.0|20 0.0|70 128|71 1; SEQEND"},
     // Attributes move with their reference, but not those of none.
     {shift(10, 0), "INSERT|66 1|2 B|10 1.0>11.0|20 2.0; ATTRIB|10 1.0>11.0|20 3.0|40 1.0|1 a|2 T|70 0; "
                    "ATTRIB|10 0.0>10.0|20 0.0|40 1.0|1 b|2 U|70 1|72 1|11 5.0>15.0|21 5.0|74 2; SEQEND; "

@@ -33,6 +33,8 @@ std::string classOf(const Drawing& drawing, Handle handle) {
 
 TEST(Polylines, areWhatTheHeaderSays) {
     const char *flat = "AcDb2dPolyline AcDb2dVertex", *inSpace = "AcDb3dPolyline AcDb3dPolylineVertex";
+    const char* mesh = "AcDbPolygonMesh AcDbPolygonMeshVertex";
+    const char* faces = "AcDbPolyFaceMesh AcDbPolyFaceMeshVertex";
     const struct {
         const char* groups;
         std::string classes; ///< of the header and the vertex
@@ -47,19 +49,58 @@ TEST(Polylines, areWhatTheHeaderSays) {
         {"70 4; 10 0.0|20 0.0|70 8; 10 9.0|20 9.0|70 16; 10 1.0|20 2.0|70 8", flat, "0..1 0..2 0..0"},
         {"70 8; 10 1.0|20 1.0|30 7.0|70 32; 10 4.0|20 3.0|70 32", inSpace, "1..4 1..3 0..7"},
         {"70 12; 10 9.0|70 48; 10 4.0|20 3.0|70 40; 10 5.0|20 3.0|70 40", inSpace, "4..5 3..3 0..0"},
-        // Meshes and faces.
-        {"70 16; 10 1.0|20 1.0|70 64", "AcDbEntity AcDbEntity", "status 2"},
-        {"70 64; 10 1.0|20 1.0|70 192", "AcDbEntity AcDbEntity", "status 2"},
+        // Curve-fit: what fitting added is drawn as well. Splines in space, quadratic or not.
+        {"70 2; 10 0.0|20 0.0|42 1.0; 10 4.0|20 0.0|42 -1.0|70 1; 10 8.0|20 0.0", flat, "0..8 -2..2 0..0"},
+        {"70 12|75 5; 10 0.0|70 48; 10 1.0|70 40; 10 2.0|70 40; 10 9.0|70 48", inSpace, "1..2 0..0 0..0"},
+        // Meshes: of a smoothed one the surface; rows that are not full, and counts that are wrong.
+        {"70 16|71 1|72 2; 10 1.0|20 1.0|70 64; 10 3.0|30 5.0|70 64", mesh, "1..3 0..1 0..5"},
+        {"70 20|71 1|72 1|73 1|74 2|75 6; 10 9.0|70 80; 10 1.0|70 72; 10 2.0|70 72", mesh, "1..2 0..0 0..0"},
+        {"70 49|71 -7|72 2147483647; 10 1.0|70 64; 10 3.0|70 64; 10 2.0|70 64", mesh, "1..3 0..0 0..0"},
+        {"70 16; 10 1.0|20 1.0|70 64", mesh, "1..1 1..1 0..0"},
+        {"70 64; 10 1.0|70 192; 10 4.0|70 192; 70 128|71 1|72 -2", faces, "1..4 0..0 0..0"},
+        {"70 64; 10 1.0|70 192; 10 9.0|70 192; 70 128|71 1|72 -9|73 0|74 3", faces, "1..1 0..0 0..0"},
+        {"70 64; 10 1.0|70 192; 70 128|71 -2147483648|72 99999", faces, "status 1001"},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.groups);
         const auto drawing = read(DrawingText{.entities = polyline(each.groups)}.bytes());
         EXPECT_EQ(classOf(*drawing, header) + " " + classOf(*drawing, firstVertex), each.classes);
         EXPECT_EQ(extents(*drawing, header), each.extents);
-        const bool isMeasured = each.classes != "AcDbEntity AcDbEntity";
-        EXPECT_EQ(drawing->isSelectable(drawing->find(header)), isMeasured);
+        EXPECT_TRUE(drawing->isSelectable(drawing->find(header)));
         EXPECT_FALSE(drawing->isSelectable(drawing->find(firstVertex)));
-        EXPECT_EQ(move(*drawing, header, shift(1, 0)), isMeasured ? Acad::eOk : Acad::eNotApplicable);
+        EXPECT_EQ(move(*drawing, header, shift(1, 0)), Acad::eOk);
+    }
+}
+
+/// Segments as "0,0-1,0 ", hidden ones in brackets.
+class Edges final : public qx::shape::Sink {
+public:
+    void segment(const qx::shape::Segment& segment) override {
+        std::string both = shapes::pointsText(std::array{segment.start, segment.end});
+        both[both.find(' ')] = '-';
+        all += segment.isHidden ? "(" + both.substr(0, both.size() - 1) + ") " : both;
+    }
+    void arc(const qx::shape::EllipticArc&) override {}
+    void text(const qx::shape::TextRun&) override {}
+    std::string all;
+};
+
+TEST(Meshes, areDrawnByTheirEdges) {
+    const std::string square = "; 10 0.0|70 64; 10 1.0|70 64; 10 0.0|20 1.0|70 64; 10 1.0|20 1.0|70 64";
+    const std::string corners =
+        "; 10 0.0|70 192; 10 1.0|70 192; 10 1.0|20 1.0|70 192; 10 0.0|20 1.0|70 192; ";
+    const std::pair<std::string, std::string> cases[] = {
+        {"70 16|71 2|72 2" + square, "0,0-1,0 0,1-1,1 0,0-0,1 1,0-1,1 "},
+        {"70 49|71 2|72 2" + square, "0,0-1,0 1,0-0,0 0,1-1,1 1,1-0,1 0,0-0,1 1,0-1,1 0,1-0,0 1,1-1,0 "},
+        {"70 16|71 2|72 3" + square, "0,0-1,0 1,0-0,1 0,0-1,1 "},
+        {"70 64" + corners + "70 128|71 1|72 -2|73 3|74 4", "0,0-1,0 (1,0-1,1) 1,1-0,1 0,1-0,0 "},
+        {"70 64" + corners + "70 128|71 1|72 3; 70 128|71 2|72 3|73 4", "0,0-1,1 1,0-1,1 1,1-0,1 0,1-1,0 "},
+    };
+    for (const auto& [groups, expected] : cases) {
+        const auto drawing = read(DrawingText{.entities = polyline(groups)}.bytes());
+        Edges edges;
+        drawing->liveEntity(drawing->find(header))->shape(edges);
+        EXPECT_EQ(edges.all, expected) << groups;
     }
 }
 

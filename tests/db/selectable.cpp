@@ -15,13 +15,14 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
         "TEXT|10 1.0|40 1.0|1  ",
         "LWPOLYLINE|90 1|70 0|10 1.0|20 1.0",
         "INSERT|2 missing|10 1.0",
+        "INSERT|2 B|10 1.0|71 3",
         "MTEXT|10 1.0|40 1.0|1 a",
         "ELLIPSE|10 1.0|11 1.0|40 0.5",
     };
     const char* const others[] = {
         "LINE|8 oFf|10 1.0|11 2.0",  "LINE|8 FROZEN|10 1.0|11 2.0",  "LINE|60 1|10 1.0|11 2.0",
         "LINE|330 1E|10 1.0|11 2.0", "LINE|67 1|10 1.0|11 2.0",      "LINE|330 ABC|67 1|10 1.0|11 2.0",
-        "LINE|10 x|11 2.0",          "INSERT|2 B|10 1.0|71 3",       "HATCH|10 1.0",
+        "LINE|10 x|11 2.0",          "VIEWPORT|10 1.0|40 9.0",       "HATCH|10 1.0",
         "ACAD_PROXY_ENTITY|90 498",  "ATTRIB|10 1.0|40 1.0|1 a|2 T",
     };
     const auto isSelectable = [](const char* snippet) {
