@@ -4,8 +4,11 @@
 #include "dbelipse.h"
 #include "dbents.h"
 #include "dbgroup.h"
+#include "dbhatch.h"
+#include "dblead.h"
 #include "dbmtext.h"
 #include "dbpl.h"
+#include "dbspline.h"
 #include "dbsymtb.h"
 #include "dxf/Tag.h"
 
@@ -41,8 +44,10 @@ constexpr std::array classes{
     ClassEntry{"ENDTAB", Kind::endTable, make<KeptObject>},
     ClassEntry{"EOF", Kind::endOfFile, make<KeptObject>},
     ClassEntry{"GROUP", Kind::group, make<AcDbGroup>},
+    ClassEntry{"HATCH", Kind::hatch, make<AcDbHatch>},
     ClassEntry{"INSERT", Kind::insert, make<AcDbBlockReference>},
     ClassEntry{"LAYER", Kind::layer, make<AcDbLayerTableRecord>},
+    ClassEntry{"LEADER", Kind::leader, make<AcDbLeader>},
     ClassEntry{"LINE", Kind::line, make<AcDbLine>},
     ClassEntry{"LWPOLYLINE", Kind::lwPolyline, make<AcDbPolyline>},
     ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>},
@@ -50,6 +55,7 @@ constexpr std::array classes{
     ClassEntry{"POLYLINE", Kind::polyline, make<AcDb2dPolyline>},
     ClassEntry{"SECTION", Kind::section, make<KeptObject>},
     ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
+    ClassEntry{"SPLINE", Kind::spline, make<AcDbSpline>},
     ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
     ClassEntry{"TEXT", Kind::text, make<AcDbText>},
     ClassEntry{"VERTEX", Kind::vertex, make<AcDbEntity>},

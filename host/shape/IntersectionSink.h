@@ -22,6 +22,7 @@ public:
     void segment(const Segment& segment) override { meet({segment, seen_}); }
     void arc(const EllipticArc& arc) override { meet({arc, seen_}); }
     void text(const TextRun& run) override { meet({run, seen_}); }
+    void bezier(const Bezier& curve) override;
 
     /// Adds the points: along the curve, or along what was seen, one primitive behind the other. To be
     /// called once, at the end.
@@ -35,6 +36,7 @@ private:
     };
 
     void meet(const Operand& seen);
+    bool isAway(const Box& box) const;
     void dropRepeats();
 
     Operand curve_;

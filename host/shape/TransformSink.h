@@ -22,6 +22,11 @@ public:
         target_.text({matrix_ * run.origin, matrix_ * run.along, matrix_ * run.up, run.extent, run.bytes,
                       run.encoding});
     }
+    void bezier(const Bezier& curve) override {
+        Bezier image = curve;
+        for (WeightedPoint& each : image.controls()) each.point = matrix_ * each.point;
+        target_.bezier(image);
+    }
     bool isFull() const override { return target_.isFull(); }
 
 private:
