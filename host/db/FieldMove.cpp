@@ -1,5 +1,7 @@
 #include "db/FieldMove.h"
 
+#include "db/GroupWalk.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -96,9 +98,11 @@ void forEachCoordinate(const Fields& fields, unsigned axes, const AcGeVector3d& 
             if (axes & 2) visit(vertex.y, ocs.y);
         }
     if (double* elevation = axes & 4 ? elevationOf(fields) : nullptr) visit(*elevation, ocs.z);
-    if (!fields.xdata) return;
-    for (XDataPoint& each : fields.xdata->points)
-        visitPoint(each.value, each.code == XDataPoint::position ? world : nothing);
+    forEachListed(fields, [&](GroupValue& each) {
+        if (each.role == Role::worldPoint) visitPoint(each.value, world);
+        if (each.role == Role::flatPoint && axes & 1) visit(each.value.x, ocs.x);
+        if (each.role == Role::flatPoint && axes & 2) visit(each.value.y, ocs.y);
+    });
 }
 
 unsigned axesOf(const AcGeVector3d& v) {
@@ -134,11 +138,13 @@ void Shift::apply(double* replaced) const {
 
 std::size_t Shift::coordinateCount() const {
     const std::size_t inPlane = (axes_ & 1) + (axes_ >> 1 & 1), all = inPlane + (axes_ >> 2);
-    const std::size_t points =
-        fields_.table->points.size() + (fields_.xdata ? fields_.xdata->points.size() : 0);
-    const Vertices* vertices = verticesOf(fields_);
-    return points * all + (vertices ? vertices->size() * inPlane : 0) +
-           (fields_.table->elevation ? axes_ >> 2 : 0);
+    std::size_t points = fields_.table->points.size(), flatPoints = 0;
+    if (const Vertices* vertices = verticesOf(fields_)) flatPoints = vertices->size();
+    forEachListed(fields_, [&](const GroupValue& each) {
+        points += each.role == Role::worldPoint;
+        flatPoints += each.role == Role::flatPoint;
+    });
+    return points * all + flatPoints * inPlane + (fields_.table->elevation ? axes_ >> 2 : 0);
 }
 
 void swapCoordinates(const Fields& fields, unsigned axes, double* with) {
@@ -169,6 +175,7 @@ Motion::Motion(const AcGeMatrix3d& matrix, double scale, const Fields& fields)
     const AcGeVector3d image = matrix * direction / heightScale_;
     if (!isSame(image, direction)) normal_ = withPlainZeros(image);
     after_ = ge::OcsFrame{normal_};
+    if (const double* elevation = elevationOf(fields)) elevation_ = *elevation;
 
     constexpr double leastDegrees = 1e-13; // less is the rounding of the frames
     const AcGeVector3d xAxis = after_.toOcs(matrix * before_.x);
@@ -177,8 +184,8 @@ Motion::Motion(const AcGeMatrix3d& matrix, double scale, const Fields& fields)
 }
 
 AcGePoint3d Motion::moved(const PointField& field) const {
-    const auto& point = memberAt<AcGePoint3d>(fields_.base, field.offset);
-    return field.isWorld ? matrix_ * point : movedInPlane(point);
+    return changed(field.isWorld ? Role::worldPoint : Role::ocsPoint,
+                   memberAt<AcGePoint3d>(fields_.base, field.offset));
 }
 
 double Motion::turned(double degrees) const {
@@ -187,68 +194,116 @@ double Motion::turned(double degrees) const {
     return sum < 0 ? sum + 360.0 : sum;
 }
 
-bool Motion::isSafe() const {
-    for (const PointField& field : fields_.table->points)
-        if (counts(field, fields_.base) && !isUsable(moved(field))) return false;
-    for (const Field& field : fields_.table->untranslated) {
-        if ((field.role == Role::vector || field.role == Role::direction) &&
-            !isUsable(AcGePoint3d::kOrigin + matrix_ * memberAt<AcGeVector3d>(fields_.base, field.offset)))
-            return false;
-        if ((field.role == Role::length || field.role == Role::height) && scale_ != 1 &&
-            !isUsable(memberAt<double>(fields_.base, field.offset) * scale_))
-            return false;
+AcGePoint3d Motion::changed(Role role, const AcGePoint3d& value) const {
+    const auto plain = [](const AcGeVector3d& v) { return AcGePoint3d::kOrigin + withPlainZeros(v); };
+    switch (role) {
+    case Role::worldPoint:
+        return matrix_ * value;
+    case Role::ocsPoint:
+        return movedInPlane(value);
+    case Role::flatPoint: {
+        const AcGePoint3d point = movedInPlane({value.x, value.y, elevation_});
+        return {point.x, point.y, 0};
     }
-    const double* elevation = elevationOf(fields_);
-    if (elevation && !isUsable(movedElevation(*elevation))) return false;
+    case Role::vector:
+        return plain(matrix_ * value.asVector());
+    case Role::direction:
+        return plain(matrix_ * value.asVector() / scale_);
+    case Role::flatVector: {
+        const AcGeVector3d image = after_.toOcs(matrix_ * before_.toWorld(value.asVector()));
+        return plain({image.x, image.y, 0});
+    }
+    case Role::normal:
+        return AcGePoint3d::kOrigin + normal_;
+    default:
+        return {changed(role, value.x), value.y, value.z};
+    }
+}
+
+double Motion::changed(Role role, double value) const {
+    constexpr double degree = std::numbers::pi / 180;
+    switch (role) {
+    case Role::angleDegrees:
+        return turned(value);
+    case Role::angleRadians:
+        return turnDegrees_ == 0 ? value : turned(value / degree) * degree;
+    case Role::arcDegrees:
+        return value + turnDegrees_;
+    case Role::clockwiseDegrees:
+        return value - turnDegrees_;
+    case Role::length:
+        return value * scale_;
+    case Role::height:
+        return value * heightScale_;
+    default:
+        return value;
+    }
+}
+
+// Angles and normals can't go too far, nor can lengths that stay.
+bool Motion::isSafe(Role role, const AcGePoint3d& value) const {
+    switch (role) {
+    case Role::worldPoint:
+    case Role::ocsPoint:
+    case Role::flatPoint:
+    case Role::vector:
+    case Role::flatVector:
+        return isUsable(changed(role, value));
+    case Role::length:
+    case Role::height:
+        return scale_ == 1 || isUsable(value.x * scale_);
+    default:
+        return true;
+    }
+}
+
+AcGePoint3d Motion::valueOf(const Field& field) const {
+    if (field.isPoint()) return memberAt<AcGePoint3d>(fields_.base, field.offset);
+    return {memberAt<double>(fields_.base, field.offset), 0, 0};
+}
+
+bool Motion::isSafe() const {
+    bool isSafe = true;
+    for (const PointField& field : fields_.table->points)
+        if (counts(field, fields_.base)) isSafe = isSafe && isUsable(moved(field));
+    for (const Field& field : fields_.table->untranslated)
+        isSafe = isSafe && this->isSafe(field.role, valueOf(field));
+    if (fields_.table->elevation) isSafe = isSafe && isUsable(movedElevation());
     if (const Vertices* vertices = verticesOf(fields_))
         for (const auto& vertex : *vertices)
-            if (!isUsable(movedInPlane({vertex.x, vertex.y, *elevation}))) return false;
+            isSafe = isSafe && isUsable(movedInPlane({vertex.x, vertex.y, elevation_}));
     if (const AllWidths* widths = widthsOf(fields_))
         for (const auto& each : *widths)
-            if (!isUsable(each.start * scale_) || !isUsable(each.end * scale_)) return false;
-    return !fields_.xdata || std::ranges::all_of(fields_.xdata->points, [&](const XDataPoint& each) {
-        return each.code != XDataPoint::position || isUsable(matrix_ * each.value);
-    });
+            isSafe = isSafe && isUsable(each.start * scale_) && isUsable(each.end * scale_);
+    forEachListed(fields_,
+                  [&](const GroupValue& each) { isSafe = isSafe && this->isSafe(each.role, each.value); });
+    return isSafe;
 }
 
 void Motion::change(const Field& field) const {
-    if (field.role == Role::normal) {
-        memberAt<AcGeVector3d>(fields_.base, field.offset) = normal_;
-    } else if (field.role == Role::vector) {
-        auto& vector = memberAt<AcGeVector3d>(fields_.base, field.offset);
-        vector = withPlainZeros(matrix_ * vector);
-    } else if (field.role == Role::direction) {
-        auto& direction = memberAt<AcGeVector3d>(fields_.base, field.offset);
-        direction = withPlainZeros(matrix_ * direction / scale_);
-    } else {
-        auto& value = memberAt<double>(fields_.base, field.offset);
-        value = field.role == Role::angleDegrees ? turned(value)
-                : field.role == Role::height     ? value * heightScale_
-                                                 : value * scale_;
-    }
+    const AcGePoint3d value = changed(field.role, valueOf(field));
+    if (field.isPoint())
+        memberAt<AcGePoint3d>(fields_.base, field.offset) = value;
+    else
+        memberAt<double>(fields_.base, field.offset) = value.x;
 }
 
 // The vertices of a flat entity share one plane; where its origin goes says how high the plane comes to lie.
 void Motion::apply() const {
     for (const PointField& field : fields_.table->points)
         if (counts(field, fields_.base)) memberAt<AcGePoint3d>(fields_.base, field.offset) = moved(field);
-    double* elevation = elevationOf(fields_);
     if (Vertices* vertices = verticesOf(fields_))
         for (auto& vertex : *vertices) {
-            const AcGePoint3d point = movedInPlane({vertex.x, vertex.y, *elevation});
+            const AcGePoint3d point = movedInPlane({vertex.x, vertex.y, elevation_});
             vertex.x = point.x;
             vertex.y = point.y;
         }
-    if (elevation) *elevation = movedElevation(*elevation);
     if (AllWidths* widths = widthsOf(fields_))
         for (auto& each : *widths) each = {each.start * scale_, each.end * scale_};
+    forEachListed(fields_, [&](GroupValue& each) { each.value = changed(each.role, each.value); });
+    if (double* elevation = elevationOf(fields_)) *elevation = movedElevation();
     for (const Field& field : fields_.table->untranslated)
         if (counts(field, fields_.base)) change(field);
-    if (!fields_.xdata) return;
-    for (XDataPoint& each : fields_.xdata->points)
-        each.value = each.code == XDataPoint::position
-                         ? matrix_ * each.value
-                         : AcGePoint3d::kOrigin + matrix_ * each.value.asVector();
 }
 
 } // namespace qx::db

@@ -55,8 +55,13 @@ private:
     AcGePoint3d movedInPlane(const AcGePoint3d& ocs) const {
         return after_.toOcs(matrix_ * before_.toWorld(ocs));
     }
-    double movedElevation(double elevation) const { return movedInPlane({0, 0, elevation}).z; }
+    double movedElevation() const { return movedInPlane({0, 0, elevation_}).z; }
     double turned(double degrees) const;
+    /// A value that plays the role, moved.
+    AcGePoint3d changed(Role role, const AcGePoint3d& value) const;
+    double changed(Role role, double value) const;
+    bool isSafe(Role role, const AcGePoint3d& value) const;
+    AcGePoint3d valueOf(const Field& field) const;
     void change(const Field& field) const;
 
     const AcGeMatrix3d& matrix_;
@@ -65,6 +70,7 @@ private:
     AcGeVector3d normal_;
     ge::OcsFrame before_, after_;
     double turnDegrees_;
+    double elevation_ = 0; ///< of the plane, before
 };
 
 } // namespace qx::db

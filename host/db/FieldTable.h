@@ -8,6 +8,7 @@
 
 #include "dbmain.h"
 #include "dxf/Tag.h"
+#include "qxgroups.h"
 
 #include <array>
 #include <cstddef>
@@ -33,7 +34,14 @@ enum class Role : std::uint8_t {
     integer,      ///< an Adesk::Int32
     text,         ///< a std::string_view into the file's bytes; never written
     subclass,     ///< no value: the marker before the fields that follow, for objects that are written anew
-    vertices      ///< no value: where the vertices stand among the fields
+    vertices,     ///< no value: where the vertices stand among the fields
+
+    // In lists only.
+    flatPoint,       ///< two numbers in the object coordinate system, at the height of its plane
+    flatVector,      ///< two numbers, a vector in that plane
+    angleRadians,    ///< as angleDegrees
+    arcDegrees,      ///< an end of an arc: an angle that keeps its whole turns, for the other end's sake
+    clockwiseDegrees ///< the same counted the other way round
 };
 
 /// Integers of the class of which one must have a bit of the mask for a field to mean anything.
@@ -78,6 +86,8 @@ struct VertexGroups {
     }
 };
 
+struct ListedGroups;
+
 /// A point among the fields, as motions see it.
 struct PointField {
     std::uint16_t offset;
@@ -89,12 +99,14 @@ struct FieldTable {
     static constexpr std::uint8_t noSlot = 0xff;
     static constexpr int codes = 400;
 
-    /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices, if
-    /// any.
-    FieldTable(std::size_t plainSize, std::vector<Field> fields, const VertexGroups* vertexGroups = nullptr);
+    /// `plainSize` is the size of the struct as far as it can be copied byte by byte: up to the vertices if
+    /// or the list, if any.
+    FieldTable(std::size_t plainSize, std::vector<Field> fields, const VertexGroups* vertexGroups = nullptr,
+               const ListedGroups* listedGroups = nullptr);
     /// The same, with the fields of EntityProperties before the others: the struct begins with one.
     static FieldTable ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
-                               const VertexGroups* vertexGroups = nullptr);
+                               const VertexGroups* vertexGroups = nullptr,
+                               const ListedGroups* listedGroups = nullptr);
 
     std::uint8_t slotOf(int code) const {
         return static_cast<unsigned>(code) < codes ? slotByCode[static_cast<std::size_t>(code)] : noSlot;
@@ -108,6 +120,7 @@ struct FieldTable {
     std::vector<Slot> slots;
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
+    const ListedGroups* lists = nullptr;
     std::vector<PointField> points;   ///< those of `fields` that every motion reaches
     std::vector<Field> untranslated;  ///< those that a translation leaves alone: they turn or scale
     const Field* normal = nullptr;    ///< one of the latter
@@ -119,15 +132,15 @@ template <class T> T& memberAt(void* base, std::size_t offset) {
     return *reinterpret_cast<T*>(static_cast<char*>(base) + offset);
 }
 
-/// A point or direction in the extended data: 1011 moves and turns, 1012 and 1013 only turn.
-struct XDataPoint {
-    static constexpr int position = 1011;
-    int code;
-    AcGePoint3d value;
-};
-struct XDataPoints {
-    std::vector<XDataPoint> points;
-};
+/// The object's own list of values; null for the many classes that have none.
+GroupList* listOf(const Fields& fields);
+
+/// Calls `visit` with each value of the lists of an object: its own, and the points in the extended data.
+template <class Visit> void forEachListed(const Fields& fields, Visit&& visit) {
+    for (GroupList* list : {listOf(fields), fields.xdata})
+        if (list)
+            for (GroupValue& each : list->values) visit(each);
+}
 
 /// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends
 /// before embedded objects and extended data, whose groups mean something else.
@@ -171,9 +184,9 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
 std::optional<Adesk::Int32> toInteger(std::string_view text);
 
 /// Points in the extended data of a record's bytes; null when there are none.
-std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes);
+std::unique_ptr<GroupList> readXDataPoints(std::string_view bytes);
 
-/// What a change can reach in a live object (fields, vertices, points in the extended data), as so many
+/// What a change can reach in a live object (fields, vertices, lists), as so many
 /// bytes, a multiple of 8: how many, copied out, and exchanged with bytes that were copied out of the same
 /// object.
 std::size_t stateSize(AcDbObject& object);

@@ -6,9 +6,12 @@
 #include "dbelipse.h"
 #include "dbents.h"
 #include "dbgroup.h"
+#include "dbhatch.h"
+#include "dblead.h"
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbray.h"
+#include "dbspline.h"
 #include "dbsymtb.h"
 #include "dbxline.h"
 #include "dxf/Tag.h"
@@ -48,8 +51,10 @@ constexpr std::array classes{
     ClassEntry{"ENDTAB", Kind::endTable, make<KeptObject>},
     ClassEntry{"EOF", Kind::endOfFile, make<KeptObject>},
     ClassEntry{"GROUP", Kind::group, make<AcDbGroup>},
+    ClassEntry{"HATCH", Kind::hatch, make<AcDbHatch>},
     ClassEntry{"INSERT", Kind::insert, make<AcDbBlockReference>},
     ClassEntry{"LAYER", Kind::layer, make<AcDbLayerTableRecord>},
+    ClassEntry{"LEADER", Kind::leader, make<AcDbLeader>},
     ClassEntry{"LINE", Kind::line, make<AcDbLine>},
     ClassEntry{"LWPOLYLINE", Kind::lwPolyline, make<AcDbPolyline>},
     ClassEntry{"MTEXT", Kind::mtext, make<AcDbMText>},
@@ -59,6 +64,7 @@ constexpr std::array classes{
     ClassEntry{"SECTION", Kind::section, make<KeptObject>},
     ClassEntry{"SEQEND", Kind::sequenceEnd, make<KeptObject>},
     ClassEntry{"SOLID", Kind::solid, make<AcDbSolid>},
+    ClassEntry{"SPLINE", Kind::spline, make<AcDbSpline>},
     ClassEntry{"TABLE", Kind::table, make<AcDbBlockTable>},
     ClassEntry{"TEXT", Kind::text, make<AcDbText>},
     ClassEntry{"TRACE", Kind::trace, make<AcDbTrace>},

@@ -9,19 +9,10 @@
 using qx::db::FieldTable;
 using qx::db::Role;
 using qx::ge::OcsFrame;
+using qx::ge::withTangentTimes;
 using qx::shape::fullTurn;
 
 ACRX_DEFINE_MEMBERS(AcDbEllipse, AcDbCurve, L"ELLIPSE")
-
-namespace {
-
-/// The angle whose tangent is `factor` times as large, in the same quarter of the same turn.
-double withTangentTimes(double factor, double angle) {
-    const double c = std::cos(angle), s = std::sin(angle);
-    return angle + (std::atan2(s * factor, c) - std::atan2(s, c));
-}
-
-} // namespace
 
 AcDbEllipse::AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
                          const AcGeVector3d& majorAxis, double radiusRatio, double startAngle,

@@ -40,7 +40,7 @@ qx::db::Fields AcDbEntity::fields() {
     return {&table, &kept_, xdata_.get()};
 }
 
-void AcDbEntity::setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) { xdata_ = std::move(points); }
+void AcDbEntity::setXDataPoints(std::unique_ptr<qx::db::GroupList> points) { xdata_ = std::move(points); }
 
 const EntityProperties& AcDbEntity::properties() const {
     return *static_cast<const EntityProperties*>(const_cast<AcDbEntity*>(this)->fields().base);

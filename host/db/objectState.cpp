@@ -27,7 +27,8 @@ template <class Visit> void forEachStretch(AcDbObject& object, Visit&& visit) {
         visit(stretchOf(memberAt<std::vector<AcDbPolyline::Vertex>>(base, table->vertices->offset)));
         visit(stretchOf(memberAt<std::vector<AcDbPolyline::Widths>>(base, table->vertices->widthsOffset)));
     }
-    if (xdata) visit(stretchOf(xdata->points));
+    for (GroupList* list : {listOf(object.fields()), xdata})
+        if (list) visit(stretchOf(list->values));
 }
 
 } // namespace

@@ -106,15 +106,21 @@ void Patcher::compareFields(std::string_view bytes) {
     FieldTags tags{bytes};
     dxf::Tag tag;
     defaultAnchor_ = nullptr;
+    std::optional<ListPlace> listed;
+    if (table_->lists)
+        listed.emplace(&memberAt<GroupList>(base_, table_->lists->offset), GroupWalk{table_->lists->grammar});
     while (tags.next(tag)) {
         if (tag.code == 8) defaultAnchor_ = tag.end;
         const std::uint8_t slot = table_->slotOf(tag.code);
-        if (slot != FieldTable::noSlot)
+        if (const auto place = listed ? listed->walk.step(tag) : std::nullopt)
+            compareListed(*listed, tag, *place);
+        else if (slot != FieldTable::noSlot)
             compareSlot(slot, tag.value, tag.end);
         else if (table_->vertices && table_->vertices->holds(tag.code))
             compareVertex(tag);
     }
     finishVertex();
+    if (listed) finishListed(*listed);
     if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
     if (!defaultAnchor_) defaultAnchor_ = tags.end() ? tags.end() : bytes.data() + bytes.size();
 }
@@ -170,20 +176,37 @@ void Patcher::finishVertex() {
     if (y != 0) patch(afterX_, 0, tagText(20, realText(y).view(), lineEnd_));
 }
 
-// The points come in the order in which they were read.
 void Patcher::compareXData(const char* begin, const char* end) {
     if (!xdata_) return;
-    std::size_t point = 0; // 1-based
+    ListPlace at{xdata_, GroupWalk{xdataGrammar}};
     dxf::TagCursor cursor{begin, end};
     for (dxf::Tag tag; cursor.next(tag);) {
-        if (tag.code < 1011 || tag.code > 1033 || !dxf::toReal(tag.value)) continue;
-        if (tag.code <= 1013) ++point;
-        if (point == 0 || point > xdata_->points.size()) continue;
-        const XDataPoint& each = xdata_->points[point - 1];
-        if (tag.code == each.code) compareReal(tag.value, each.value.x);
-        if (tag.code == each.code + 10) compareReal(tag.value, each.value.y);
-        if (tag.code == each.code + 20) compareReal(tag.value, each.value.z);
+        if (!isXDataPoint(tag.code) || !dxf::toReal(tag.value)) continue;
+        if (const auto place = at.walk.step(tag)) compareListed(at, tag, *place);
     }
+    finishListed(at);
+}
+
+// A translation reaches points along its axes and nothing else.
+void Patcher::compareListed(ListPlace& at, const dxf::Tag& tag, const GroupWalk::Place& place) {
+    if (place.axis == 0) finishListed(at);
+    at.last = place;
+    at.behind = tag.end;
+    at.seen = (place.axis == 0 ? 0 : at.seen) | 1u << place.axis;
+    const GroupValue& each = at.list->values[place.index];
+    const bool isPoint = each.role == Role::worldPoint || each.role == Role::flatPoint;
+    if (touched_ & (isPoint ? 1u << place.axis : 8u)) compareReal(tag.value, each.value[place.axis]);
+}
+
+// What the file leaves out comes behind what it has.
+void Patcher::finishListed(ListPlace& at) {
+    if (!at.last.group) return;
+    const GroupValue& each = at.list->values[at.last.index];
+    for (unsigned axis = 0; axis < numbersOf(each.role); ++axis)
+        if (const double value = each.value[axis]; value != 0 && !(at.seen & 1u << axis))
+            patch(at.behind, 0,
+                  tagText(each.code + static_cast<int>(axis) * at.last.group->step, realText(value).view(),
+                          lineEnd_));
 }
 
 bool Patcher::isAnyMissing() const {

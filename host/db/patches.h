@@ -2,6 +2,7 @@
 // really differ are replaced, and groups that the file leaves out are put in where they belong.
 #pragma once
 
+#include "db/GroupWalk.h"
 #include "db/Record.h"
 #include "dbmain.h"
 #include "dxf/Tag.h"
@@ -53,6 +54,14 @@ public:
     const std::vector<Patch>& patchesFor(std::string_view bytes, AcDbObject& object);
 
 private:
+    /// How far the values of a list have been compared.
+    struct ListPlace {
+        const GroupList* list;
+        GroupWalk walk;
+        GroupWalk::Place last{};      ///< the last number met; no group before the first
+        const char* behind = nullptr; ///< its tag
+        unsigned seen = 0;            ///< a bit for each coordinate of the last value that the file has
+    };
     void compareFields(std::string_view bytes);
     void compareSlot(std::size_t index, std::string_view text, const char* end);
     void compareVertex(const dxf::Tag& tag);
@@ -61,6 +70,8 @@ private:
     void insertMissing(std::string_view bytes);
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
     void compareXData(const char* begin, const char* end);
+    void compareListed(ListPlace& at, const dxf::Tag& tag, const GroupWalk::Place& place);
+    void finishListed(ListPlace& at);
     void compareReal(std::string_view text, double value);
     void patch(const char* at, std::size_t replaced, const ShortText& text);
 
@@ -70,7 +81,7 @@ private:
     unsigned touched_ = 0; ///< see AcDbObject::touched()
     const FieldTable* table_ = nullptr;
     void* base_ = nullptr;
-    const XDataPoints* xdata_ = nullptr;
+    GroupList* xdata_ = nullptr;
     std::array<const char*, 64> seenAt_;  ///< per slot, one past its tag; null: not in the file
     std::array<int, 64> patchOf_;         ///< per slot, the patch that replaces its value; -1: none
     std::size_t vertex_ = 0;              ///< 1-based, of the vertex being compared

@@ -1,5 +1,6 @@
 #include "db/FieldTable.h"
 
+#include "db/GroupWalk.h"
 #include "dbpl.h"
 #include "dxf/Tag.h"
 
@@ -79,20 +80,33 @@ bool readVertexGroup(const VertexGroups& groups, const dxf::Tag& tag, void* base
     return true;
 }
 
+/// A number of the list; false for what is none.
+bool readListed(const GroupWalk::Place& place, std::string_view text, GroupList& list) {
+    const auto value = dxf::toReal(text);
+    if (value) put(list, place, *value);
+    return value.has_value();
+}
+
 } // namespace
 
+GroupList* listOf(const Fields& fields) {
+    const ListedGroups* lists = fields.table->lists;
+    return lists ? &memberAt<GroupList>(fields.base, lists->offset) : nullptr;
+}
+
 FieldTable FieldTable::ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
-                                const VertexGroups* vertexGroups) {
+                                const VertexGroups* vertexGroups, const ListedGroups* listedGroups) {
     std::vector<Field> all{
         {Role::integer, 60, offsetof(EntityProperties, invisible)},
         {Role::integer, 62, offsetof(EntityProperties, colour), 256},
     };
     all.insert(all.end(), fields.begin(), fields.end());
-    return {plainSize, std::move(all), vertexGroups};
+    return {plainSize, std::move(all), vertexGroups, listedGroups};
 }
 
-FieldTable::FieldTable(std::size_t plain, std::vector<Field> list, const VertexGroups* vertexGroups)
-    : plainSize{plain}, fields{std::move(list)}, vertices{vertexGroups} {
+FieldTable::FieldTable(std::size_t plain, std::vector<Field> list, const VertexGroups* vertexGroups,
+                       const ListedGroups* listedGroups)
+    : plainSize{plain}, fields{std::move(list)}, vertices{vertexGroups}, lists{listedGroups} {
     slotByCode.fill(noSlot);
     for (const Field& field : fields) {
         addSlots(field, slots);
@@ -110,11 +124,15 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
     ReadFields result;
     FieldTags tags{bytes};
     dxf::Tag tag;
+    std::optional<GroupWalk> walk;
+    if (table.lists) walk.emplace(table.lists->grammar);
     while (tags.next(tag)) {
         if (tag.code == 8) result.layer = tag.value;
         const std::uint8_t slot = table.slotOf(tag.code);
         bool good = true;
-        if (slot != FieldTable::noSlot)
+        if (const auto place = walk ? walk->step(tag) : std::nullopt)
+            good = readListed(*place, tag.value, memberAt<GroupList>(base, table.lists->offset));
+        else if (slot != FieldTable::noSlot)
             good = readSlot(table.slots[slot], tag.value, base);
         else if (table.vertices && table.vertices->holds(tag.code))
             good = readVertexGroup(*table.vertices, tag, base);
@@ -145,22 +163,16 @@ std::optional<Adesk::Int32> toInteger(std::string_view text) {
     return static_cast<Adesk::Int32>(*value);
 }
 
-std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes) {
-    auto found = std::make_unique<XDataPoints>();
+std::unique_ptr<GroupList> readXDataPoints(std::string_view bytes) {
+    auto found = std::make_unique<GroupList>();
+    GroupWalk walk{xdataGrammar};
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
     for (dxf::Tag tag; cursor.next(tag);) {
-        const auto value = tag.code >= 1011 && tag.code <= 1033 ? dxf::toReal(tag.value) : std::nullopt;
+        const auto value = isXDataPoint(tag.code) ? dxf::toReal(tag.value) : std::nullopt;
         if (!value) continue;
-        if (tag.code <= 1013)
-            found->points.push_back({tag.code, AcGePoint3d{*value, 0, 0}});
-        else if (found->points.empty())
-            continue;
-        else if (tag.code == found->points.back().code + 10)
-            found->points.back().value.y = *value;
-        else if (tag.code == found->points.back().code + 20)
-            found->points.back().value.z = *value;
+        if (const auto place = walk.step(tag)) put(*found, *place, *value);
     }
-    if (found->points.empty()) return nullptr;
+    if (found->values.empty()) return nullptr;
     return found;
 }
 

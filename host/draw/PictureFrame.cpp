@@ -38,4 +38,8 @@ bool isDrawable(const shape::TextRun& run) {
     return isNear(run.origin) && std::ranges::all_of(run.inkCorners(), isNear);
 }
 
+bool isDrawable(const shape::Bezier& curve) {
+    return std::ranges::all_of(curve.controls(), isNear, &shape::WeightedPoint::point);
+}
+
 } // namespace qx::draw

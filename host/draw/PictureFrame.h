@@ -3,7 +3,7 @@
 // that renderers are made for, whatever the drawing's units are; large coordinates lose nothing.
 #pragma once
 
-#include "shape/Primitives.h"
+#include "shape/Bezier.h"
 
 #include "gepnt2d.h"
 
@@ -37,5 +37,6 @@ private:
 QX_HOST_API bool isDrawable(const shape::Segment& segment);
 QX_HOST_API bool isDrawable(const shape::EllipticArc& arc);
 QX_HOST_API bool isDrawable(const shape::TextRun& run);
+QX_HOST_API bool isDrawable(const shape::Bezier& curve);
 
 } // namespace qx::draw

@@ -28,6 +28,9 @@ public:
     void text(const shape::TextRun& run) override {
         if (isDrawable(run)) target_.text(run);
     }
+    void bezier(const shape::Bezier& curve) override {
+        if (isDrawable(curve)) target_.bezier(curve);
+    }
 
 private:
     shape::Sink& target_;

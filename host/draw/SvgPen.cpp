@@ -39,6 +39,27 @@ std::string arcCommand(const PrincipalAxes& axes, bool isClockwiseAsSeen) {
     return command += isClockwiseAsSeen ? " 0 1 " : " 0 0 ";
 }
 
+constexpr int mostCuts = 10;
+
+/// The cubic with the ends of the curve, and its derivatives there; a cubic without weights itself.
+shape::Bezier cubicLike(const shape::Bezier& curve) {
+    const auto controls = curve.controls();
+    const auto& first = controls.front();
+    const auto& last = controls.back();
+    const auto& second = controls[1];
+    const auto& lastButOne = controls[controls.size() - 2];
+    const double share = curve.degree / 3.0;
+    return shape::cubic(first.point, (second.point - first.point) * (share * second.weight / first.weight),
+                        last.point,
+                        (last.point - lastButOne.point) * (share * lastButOne.weight / last.weight));
+}
+
+bool isLike(const shape::Bezier& cubic, const shape::Bezier& curve, double tolerance) {
+    for (const double t : {0.2, 0.5, 0.8})
+        if (!(cubic.at(t).distanceTo(curve.at(t)) <= tolerance)) return false;
+    return true;
+}
+
 } // namespace
 
 SvgPen::Spot SvgPen::spotAt(const AcGePoint2d& p) {
@@ -115,6 +136,30 @@ void SvgPen::arc(const shape::EllipticArc& arc) {
     if (cut < smallest) cut += step;
     for (; cut < arc.sweep - smallest; cut += step) join(arc.at(std::cos(cut), std::sin(cut)));
     join(arc.isClosed() ? arc.start() : arc.end());
+}
+
+void SvgPen::curveTo(const shape::Bezier& cubic) {
+    path_ += 'c';
+    const Spot from = at_;
+    for (std::size_t i = 1; i <= 3; ++i) {
+        at_ = from;
+        putOffset(spotAt(frame_.toPicture(cubic.points[i].point)));
+    }
+}
+
+void SvgPen::bezier(const shape::Bezier& curve) {
+    if (!isDrawable(curve)) return;
+    const double tolerance = 0.01 / frame_.scale();
+    moveTo(spotAt(frame_.toPicture(curve.start())));
+    subdivide(
+        curve,
+        [&](const shape::Bezier& piece, bool isSmall) {
+            const shape::Bezier cubic = cubicLike(piece);
+            if (!isSmall && !isLike(cubic, piece, tolerance)) return true;
+            curveTo(cubic);
+            return false;
+        },
+        mostCuts);
 }
 
 void SvgPen::text(const shape::TextRun& run) {

@@ -3,8 +3,9 @@
 // like.
 //
 // Each arc is cut where it crosses its principal axes. The pieces are at most quarters, so that rounded ends
-// can't bend them noticeably, which they would do to halves and to slim ellipses. A segment without length is
-// a small cross, unless it is a repeated vertex in the middle of a line. What is not drawable is left out.
+// can't bend them noticeably, which they would do to halves and to slim ellipses. Bézier curves are cut into
+// cubic ones that are the same to within a hundredth of a picture unit. A segment without length is a small
+// cross, unless it is a repeated vertex in the middle of a line. What is not drawable is left out.
 #pragma once
 
 #include "draw/PictureFrame.h"
@@ -24,6 +25,7 @@ public:
     void text(const shape::TextRun& run) override;
     /// The part within the frame.
     void endless(const shape::Endless& line) override;
+    void bezier(const shape::Bezier& curve) override;
 
     /// Appends what was drawn since the last call as elements with these attributes ("" or a space and
     /// name="value").
@@ -39,6 +41,7 @@ private:
     void moveTo(const Spot& to);
     void lineTo(const Spot& to);
     void arcTo(const Spot& to, const std::string& command);
+    void curveTo(const shape::Bezier& cubic);
     void flushMark();
 
     const PictureFrame& frame_;

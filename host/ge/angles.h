@@ -17,4 +17,11 @@ inline double sweepBetween(double startAngle, double endAngle) {
     return turn > 0 ? turn : turn + fullTurn;
 }
 
+/// The angle whose tangent is `factor` times as large, in the same quarter of the same turn: from an
+/// ellipse's angle to its parameter, when that is how often its short axis goes into the long one, and back.
+inline double withTangentTimes(double factor, double angle) {
+    const double c = std::cos(angle), s = std::sin(angle);
+    return angle + (std::atan2(s * factor, c) - std::atan2(s, c));
+}
+
 } // namespace qx::ge

@@ -26,7 +26,7 @@ struct BlockDefinition;
 class Drawing;
 struct FieldTable;
 struct LayerState;
-struct XDataPoints;
+struct GroupList;
 } // namespace qx::db
 namespace qx::shape {
 class Sink;
@@ -43,7 +43,7 @@ struct EntityProperties {
 struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
-    XDataPoints* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
+    GroupList* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
     const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies, when it has none
 };
 
@@ -126,7 +126,7 @@ public:
     virtual bool afterReading(const qx::db::Drawing&) { return true; }
     /// The layer that the file names; asked of entities before afterReading().
     virtual void setLayerState(const qx::db::LayerState&) {}
-    virtual void setXDataPoints(std::unique_ptr<qx::db::XDataPoints>);
+    virtual void setXDataPoints(std::unique_ptr<qx::db::GroupList>);
     void setRecord(qx::db::Record* record) { record_ = record; }
     /// What may have changed since the object was read: 1, 2 and 4 for translations along x, y and z, 8 for
     /// any other change.
@@ -219,11 +219,11 @@ public:
     qx::db::Fields fields() override;
     void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
-    void setXDataPoints(std::unique_ptr<qx::db::XDataPoints> points) override;
+    void setXDataPoints(std::unique_ptr<qx::db::GroupList> points) override;
 
 protected:
     const qx::db::LayerState* layer_;
-    std::unique_ptr<qx::db::XDataPoints> xdata_;
+    std::unique_ptr<qx::db::GroupList> xdata_;
 
 private:
     Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);

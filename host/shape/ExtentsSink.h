@@ -25,6 +25,8 @@ public:
         reach(arc, arc.centre.z, arc.u.z, arc.v.z, box_.min.z, box_.max.z);
     }
 
+    void bezier(const Bezier& curve) override { add(box_, curve); }
+
     void text(const TextRun& run) override {
         if (run.extent.blank) return;
         for (const AcGePoint3d& corner : run.inkCorners()) box_.add(corner);

@@ -23,6 +23,7 @@ public:
     void arc(const EllipticArc& arc) override { meet({arc, seen_}); }
     void text(const TextRun& run) override { meet({run, seen_}); }
     void endless(const Endless& line) override { meet({line, seen_}); }
+    void bezier(const Bezier& curve) override;
 
     /// Adds the points: along the curve, or along what was seen, one primitive behind the other. To be
     /// called once, at the end.
@@ -36,6 +37,7 @@ private:
     };
 
     void meet(const Operand& seen);
+    bool isAway(const Box& box) const;
     void dropRepeats();
 
     Operand curve_;

@@ -2,6 +2,7 @@
 
 #include "shape/plane.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -151,6 +152,30 @@ void NearestSink::arc(const EllipticArc& arc) {
     Direction d = ellipse.nearest();
     if (!arc.contains(d.cosine, d.sine)) d = ellipse.secondNearest();
     if (arc.contains(d.cosine, d.sine)) offer(arc.at(d.cosine, d.sine));
+}
+
+namespace {
+
+/// In the plane.
+double distanceTo(const Box& box, const AcGePoint3d& p) {
+    const double x = std::max({box.min.x - p.x, p.x - box.max.x, 0.0});
+    const double y = std::max({box.min.y - p.y, p.y - box.max.y, 0.0});
+    return std::hypot(x, y);
+}
+
+} // namespace
+
+void NearestSink::bezier(const Bezier& curve) {
+    if (!isFinite(curve)) return;
+    offer(curve.start());
+    offer(curve.end());
+    const double tolerance = flatness * sizeOf(hullBox(curve));
+    subdivide(curve, [&](const Bezier& piece, bool isSmall) {
+        if (distanceTo(hullBox(piece), from_) >= distance_) return false;
+        if (!isSmall && bendOf(piece) > tolerance) return true;
+        segment({piece.start(), piece.end()});
+        return false;
+    });
 }
 
 void NearestSink::text(const TextRun& run) {

@@ -1,5 +1,6 @@
 // How near everything seen comes to a point, seen along Z: distances are measured in the XY plane. Text
-// counts as its filled ink box. Primitives with non-finite coordinates are passed over.
+// counts as its filled ink box, a Bézier curve as its chords. Primitives with non-finite coordinates are
+// passed over.
 #pragma once
 
 #include "shape/Sink.h"
@@ -26,6 +27,7 @@ public:
     void arc(const EllipticArc& arc) override;
     void text(const TextRun& run) override;
     void endless(const Endless& line) override;
+    void bezier(const Bezier& curve) override;
     bool isFull() const override { return distance_ <= 0; }
 
 private:

@@ -2,11 +2,11 @@
 // coordinates.
 #pragma once
 
-#include "shape/Primitives.h"
+#include "shape/Bezier.h"
 
 namespace qx::shape {
 
-class Sink {
+class QX_HOST_API Sink {
 public:
     virtual ~Sink() = default;
     virtual void segment(const Segment& segment) = 0;
@@ -14,6 +14,8 @@ public:
     virtual void text(const TextRun& run) = 0;
     /// Passed over by those who ask how far something reaches.
     virtual void endless(const Endless&) {}
+    /// Unless a sink knows better, a curve is its chords, none farther from it than `flatness` of its size.
+    virtual void bezier(const Bezier& curve);
     /// True when nothing that could still come would change the result: the caller may stop.
     virtual bool isFull() const { return false; }
 };

@@ -25,6 +25,11 @@ public:
     void endless(const Endless& line) override {
         target_.endless({matrix_ * line.base, matrix_ * line.along, line.goesBothWays});
     }
+    void bezier(const Bezier& curve) override {
+        Bezier image = curve;
+        for (WeightedPoint& each : image.controls()) each.point = matrix_ * each.point;
+        target_.bezier(image);
+    }
     bool isFull() const override { return target_.isFull(); }
 
 private:

@@ -90,6 +90,22 @@ void WindowSink::arc(const EllipticArc& arc) {
     note(isInside, touches);
 }
 
+void WindowSink::bezier(const Bezier& curve) {
+    if (!isFinite(curve)) return note(false, false);
+    const double tolerance = flatness * sizeOf(hullBox(curve));
+    subdivide(curve, [&](const Bezier& piece, bool isSmall) {
+        const Box box = hullBox(piece);
+        const bool isInside = contains(box.min) && contains(box.max);
+        if (isInside || !overlaps(box))
+            note(isInside, isInside);
+        else if (!isSmall && bendOf(piece) > tolerance)
+            return !isFull();
+        else
+            segment({piece.start(), piece.end()});
+        return false;
+    });
+}
+
 void WindowSink::text(const TextRun& run) {
     if (run.extent.blank) return;
     if (!isFinite(run)) return note(false, false);

@@ -1,6 +1,7 @@
 // Whether what is seen lies inside a rectangle of the XY plane, or touches it: the two questions of window
 // and crossing selection. The rectangle is closed; text counts as its filled ink box, arcs are curves and not
-// discs. A primitive with non-finite coordinates is outside.
+// discs, Bézier curves are cut until their hulls settle it, at last chords. A primitive with non-finite
+// coordinates is outside.
 #pragma once
 
 #include "shape/Sink.h"
@@ -21,6 +22,7 @@ public:
     void arc(const EllipticArc& arc) override;
     void text(const TextRun& run) override;
     void endless(const Endless& line) override;
+    void bezier(const Bezier& curve) override;
     /// True when both answers are settled.
     bool isFull() const override { return hasTouching_ && hasOutside_; }
 

@@ -1,7 +1,7 @@
 // The view along Z that picking and window selection share.
 #pragma once
 
-#include "shape/Primitives.h"
+#include "shape/Bezier.h"
 
 #include "gepnt2d.h"
 
@@ -23,6 +23,11 @@ inline bool isFinite(const Segment& s) { return isFinite(s.start) && isFinite(s.
 inline bool isFinite(const Endless& line) { return isFinite(line.base) && isFinite(line.base + line.along); }
 inline bool isFinite(const EllipticArc& a) {
     return isFinite(a.centre) && isFinite(a.start()) && isFinite(a.centre + a.v) && isFinite(a.end());
+}
+inline bool isFinite(const Bezier& curve) {
+    for (const WeightedPoint& each : curve.controls())
+        if (!isFinite(each.point)) return false;
+    return true;
 }
 inline bool isFinite(const TextRun& run) {
     for (const AcGePoint3d& corner : run.inkCorners())

@@ -102,9 +102,9 @@ TEST_F(Qxhost, savesUnderTheNewNameAfterSaveas) {
 
 TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
     put(folder / "odd.dxf",
-        drawings::DrawingText{.entities = {"LINE|5 A1|10 0|11 1", "LINE|5 A1|10 0|11 2", "HATCH|10 1.0"}}
+        drawings::DrawingText{.entities = {"LINE|5 A1|10 0|11 1", "LINE|5 A1|10 0|11 2", "WIPEOUT|10 1.0"}}
             .bytes());
-    const std::string hatch = "1 object of classes that are only kept (HATCH 1) can't be selected";
+    const std::string hatch = "1 object of classes that are only kept (WIPEOUT 1) can't be selected";
     const Outcome result = run("odd.dxf -s - --report r.json", "");
     EXPECT_EQ(result.exit, 0);
     EXPECT_TRUE(result.errors.starts_with("qxhost: odd.dxf:")) << result.errors;

@@ -1,4 +1,4 @@
-// What an entity draws, kept as points in the order of its primitives: many on each arc for its box, and
+// What an entity draws, kept as points in the order of its primitives: many on each curve for its box, and
 // those by which a shape can be compared with another point by point. It does not matter where a full circle
 // begins: such a one is compared by its centre and its axis, which points the other way when the shape is to
 // be compared with a mirrored one.
@@ -12,7 +12,7 @@
 
 class RecordedShape final : public qx::shape::Sink {
 public:
-    static constexpr int samplesPerArc = 720;
+    static constexpr int samplesPerArc = 720, samplesPerCurve = 60;
 
     /// `axisSign` is that of the determinant of what the points will go through.
     explicit RecordedShape(const AcDbEntity& entity, double axisSign = 1) : axisSign_{axisSign} {
@@ -33,6 +33,15 @@ public:
         if (!isCircle(arc)) return;
         compared.push_back(arc.centre);
         compared.push_back(arc.centre + arc.u.crossProduct(arc.v) * (axisSign_ / arc.u.length()));
+    }
+    void bezier(const qx::shape::Bezier& curve) override {
+        double hull = 0;
+        for (int i = 1; i <= curve.degree; ++i) {
+            const auto at = static_cast<std::size_t>(i);
+            hull += curve.points[at].point.distanceTo(curve.points[at - 1].point);
+        }
+        reach += hull / 20;
+        for (int i = 0; i <= samplesPerCurve; ++i) add(curve.at(static_cast<double>(i) / samplesPerCurve));
     }
     void text(const qx::shape::TextRun& run) override {
         for (const AcGePoint3d& corner : run.inkCorners()) add(corner);

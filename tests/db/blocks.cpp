@@ -61,7 +61,7 @@ TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
             "POINT|8 LOCKED|10 5.0"}}},
          "2 B|10 0.0",
          "1..5 0..3 0..0"},
-        {{{"B", {unitLine, "REGION|10 99.0", "HATCH|10 99.0"}}}, "2 B|10 0.0", "1..3 2..3 0..0"},
+        {{{"B", {unitLine, "REGION|10 99.0", "WIPEOUT|10 99.0"}}}, "2 B|10 0.0", "1..3 2..3 0..0"},
         {{{"B", {}}}, "2 B|10 7.0", "status 1001"},
         {{{"B", {"TEXT|10 1.0|40 1.0|1   "}}}, "2 B|10 7.0", "status 1001"},
         {{}, "2 B|10 7.0", "status 1001"},

@@ -69,7 +69,7 @@ TEST(EntityIntersections, ofALineWithAnything) {
         {block, from(0, 5, 20, 5), both, ""},
         {"TEXT|10 0|20 0|40 2|1 HH", from(-9, 1, 9, 1), both, "0.2,1 3.2,1", "3.2,1 0.2,1"},
         {"TEXT|10 0|20 0|40 2|1 ", from(-9, 1, 9, 1), none, ""},
-        {"HATCH|10 1", from(0, 0, 9, 0), none, "status 2"},
+        {"WIPEOUT|10 1", from(0, 0, 9, 0), none, "status 2"},
     };
     for (const EntityCase& c : cases) {
         DrawingText drawingText{.entities = {c.snippet},

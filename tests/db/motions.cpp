@@ -54,6 +54,13 @@ const std::string letters = at10 + at11 +
                             "[|71 2][|71 4][|71 6]";
 const std::string scales = "|41 0.2~3|42 0.2~3|43 0.2~3[|41 -3~-0.2][|42 -3~-0.2][|43 -3~-0.2]";
 
+const std::string flat10 = "|10 -50~50|20 -50~50", flat11 = "|11 -50~50|21 -50~50",
+                  knots = "|40 0|40 0|40 0|40 0|40 0.5~1|40 1~2|40 3|40 3|40 3|40 3";
+const std::string edges =
+    "|92 1|93 4|72 1" + flat10 + flat11 + "|72 2" + flat10 + "|40 0.5~9|50 -90~400|51 -90~400|73 0:1|72 3" +
+    flat10 + "|11 -9~9|21 -9~9|40 0.1~1|50 0~360|51 0~360|73 0:1|72 4|94 3|73 0|74 0|95 10|96 6" + knots +
+    times(6, flat10 + "|42 0.5~2") + "|97 0|97 0";
+
 struct ClassCase {
     const char* title;
     std::string pattern; ///< entities separated by "; "
@@ -87,6 +94,14 @@ const ClassCase classes[] = {
                          "; VERTEX|10 0|70 128|71 1|72 -2|73 3[|74 4]; VERTEX|70 128|71 4|72 1; SEQEND"},
     {"FlatPolyline", "POLYLINE|66 1|10 0.0|20 0.0|30 -9~9|70 1[|70 4]&; VERTEX" + at10 +
                          times(4, "; VERTEX" + at10 + "[|42 -2~2][|70 16]") + "; SEQEND"},
+    {"Spline", "SPLINE|70 0|71 3" + knots + times(6, at10) + "[" + times(6, "|41 0.5~2") + "]&"},
+    {"SplineThroughPoints",
+     "SPLINE|70 0:1|71 3[|12 -3~3|22 -3~3|32 -3~3][|13 1~3|23 1~3|33 1~3]" + times(5, at11) + "&"},
+    {"Leader", "LEADER|71 1|72 0:1|76 4" + times(4, at10) +
+                   "&|211 1|221 0|231 0|212 -3~3|222 -3~3|232 0|213 1~2|223 0|233 0"},
+    {"Hatch", "HATCH|10 0|20 0|30 -9~9&|2 X|91 2|92 3|72 1|73 1|93 4" + times(4, flat10 + "[|42 -2~2]") +
+                  "|97 0" + edges +
+                  "|75 0|76 1|52 20|41 2|78 1|53 20|43 1|44 2|45 3|46 4|79 1|49 1|98 1|10 1|20 1"},
     {"PolylineInSpace", "POLYLINE|66 1|70 8[|70 9]&" + times(5, "; VERTEX" + at10 + "|70 32") + "; SEQEND"},
 };
 
@@ -223,7 +238,7 @@ TEST(Motions, areAllOrNothing) {
         {{"LINE|10 0.0|20 0.0|11 9e14|21 0.0"}, Acad::eInvalidInput},
         {{"LWPOLYLINE|90 2|10 0.0|20 0.0|10 9e14|20 0.0"}, Acad::eInvalidInput},
         {{"TEXT|10 0.0|20 0.0|40 1.0|1 a|72 1|11 9e14|21 0.0"}, Acad::eInvalidInput},
-        {{"HATCH|10 0.0|20 0.0"}, Acad::eNotApplicable},
+        {{"WIPEOUT|10 0.0|20 0.0"}, Acad::eNotApplicable},
         {{"INSERT|2 B|10 9e14|70 2"}, Acad::eInvalidInput},
         {{"POLYLINE|66 1|70 0", "VERTEX|10 0.0", "VERTEX|10 9e14", "SEQEND"}, Acad::eInvalidInput},
         {{"POLYLINE|66 1|70 0", "VERTEX|10 0.0|20 x", "SEQEND"}, Acad::eNotApplicable},

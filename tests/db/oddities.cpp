@@ -41,20 +41,20 @@ TEST(Oddities, areFoundWhileReading) {
          "at AB: 1 entity has no handle, this is the first; no script and no group can name it"},
         {{.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
          "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
-        {{.entities = {"REGION|10 1.0", "HATCH|10 1.0", line, "DIMENSION|10 1.0", "HATCH|10 1.0"}},
-         "4 objects of " + kept + "HATCH 2, DIMENSION 1, REGION 1" + selected},
+        {{.entities = {"REGION|10 1.0", "WIPEOUT|10 1.0", line, "DIMENSION|10 1.0", "WIPEOUT|10 1.0"}},
+         "4 objects of " + kept + "WIPEOUT 2, DIMENSION 1, REGION 1" + selected},
         {{.entities = {"DIMENSION|2 B|10 1.0", "DIMENSION|2 *Model_Space|10 1.0", "DIMENSION|10 1.0"},
           .blocks = {{"B", {line}}}},
          "3 objects of " + kept + "DIMENSION 3" + selected},
-        {{.entities = {"HATCH|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"HATCH|10 1.0"}}}},
+        {{.entities = {"WIPEOUT|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"WIPEOUT|10 1.0"}}}},
          ""},
-        {{.entities = {"HATCH|10 1.0", line},
+        {{.entities = {"WIPEOUT|10 1.0", line},
           .groups = {{"G", {"100", "101"}}, {"H", {"100", "101", "100"}}}},
-         "1 object of " + kept + "HATCH 1" + selected + "; 1 member " + group +
-             "HATCH 1) stays where it is when its group moves"},
-        {{.entities = {"HATCH|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
-         "2 objects of " + kept + "DIMENSION 1, HATCH 1" + selected + "; 2 members " + group +
-             "DIMENSION 1, HATCH 1) stay where they are when their group moves"},
+         "1 object of " + kept + "WIPEOUT 1" + selected + "; 1 member " + group +
+             "WIPEOUT 1) stays where it is when its group moves"},
+        {{.entities = {"WIPEOUT|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
+         "2 objects of " + kept + "DIMENSION 1, WIPEOUT 1" + selected + "; 2 members " + group +
+             "DIMENSION 1, WIPEOUT 1) stay where they are when their group moves"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(findings(text.bytes()), expected);
 }

@@ -22,7 +22,7 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
     const char* const others[] = {
         "LINE|8 oFf|10 1.0|11 2.0",  "LINE|8 FROZEN|10 1.0|11 2.0",  "LINE|60 1|10 1.0|11 2.0",
         "LINE|330 1E|10 1.0|11 2.0", "LINE|67 1|10 1.0|11 2.0",      "LINE|330 ABC|67 1|10 1.0|11 2.0",
-        "LINE|10 x|11 2.0",          "VIEWPORT|10 1.0|40 9.0",       "HATCH|10 1.0",
+        "LINE|10 x|11 2.0",          "VIEWPORT|10 1.0|40 9.0",       "WIPEOUT|10 1.0",
         "ACAD_PROXY_ENTITY|90 498",  "ATTRIB|10 1.0|40 1.0|1 a|2 T",
     };
     const auto isSelectable = [](const char* snippet) {
@@ -36,7 +36,7 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
 TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     const DrawingText text{
         .entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",
-                     "POINT|67 1|10 99.0|20 0.0", "HATCH|10 99.0", "POINT|8 LOCKED|10 4.0|20 2.0",
+                     "POINT|67 1|10 99.0|20 0.0", "WIPEOUT|10 99.0", "POINT|8 LOCKED|10 4.0|20 2.0",
                      "INSERT|66 1|2 B|10 3.0|20 3.0", "ATTRIB|10 3.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND",
                      "INSERT|66 1|8 OFF|2 B|10 9.0", "ATTRIB|10 99.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
         .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};

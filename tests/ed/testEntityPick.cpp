@@ -16,7 +16,7 @@ using tests::Editor;
 const drawings::DrawingText scene{
     .entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0", "LINE|5 A2|10 0|20 750|11 100|21 750",
                  "CIRCLE|5 A3|10 500|20 400|40 100", "LINE|5 A4|8 LOCKED|10 700|20 100|11 800|21 100",
-                 "LINE|5 A5|8 OFF|10 700|20 200|11 800|21 200", "HATCH|5 A6|10 0|20 0",
+                 "LINE|5 A5|8 OFF|10 700|20 200|11 800|21 200", "WIPEOUT|5 A6|10 0|20 0",
                  "INSERT|5 A7|66 1|2 B|10 300|20 300", "ATTRIB|5 A8|10 300|20 300|40 20|1 H|2 T|70 0",
                  "SEQEND"},
     .blocks = {{"B", {"LINE|10 0|20 0|11 0|21 100"}}},
