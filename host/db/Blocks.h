@@ -46,9 +46,12 @@ public:
 
     /// Takes in a record of the table of block records; a BLOCK that completes one (null when there is none,
     /// or it has its BLOCK already); the ENDBLK of the latter.
-    void addRecord(Record* record, std::string_view bytes);
+    BlockDefinition& addRecord(Record* record, std::string_view name);
     BlockDefinition* addBegin(Record* record, std::string_view bytes);
     void addEnd(Record* record);
+
+    /// The name in the bytes of a BLOCK or of its record, as the file spells it.
+    static std::string_view nameIn(std::string_view bytes);
 
     BlockDefinition* of(const Record* blockRecord) const;
     /// By name, as the file spells it or in UTF-8; null when there is none.
@@ -64,6 +67,7 @@ public:
     std::uint32_t version() const { return version_; }
 
 private:
+    std::string decodedName(std::string_view bytes) const;
     std::size_t sizeOf(BlockDefinition& definition);
     const shape::Box& boxOf(BlockDefinition& definition);
     void walk(BlockDefinition& definition, shape::Sink& sink);

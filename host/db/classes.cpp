@@ -29,6 +29,7 @@ struct ClassEntry {
 
 // Sorted by name for the search.
 constexpr std::array classes{
+    ClassEntry{"3DLINE", Kind::line, make<AcDbLine>}, // up to R10
     ClassEntry{"ARC", Kind::arc, make<AcDbArc>},
     ClassEntry{"ATTRIB", Kind::attribute, make<AcDbAttribute>},
     ClassEntry{"BLOCK", Kind::block, make<KeptObject>},
@@ -98,7 +99,8 @@ std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::st
     if (kind == Kind::otherEntity) return make<AcDbEntity>();
     if (kind == Kind::polyline) return newInPolyline<AcDb2dPolyline, AcDb3dPolyline>(bytes);
     if (kind == Kind::vertex) return newInPolyline<AcDb2dVertex, AcDb3dPolylineVertex>(headerBytes);
-    if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
+    const bool isOther = !bytes.empty() && dxf::trimmed(firstValue(bytes, 2)) != "BLOCK_RECORD";
+    if (kind == Kind::table && isOther) return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();
 }
