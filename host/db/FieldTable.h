@@ -127,6 +127,35 @@ struct XDataPoints {
     std::vector<XDataPoint> points;
 };
 
+/// Walks the coordinates of the points in extended data: 1011 to 1013 give x and begin a point, y and z
+/// follow once each. What is no number, or stands there a second time, is passed over.
+class XDataCoordinates {
+public:
+    XDataCoordinates(const char* begin, const char* end) : cursor_{begin, end} {}
+    bool next() {
+        while (cursor_.next(tag_)) {
+            if (tag_.code < 1011 || tag_.code > 1033) continue;
+            const bool isX = tag_.code <= 1013;
+            const int axis = isX ? 0 : (tag_.code - code_) / 10;
+            if (!isX && (code_ == 0 || tag_.code != code_ + 10 * axis || axis <= axis_)) continue;
+            const bool isNumber = dxf::toReal(tag_.value).has_value();
+            if (isX) code_ = isNumber ? tag_.code : 0;
+            if (!isNumber) continue;
+            axis_ = axis;
+            return true;
+        }
+        return false;
+    }
+    int code() const { return code_; } ///< of the point
+    int axis() const { return axis_; }
+    std::string_view text() const { return tag_.value; }
+
+private:
+    dxf::TagCursor cursor_;
+    dxf::Tag tag_;
+    int code_ = 0, axis_ = 0;
+};
+
 /// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends
 /// before embedded objects and extended data, whose groups mean something else.
 class FieldTags {

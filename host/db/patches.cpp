@@ -174,15 +174,11 @@ void Patcher::finishVertex() {
 void Patcher::compareXData(const char* begin, const char* end) {
     if (!xdata_) return;
     std::size_t point = 0; // 1-based
-    dxf::TagCursor cursor{begin, end};
-    for (dxf::Tag tag; cursor.next(tag);) {
-        if (tag.code < 1011 || tag.code > 1033 || !dxf::toReal(tag.value)) continue;
-        if (tag.code <= 1013) ++point;
-        if (point == 0 || point > xdata_->points.size()) continue;
-        const XDataPoint& each = xdata_->points[point - 1];
-        if (tag.code == each.code) compareReal(tag.value, each.value.x);
-        if (tag.code == each.code + 10) compareReal(tag.value, each.value.y);
-        if (tag.code == each.code + 20) compareReal(tag.value, each.value.z);
+    for (XDataCoordinates each{begin, end}; each.next();) {
+        point += each.axis() == 0;
+        if (point > xdata_->points.size()) return;
+        const AcGePoint3d& value = xdata_->points[point - 1].value;
+        compareReal(each.text(), each.axis() == 0 ? value.x : each.axis() == 1 ? value.y : value.z);
     }
 }
 

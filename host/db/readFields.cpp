@@ -136,18 +136,10 @@ std::optional<Adesk::Int32> toInteger(std::string_view text) {
 
 std::unique_ptr<XDataPoints> readXDataPoints(std::string_view bytes) {
     auto found = std::make_unique<XDataPoints>();
-    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
-    for (dxf::Tag tag; cursor.next(tag);) {
-        const auto value = tag.code >= 1011 && tag.code <= 1033 ? dxf::toReal(tag.value) : std::nullopt;
-        if (!value) continue;
-        if (tag.code <= 1013)
-            found->points.push_back({tag.code, AcGePoint3d{*value, 0, 0}});
-        else if (found->points.empty())
-            continue;
-        else if (tag.code == found->points.back().code + 10)
-            found->points.back().value.y = *value;
-        else if (tag.code == found->points.back().code + 20)
-            found->points.back().value.z = *value;
+    for (XDataCoordinates each{bytes.data(), bytes.data() + bytes.size()}; each.next();) {
+        if (each.axis() == 0) found->points.push_back({each.code(), {}});
+        AcGePoint3d& point = found->points.back().value;
+        (each.axis() == 0 ? point.x : each.axis() == 1 ? point.y : point.z) = *dxf::toReal(each.text());
     }
     if (found->points.empty()) return nullptr;
     return found;
