@@ -29,13 +29,6 @@ void drawBox(const shape::Box& box, shape::Sink& sink) {
     if (box.max.z > z) sink.segment({corners[0], box.max});
 }
 
-std::string_view nameIn(std::string_view bytes) {
-    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
-    for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;)
-        if (tag.code == 2) return tag.value;
-    return {};
-}
-
 AcGePoint3d basePointIn(std::string_view bytes) {
     AcGePoint3d point;
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
@@ -49,16 +42,34 @@ AcGePoint3d basePointIn(std::string_view bytes) {
 
 } // namespace
 
-void Blocks::addRecord(Record* record, std::string_view bytes) {
+std::string_view Blocks::nameIn(std::string_view bytes) {
+    dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
+    for (dxf::Tag tag; cursor.next(tag) && tag.code < 1000;)
+        if (tag.code == 2) return tag.value;
+    return {};
+}
+
+// Before there were block records, the layouts had another sign in front of their names.
+std::string Blocks::decodedName(std::string_view bytes) const {
+    std::string name = drawing_.encoding().toUtf8(bytes);
+    if (drawing_.version().hasSubclasses() || !name.starts_with('$')) return name;
+    const std::string folded = foldedName(name);
+    if (folded.starts_with("$model_space") || folded.starts_with("$paper_space")) name[0] = '*';
+    return name;
+}
+
+BlockDefinition& Blocks::addRecord(Record* record, std::string_view bytes) {
     BlockDefinition& definition = definitions_.emplace_back();
-    definition.name = drawing_.encoding().toUtf8(nameIn(bytes));
+    definition.name = decodedName(bytes);
     definition.record = record;
     const std::string name = foldedName(definition.name);
     definition.isPaper = name.starts_with("*paper_space");
     definition.isLayout = definition.isPaper || name.starts_with("*model_space");
     definition.isCurrent = name == "*paper_space" || name == "*model_space";
     byRecord_[record] = &definition;
-    byFoldedName_.try_emplace(name, &definition);
+    definition.key = keyOf(bytes);
+    byFoldedName_.try_emplace(definition.key, &definition);
+    return definition;
 }
 
 BlockDefinition* Blocks::addBegin(Record* record, std::string_view bytes) {
@@ -86,7 +97,8 @@ BlockDefinition* Blocks::namedUtf8(std::string_view name) const {
 }
 
 BlockDefinition* Blocks::named(std::string_view bytes) const {
-    return namedUtf8(drawing_.encoding().toUtf8(bytes));
+    const auto found = byFoldedName_.find(keyOf(bytes));
+    return found == byFoldedName_.end() ? nullptr : found->second;
 }
 
 BlockDefinition* Blocks::shownByDimension(std::string_view bytes) const {
@@ -95,12 +107,10 @@ BlockDefinition* Blocks::shownByDimension(std::string_view bytes) const {
     return definition && definition->begin && !definition->isLayout ? definition : nullptr;
 }
 
-std::string Blocks::keyOf(std::string_view name) const {
-    return foldedName(drawing_.encoding().toUtf8(name));
-}
+std::string Blocks::keyOf(std::string_view bytes) const { return nameKey(decodedName(bytes), bytes); }
 
 std::size_t Blocks::usesOf(const BlockDefinition& definition) const {
-    const auto found = uses_.find(foldedName(definition.name));
+    const auto found = uses_.find(definition.key);
     return found == uses_.end() ? 0 : found->second;
 }
 

@@ -19,6 +19,7 @@ namespace qx::db {
 
 struct BlockDefinition {
     std::string name;         ///< UTF-8
+    std::string key;          ///< that of all names that mean it
     Record* record = nullptr; ///< in the table of block records
     Record* begin = nullptr;  ///< its BLOCK, null when the file has none
     Record* end = nullptr;    ///< its ENDBLK
@@ -47,9 +48,12 @@ public:
 
     /// Takes in a record of the table of block records; a BLOCK that completes one (null when there is none,
     /// or it has its BLOCK already); the ENDBLK of the latter.
-    void addRecord(Record* record, std::string_view bytes);
+    BlockDefinition& addRecord(Record* record, std::string_view name);
     BlockDefinition* addBegin(Record* record, std::string_view bytes);
     void addEnd(Record* record);
+
+    /// The name in the bytes of a BLOCK or of its record, as the file spells it.
+    static std::string_view nameIn(std::string_view bytes);
 
     BlockDefinition* of(const Record* blockRecord) const;
     /// By name, as the file spells it or in UTF-8; null when there is none.
@@ -74,7 +78,8 @@ public:
     std::uint32_t version() const { return version_; }
 
 private:
-    std::string keyOf(std::string_view name) const;
+    std::string keyOf(std::string_view bytes) const;
+    std::string decodedName(std::string_view bytes) const;
     std::size_t sizeOf(BlockDefinition& definition);
     const shape::Box& boxOf(BlockDefinition& definition);
     void walk(BlockDefinition& definition, shape::Sink& sink);

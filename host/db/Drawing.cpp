@@ -24,6 +24,10 @@ std::size_t indexPlace(std::uint64_t handle, std::size_t capacity) {
     return static_cast<std::size_t>(handle * 0x9E3779B97F4A7C15u >> 20) & (capacity - 1);
 }
 
+Kind kindOfNew(const AcDbEntity& entity) {
+    return kindOf(os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), true);
+}
+
 void putIntoIndex(std::vector<Record*>& index, Record* record) {
     std::size_t place = indexPlace(record->handle, index.size());
     while (index[place] && index[place]->handle != record->handle) place = (place + 1) & (index.size() - 1);
@@ -43,15 +47,14 @@ Drawing::~Drawing() {
     }
 }
 
-void Drawing::addFinding(const Record* where, std::string sentence) const {
+void Drawing::addFindingAt(const char* where, std::string sentence) const {
     const Finding finding{lineOf(where), std::move(sentence)};
     if (findings_.size() < mostFindings && std::ranges::find(findings_, finding) == findings_.end())
         findings_.push_back(finding);
 }
 
-std::size_t Drawing::lineOf(const Record* record) const {
-    if (!record || !record->begin) return 0;
-    return 1 + static_cast<std::size_t>(std::count(bytes_.data(), record->begin, '\n'));
+std::size_t Drawing::lineOf(const char* where) const {
+    return where ? 1 + static_cast<std::size_t>(std::count(bytes_.data(), where, '\n')) : 0;
 }
 
 std::string_view Drawing::bytesOf(const Record* record) const {
@@ -247,9 +250,13 @@ void Drawing::addAsAtOpening(Record* record, shape::Sink& sink) const {
     });
 }
 
-bool Drawing::canAppendTo(const Record* blockRecord) const {
+bool Drawing::canAppend(const Record* blockRecord, const AcDbEntity& entity) const {
     const BlockDefinition* definition = blocks_->of(blockRecord);
-    return definition && (definition->isInSection() || definition->end);
+    const Kind kind = kindOfNew(entity);
+    const bool isKnown = kind == Kind::lwPolyline
+                             ? version_.hasLightweightPolylines()
+                             : version_.hasSubclasses() || (kind != Kind::ellipse && kind != Kind::mtext);
+    return isKnown && definition && (definition->isInSection() || definition->end);
 }
 
 Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
@@ -263,7 +270,7 @@ Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
     record->handle = nextHandle_++;
     record->live = entity;
     record->owner = blockRecord;
-    record->kind = kindOf(os::toUtf8(std::wstring_view{entity->isA()->dxfName()}), true);
+    record->kind = kindOfNew(*entity);
     record->set(Record::isNew);
     record->set(Record::openForWrite);
     ++openCount_;

@@ -11,6 +11,7 @@
 #include "db/History.h"
 #include "db/Layers.h"
 #include "db/Record.h"
+#include "db/Version.h"
 #include "dbmain.h"
 #include "dxf/Encoding.h"
 #include "os/Result.h"
@@ -44,8 +45,8 @@ struct TextStyle {
 
 class QX_HOST_API Drawing {
 public:
-    /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF from AC1015
-    /// on.
+    /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF of any
+    /// version, cut off nowhere.
     static Result<std::unique_ptr<Drawing>> read(const std::string& path, const Progress& progress = {});
     /// The same from bytes; `name` stands in the sentences.
     static Result<std::unique_ptr<Drawing>> fromBytes(std::string_view bytes, const std::string& name);
@@ -57,12 +58,17 @@ public:
     const std::string& path() const { return path_; }
     void rename(std::string path) { path_ = std::move(path); }
     const dxf::Encoding& encoding() const { return *encoding_; }
+    const Version& version() const { return version_; }
     /// What was noticed while reading, and later when an object's fields were read or drawn.
     const std::vector<Finding>& findings() const { return findings_; }
     /// The same sentence about the same record is kept once.
-    void addFinding(const Record* where, std::string sentence) const;
-    /// 1-based line of the file on which the record begins; 0 for null and new objects.
-    std::size_t lineOf(const Record* record) const;
+    void addFinding(const Record* where, std::string sentence) const {
+        addFindingAt(where ? where->begin : nullptr, std::move(sentence));
+    }
+    /// `where` points into the bytes of the file; null: the whole file is meant.
+    void addFindingAt(const char* where, std::string sentence) const;
+    /// 1-based line of the file on which that byte stands; 0 for null.
+    std::size_t lineOf(const char* where) const;
 
     // Saving. Erased objects are left out, new ones spliced in before the end of their section.
 
@@ -143,8 +149,9 @@ public:
     std::size_t openCount() const { return openCount_; }
     /// Closes whatever is still open and says how many objects that were.
     std::size_t closeAll();
-    /// False for a block that the file only names: saving has no place for its entities.
-    bool canAppendTo(const Record* blockRecord) const;
+    /// False for a block that the file only names: saving has no place for its entities; and for a class that
+    /// came after the drawing's version.
+    bool canAppend(const Record* blockRecord, const AcDbEntity& entity) const;
     /// A new entity into such a block; the drawing takes it over, open for writing.
     Record* append(Record* blockRecord, AcDbEntity* entity);
 
@@ -227,6 +234,7 @@ private:
 
     std::string path_;
     os::Bytes bytes_;
+    Version version_;
     const dxf::Encoding* encoding_ = nullptr;
     RecordChain records_{*this};
     std::unique_ptr<Layers> layers_;

@@ -14,9 +14,13 @@ std::string foldedName(std::string_view utf8) {
     return folded;
 }
 
+std::string nameKey(std::string_view utf8, std::string_view bytes) {
+    return utf8.find("\uFFFD") == std::string_view::npos ? foldedName(utf8) : std::string{bytes};
+}
+
 LayerState& Layers::stateFor(std::string_view bytes) const {
     std::string name = encoding_.toUtf8(bytes);
-    auto [place, isNew] = byFoldedName_.try_emplace(foldedName(name), nullptr);
+    auto [place, isNew] = byFoldedName_.try_emplace(nameKey(name, bytes), nullptr);
     if (isNew) {
         place->second = &states_.emplace_back();
         place->second->name = std::move(name);

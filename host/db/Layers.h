@@ -52,5 +52,8 @@ private:
 
 /// ASCII letters in lower case; other characters stay.
 std::string foldedName(std::string_view utf8);
+/// What two spellings of the same name have in common: the folded name, or the bytes themselves where not all
+/// of them could be decoded, so that different names don't become one.
+std::string nameKey(std::string_view utf8, std::string_view bytes);
 
 } // namespace qx::db

@@ -1,6 +1,7 @@
 #include "db/Oddities.h"
 
 #include "db/Drawing.h"
+#include "db/FieldTable.h"
 #include "db/classes.h"
 #include "dbgroup.h"
 #include "dxf/Tag.h"
@@ -11,8 +12,9 @@
 namespace qx::db {
 namespace {
 
-constexpr std::size_t mostRepeats = 20; // told one by one
-constexpr std::size_t mostClasses = 8;  // named
+constexpr std::size_t mostRepeats = 20;                                     // told one by one
+constexpr std::size_t mostClasses = 8;                                      // named
+constexpr std::uint64_t largest = std::uint64_t{1} << 26, bitsPerWord = 64; // of handles in bits
 
 std::string counted(std::size_t count, const char* one, const char* many) {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
@@ -40,7 +42,6 @@ std::string className(const Drawing& drawing, const Record* record) {
 } // namespace
 
 bool HandleSet::add(std::uint64_t handle) {
-    constexpr std::uint64_t largest = std::uint64_t{1} << 26, bitsPerWord = 64;
     if (handle >= largest) return large_.insert(handle).second;
     const auto word = static_cast<std::size_t>(handle / bitsPerWord);
     if (word >= bits_.size()) bits_.resize(std::max(word + 1, 2 * bits_.size()));
@@ -50,9 +51,20 @@ bool HandleSet::add(std::uint64_t handle) {
     return isNew;
 }
 
+bool HandleSet::contains(std::uint64_t handle) const {
+    if (handle >= largest) return large_.contains(handle);
+    const auto word = static_cast<std::size_t>(handle / bitsPerWord);
+    return word < bits_.size() && (bits_[word] >> handle % bitsPerWord & 1);
+}
+
+void Oddities::forgetRecords() {
+    handles_ = {};
+    for (auto* each : {&repeats_, &handleless_, &ownerless_, &groups_, &keptOnly_}) each->clear();
+}
+
 void Oddities::note(const Record* record, std::string_view bytes) {
     if (record->handle != 0 && !handles_.add(record->handle)) repeats_.push_back(record);
-    if (record->kind == Kind::group) hasGroups_ = true;
+    if (record->kind == Kind::group) groups_.push_back(record);
     if (!isMainEntity(record->kind)) return;
     if (record->handle == 0) handleless_.push_back(record);
     if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(drawing_, record->kind, bytes))
@@ -61,6 +73,14 @@ void Oddities::note(const Record* record, std::string_view bytes) {
 
 void Oddities::report() {
     reportHandles();
+    reportAll(handleless_, "entity has no handle; no script and no group can name it",
+              "entities have no handle, this is the first; no script and no group can name them");
+    reportAll(
+        ownerless_, "entity names an owner that is not there; it counts to the drawing's own space",
+        "entities name owners that are not there, this is the first; they count to the drawing's own space");
+    reportAll(outside_, "record stands outside of all sections; it is kept and means nothing",
+              "records stand outside of all sections, this is the first; they are kept and mean nothing");
+    reportLostMembers();
     if (!keptOnly_.empty()) reportKeptOnly();
 }
 
@@ -74,18 +94,43 @@ void Oddities::reportHandles() const {
                                                        counted(repeats_.size() - mostRepeats,
                                                                "more object has", "more objects have") +
                                                        " a handle that is given a second time");
-    if (!handleless_.empty())
-        drawing_.addFinding(handleless_.front(),
-                            counted(handleless_.size(), "entity has", "entities have") +
-                                " no handle, this is the first; no script and no group can name " +
-                                (handleless_.size() == 1 ? "it" : "them"));
+}
+
+void Oddities::reportAll(const std::vector<const Record*>& records, const char* one, const char* many) const {
+    if (!records.empty()) drawing_.addFinding(records.front(), counted(records.size(), one, many));
+}
+
+void Oddities::reportLostMembers() const {
+    std::size_t told = 0, more = 0;
+    for (const Record* group : groups_) {
+        const std::size_t lost = lostMembersOf(group);
+        if (lost == 0) continue;
+        if (++told <= mostRepeats)
+            drawing_.addFinding(group, counted(lost, "member of this group is not there; it is passed over",
+                                               "members of this group are not there; they are passed over"));
+        else
+            ++more;
+    }
+    if (more > 0)
+        drawing_.addFinding(nullptr, counted(more, "more group has", "more groups have") +
+                                         " members that are not there");
+}
+
+std::size_t Oddities::lostMembersOf(const Record* group) const {
+    std::size_t lost = 0;
+    FieldTags tags{drawing_.bytesOf(group)};
+    for (dxf::Tag tag; tags.next(tag);) {
+        const auto handle = tag.code == 340 ? dxf::toHandle(tag.value) : std::nullopt;
+        lost += tag.code == 340 && (!handle || *handle == 0 || !handles_.contains(*handle));
+    }
+    return lost;
 }
 
 void Oddities::reportKeptOnly() const {
     drawing_.addFinding(nullptr, counted(keptOnly_.size(), "object", "objects") +
                                      " of classes that are only kept (" + classesOf(keptOnly_) +
                                      ") can't be selected");
-    const auto members = hasGroups_ ? keptOnlyMembersOfGroups() : std::vector<const Record*>{};
+    const auto members = !groups_.empty() ? keptOnlyMembersOfGroups() : std::vector<const Record*>{};
     if (!members.empty())
         drawing_.addFinding(nullptr,
                             counted(members.size(), "member", "members") + " of groups of such classes (" +

@@ -1,6 +1,8 @@
 // Gathers, while a drawing is read, what a person had better know before working on it: handles that are
-// given twice, entities without one, and objects that are kept but can't be selected, so that they stay
-// behind when all around them moves. Nothing of it is repaired.
+// given twice, entities without one, owners and members of groups that are not there, what stands outside of
+// all sections, and objects that are kept but can't be selected, so that they stay behind when all around
+// them moves. Nothing of it is repaired, and of what is frequent the first places are told and the others
+// counted.
 #pragma once
 
 #include "db/Record.h"
@@ -18,6 +20,7 @@ class HandleSet {
 public:
     /// False when it was there already.
     bool add(std::uint64_t handle);
+    bool contains(std::uint64_t handle) const;
 
 private:
     std::vector<std::uint64_t> bits_;
@@ -30,11 +33,21 @@ public:
 
     /// A record has been read, its handle and its owner are known.
     void note(const Record* record, std::string_view bytes);
+    /// The record stands outside of all sections.
+    void noteOutside(const Record* record) { outside_.push_back(record); }
+    /// The entity names an owner that is not there.
+    void noteLostOwner(const Record* record) { ownerless_.push_back(record); }
+    /// All records will come a second time; those outside of all sections won't.
+    void forgetRecords();
     /// Everything has been read: makes the findings.
     void report();
 
 private:
     void reportHandles() const;
+    void reportLostMembers() const;
+    std::size_t lostMembersOf(const Record* group) const;
+    /// One finding for all of them, with the line of the first: "3 entities have ...".
+    void reportAll(const std::vector<const Record*>& records, const char* one, const char* many) const;
     void reportKeptOnly() const;
     std::vector<const Record*> keptOnlyMembersOfGroups() const;
     /// "HATCH 3, DIMENSION 2": the most frequent first.
@@ -44,8 +57,10 @@ private:
     HandleSet handles_;
     std::vector<const Record*> repeats_;    ///< whose handle another record has before them
     std::vector<const Record*> handleless_; ///< entities
-    std::vector<const Record*> keptOnly_;   ///< in model space
-    bool hasGroups_ = false;
+    std::vector<const Record*> ownerless_;
+    std::vector<const Record*> outside_;
+    std::vector<const Record*> groups_;
+    std::vector<const Record*> keptOnly_; ///< in model space
 };
 
 } // namespace qx::db

@@ -1,10 +1,15 @@
 // Reading a drawing: one walk over the tags that cuts the file into records and finds out who owns them.
 // Values are read later, when an object is first asked for.
+//
+// Old versions have no table of block records, no owners and often no handles. Records without bytes stand in
+// for the table and for the block records, so that the rest of the host knows one form of drawing only.
 #include "db/Drawing.h"
 #include "db/Oddities.h"
+#include "db/TextEncoding.h"
 #include "db/classes.h"
 #include "dbsymtb.h"
 #include "dxf/Tag.h"
+#include "os/encoding.h"
 
 #include <algorithm>
 #include <cstring>
@@ -13,8 +18,8 @@ namespace qx::db {
 
 namespace {
 
-constexpr std::string_view oldestVersion = "AC1015";
 constexpr std::size_t bytesBetweenReports = std::size_t{8} << 20;
+constexpr std::size_t bytesBetweenLooks = std::size_t{1} << 17; // they are still near then
 
 std::string quoted(std::string_view text) {
     constexpr std::size_t most = 40;
@@ -28,6 +33,20 @@ std::string_view lineAt(const char* at, const char* end) {
     return {at, static_cast<std::size_t>(stop - at)};
 }
 
+/// EOF, and the byte that ends a text file in CP/M and its heirs.
+bool isEndOfFile(std::string_view name) {
+    while (!name.empty() && (name.back() == '\x1A' || name.back() == '\0' || name.back() == ' '))
+        name.remove_suffix(1);
+    return dxf::trimmed(name) == "EOF";
+}
+
+/// Whose group 5 was the name of a block before it had a handle, which is its group 105.
+bool isDimensionStyle(const Record& record, const char* end) {
+    dxf::TagCursor cursor{record.begin, end};
+    dxf::Tag tag;
+    return cursor.next(tag) && dxf::trimmed(tag.value) == "DIMSTYLE";
+}
+
 } // namespace
 
 class Reader {
@@ -38,27 +57,41 @@ public:
     std::string read();
 
 private:
+    /// In the order in which they have to be read.
     enum class Section { none, unnamed, header, tables, blocks, entities, objects, other };
+    struct SectionStart {
+        Section section;
+        Record* record;
+    };
 
     std::string refusedByContent() const;
+    std::string_view bytes() const { return drawing_.bytes_.view(); }
+    const char* endOfFile() const { return bytes().data() + bytes().size(); }
     void walk();
     void startRecord(const dxf::Tag& tag);
+    void checkPlace();
+    void beginRecord(Record* record);
     void headerTag(const dxf::Tag& tag);
     void enterSection(std::string_view name);
+    bool isSecond(Section section);
     void finishRecord(const char* end);
-    void finishHeader();
+    void chooseVersion();
     void finishTableRecord(std::string_view bytes);
-    void finishBlockRecord(std::string_view bytes);
+    void finishBlockRecord(std::string_view bytes, const char* end);
     void finishEntity();
     Record* ownerOfEntity();
-    void makeModelSpace(const char* at);
-    void refuseVersion(std::string_view version);
+    Record* standIn(Kind kind, const char* at);
+    void noteLayout(const BlockDefinition& definition);
+    void completeTables(const char* at);
+    void readAgain();
+    void reportTexts();
     void refuse(const char* at, const std::string& what);
-    void report(const char* at);
+    void lookAt(const char* to);
 
     Drawing& drawing_;
     const Progress& progress_;
     Oddities oddities_{drawing_};
+    TextEncoding texts_;
     std::string error_;
     Section section_ = Section::none;
     Record* record_ = nullptr;
@@ -66,50 +99,62 @@ private:
     Record* block_ = nullptr;  ///< block record of the definition being read
     Record* paperSpace_ = nullptr;
     bool isComplete_ = false;
+    bool isOutOfOrder_ = false; ///< a section stands behind what refers to it
+    std::vector<SectionStart> sections_;
+    bool isAscii_ = true;            ///< as far as was looked
+    const char* lookedAt_ = nullptr; ///< so far
+    const char* nextLook_ = nullptr;
     const char* nextReport_ = nullptr;
 
     // Of the record being read.
     std::string_view ownerHandle_; ///< empty when it gives none
+    int markers_ = 0;              ///< of subclasses; owners stand before the second one
     bool isInGroup_ = false;       ///< between 102 { and 102 }
     bool isInPaper_ = false;
 
     // Neighbours mostly share an owner.
     std::string_view lastOwnerHandle_;
-    Record* lastOwner_ = nullptr;
+    Record* lastOwner_ = nullptr; ///< null when nobody has that handle
 };
 
 void Reader::refuse(const char* at, const std::string& what) {
-    const auto line = 1 + std::count(drawing_.bytes_.view().data(), at, '\n');
-    if (error_.empty()) error_ = drawing_.path_ + ":" + std::to_string(line) + ": " + what;
+    if (error_.empty()) error_ = drawing_.path_ + ":" + std::to_string(drawing_.lineOf(at)) + ": " + what;
 }
 
 std::string Reader::refusedByContent() const {
-    const std::string_view bytes = drawing_.bytes_.view();
+    const std::string_view file = bytes();
     const auto refused = [&](const std::string& what) { return drawing_.path_ + ":1: " + what; };
-    if (bytes.empty()) return refused("the file is empty");
-    if (bytes.starts_with("AutoCAD Binary DXF"))
+    if (file.empty()) return refused("the file is empty");
+    if (file.starts_with("AutoCAD Binary DXF"))
         return refused("this is a binary DXF file; only text DXF is read");
-    if (bytes.size() >= 6 && bytes.starts_with("AC1") &&
-        bytes.substr(0, 6).find('\n') == std::string_view::npos)
+    const bool isDwg = file.starts_with("AC1") || file.starts_with("AC2.") || file.starts_with("MC0.0");
+    if (isDwg && file.size() >= 6 && file.substr(0, 6).find('\n') == std::string_view::npos)
         return refused("this is a DWG file; only text DXF is read");
+    if (file.starts_with("\xFF\xFE") || file.starts_with("\xFE\xFF"))
+        return refused(
+            "this file is in UTF-16; only single-byte texts, East Asian code pages and UTF-8 are read");
+    if (file.find('\n') == std::string_view::npos && file.find('\r') < file.size() - 1)
+        return refused("the lines end with carriage returns alone; only LF and CRLF line ends are read");
     return {};
 }
 
 std::string Reader::read() {
     error_ = refusedByContent();
     if (error_.empty()) walk();
-    if (error_.empty() && !drawing_.encoding_) refuseVersion({});
-    if (error_.empty() && !drawing_.modelSpace_)
-        makeModelSpace(drawing_.bytes_.data() + drawing_.bytes_.size());
-    if (error_.empty()) oddities_.report();
-    return error_;
+    if (!error_.empty()) return error_;
+    if (!drawing_.encoding_) chooseVersion();
+    if (isOutOfOrder_) readAgain();
+    completeTables(endOfFile());
+    reportTexts();
+    oddities_.report();
+    return {};
 }
 
 void Reader::walk() {
-    const std::string_view bytes = drawing_.bytes_.view();
-    const char* begin = bytes.data();
-    const char* end = begin + bytes.size();
-    if (bytes.starts_with("\xEF\xBB\xBF")) begin += 3;
+    const char* begin = bytes().data();
+    const char* end = endOfFile();
+    if (bytes().starts_with("\xEF\xBB\xBF")) begin += 3;
+    lookedAt_ = nextLook_ = begin;
     nextReport_ = begin + bytesBetweenReports;
 
     dxf::TagCursor cursor{begin, end};
@@ -125,27 +170,39 @@ void Reader::walk() {
     if (cursor.fault() == dxf::TagFault::codeIsNoNumber)
         refuse(cursor.position(), quoted(lineAt(cursor.position(), end)) + " is no group code");
     if (!isComplete_) refuse(end, "the file is cut off: it ends without EOF");
+    lookAt(cursor.position());
 }
 
 void Reader::startRecord(const dxf::Tag& tag) {
     if (record_) finishRecord(tag.begin);
     const bool isAmongEntities = section_ == Section::entities || section_ == Section::blocks;
-    record_ = drawing_.records_.append();
-    record_->begin = tag.begin;
-    record_->kind = kindOf(dxf::trimmed(tag.value), isAmongEntities);
-    ownerHandle_ = {};
-    isInGroup_ = isInPaper_ = false;
-    if (tag.begin >= nextReport_) report(tag.begin);
+    Record* record = drawing_.records_.append();
+    record->begin = tag.begin;
+    record->kind = kindOf(dxf::trimmed(tag.value), isAmongEntities);
+    if (section_ == Section::none && record->kind == Kind::otherObject && isEndOfFile(tag.value))
+        record->kind = Kind::endOfFile;
+    beginRecord(record);
+    checkPlace();
+    if (tag.begin >= nextLook_) lookAt(tag.begin);
+}
 
+void Reader::beginRecord(Record* record) {
+    record_ = record;
+    ownerHandle_ = {};
+    markers_ = 0;
+    isInGroup_ = isInPaper_ = false;
+}
+
+void Reader::checkPlace() {
     const bool isOutside = section_ == Section::none;
     if (record_->kind == Kind::section) {
-        if (!isOutside) refuse(tag.begin, "a section begins before the one before it has ended");
+        if (!isOutside) refuse(record_->begin, "a section begins before the one before it has ended");
         section_ = Section::unnamed;
     } else if (record_->kind == Kind::endOfFile) {
-        if (!isOutside) refuse(tag.begin, "EOF stands inside a section");
+        if (!isOutside) refuse(record_->begin, "EOF stands inside a section");
         isComplete_ = true;
     } else if (isOutside) {
-        refuse(tag.begin, quoted(tag.value) + " stands outside of any section");
+        oddities_.noteOutside(record_);
     }
 }
 
@@ -159,17 +216,21 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 5:
     case 105:
-        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section)
+        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section &&
+            (tag.code == 105 || section_ != Section::tables || !isDimensionStyle(*record_, tag.begin)))
             record_->handle = dxf::toHandle(tag.value).value_or(0);
         break;
     case 67:
         isInPaper_ = dxf::trimmed(tag.value) == "1";
         break;
+    case 100:
+        ++markers_;
+        break;
     case 102:
         isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
         break;
     case 330:
-        if (!isInGroup_ && ownerHandle_.empty()) ownerHandle_ = dxf::trimmed(tag.value);
+        if (!isInGroup_ && markers_ < 2 && ownerHandle_.empty()) ownerHandle_ = dxf::trimmed(tag.value);
         break;
     default:
         break;
@@ -184,25 +245,28 @@ void Reader::enterSection(std::string_view name) {
     section_ = Section::other;
     for (const auto& [known, section] : names)
         if (known == name) section_ = section;
-    if (section_ == Section::header && drawing_.header_) section_ = Section::other;
-    if (section_ == Section::entities && drawing_.entities_) {
-        section_ = Section::other;
-        drawing_.addFinding(record_, "a second section ENTITIES; its objects are kept and can't be used");
-    }
-    if (section_ == Section::tables && (drawing_.entities_ || drawing_.modelSpace_))
-        refuse(record_->begin, "the tables stand behind what refers to them");
+    if (isSecond(section_)) section_ = Section::other;
+    const auto precedes = [&](const SectionStart& each) { return each.section > section_; };
+    const bool isReferredTo = section_ == Section::header || section_ == Section::tables;
+    isOutOfOrder_ = isOutOfOrder_ || (isReferredTo && std::ranges::any_of(sections_, precedes));
+    if (section_ != Section::other) sections_.push_back({section_, record_});
+    header_ = block_ = nullptr;
     if (section_ == Section::header) drawing_.header_ = record_;
     if (section_ == Section::entities) drawing_.entities_ = record_;
     if (section_ == Section::objects) drawing_.objects_ = record_;
-    if (section_ == Section::header || section_ == Section::other || drawing_.encoding_) return;
-    refuseVersion({});
+    if (section_ != Section::header && section_ != Section::other && !drawing_.encoding_) chooseVersion();
 }
 
-void Reader::refuseVersion(std::string_view version) {
-    const char* where = version.empty() ? record_->begin : version.data();
-    refuse(where, (version.empty() ? "the drawing does not say its version"
-                                   : "version " + quoted(version) + " is too old") +
-                      "; only AC1015 (2000) and later are read");
+// Tables and blocks may well be spread over several sections.
+bool Reader::isSecond(Section section) {
+    const bool isSecond = (section == Section::header && drawing_.header_) ||
+                          (section == Section::entities && drawing_.entities_) ||
+                          (section == Section::objects && drawing_.objects_);
+    if (isSecond && section == Section::entities)
+        drawing_.addFinding(record_, "a second section ENTITIES; its objects are kept and can't be used");
+    else if (isSecond)
+        drawing_.addFinding(record_, "a second section of this name; it is kept, but the first one counts");
+    return isSecond;
 }
 
 void Reader::finishRecord(const char* end) {
@@ -210,32 +274,31 @@ void Reader::finishRecord(const char* end) {
     if (section_ == Section::unnamed) refuse(record_->begin, "a section without a name");
     switch (section_) {
     case Section::header:
-        if (record_->kind == Kind::endSection) finishHeader();
+        if (record_->kind == Kind::endSection) chooseVersion();
         break;
     case Section::tables:
         finishTableRecord(bytes);
         break;
     case Section::blocks:
-        finishBlockRecord(bytes);
+        finishBlockRecord(bytes, end);
         break;
     case Section::entities:
-        if (!drawing_.modelSpace_) makeModelSpace(end);
+        if (record_->kind == Kind::section) completeTables(end);
         finishEntity();
         break;
     default:
         break;
     }
-    if (section_ != Section::other) oddities_.note(record_, bytes);
+    if (section_ != Section::other && section_ != Section::none) oddities_.note(record_, bytes);
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }
 
-void Reader::finishHeader() {
-    const std::string_view version = drawing_.headerValue("$ACADVER", 1);
-    if (version < oldestVersion || !version.starts_with("AC1")) {
-        record_ = drawing_.header_;
-        return refuseVersion(version);
-    }
-    drawing_.encoding_ = &dxf::Encoding::of(version, drawing_.headerValue("$DWGCODEPAGE", 3));
+void Reader::chooseVersion() {
+    if (drawing_.encoding_) return;
+    drawing_.version_ = Version{drawing_.headerValue("$ACADVER", 1)};
+    const std::string_view codePage = drawing_.headerValue("$DWGCODEPAGE", 3);
+    texts_ = textEncodingOf(bytes(), drawing_.version_, codePage);
+    drawing_.encoding_ = texts_.encoding;
     drawing_.layers_ = std::make_unique<Layers>(*drawing_.encoding_);
     drawing_.blocks_ = std::make_unique<Blocks>(drawing_);
 }
@@ -244,15 +307,15 @@ void Reader::finishTableRecord(std::string_view bytes) {
     if (record_->kind == Kind::layer) drawing_.layers_->add(record_, bytes);
     if (record_->kind == Kind::table && newObject(Kind::table, bytes)->isKindOf(AcDbBlockTable::desc()))
         drawing_.blockTable_ = record_;
-    if (record_->kind != Kind::blockRecord) return;
-    drawing_.blocks_->addRecord(record_, bytes);
-    const std::string name = foldedName(drawing_.blocks_->of(record_)->name);
-    if (name == "*model_space") drawing_.modelSpace_ = record_;
-    if (name == "*paper_space") paperSpace_ = record_;
+    if (record_->kind == Kind::blockRecord)
+        noteLayout(drawing_.blocks_->addRecord(record_, Blocks::nameIn(bytes)));
 }
 
-void Reader::finishBlockRecord(std::string_view bytes) {
+void Reader::finishBlockRecord(std::string_view bytes, const char* end) {
     if (record_->kind == Kind::block) {
+        const std::string_view name = Blocks::nameIn(bytes);
+        if (!name.empty() && !drawing_.blocks_->named(name))
+            noteLayout(drawing_.blocks_->addRecord(standIn(Kind::blockRecord, end), name));
         const BlockDefinition* definition = drawing_.blocks_->addBegin(record_, bytes);
         block_ = definition ? definition->record : nullptr;
         header_ = nullptr;
@@ -280,28 +343,89 @@ void Reader::finishEntity() {
 }
 
 Record* Reader::ownerOfEntity() {
-    if (!ownerHandle_.empty() && ownerHandle_ == lastOwnerHandle_ && lastOwner_) return lastOwner_;
-    const std::uint64_t handle = dxf::toHandle(ownerHandle_).value_or(0);
-    for (const BlockDefinition& definition : drawing_.blocks_->all()) {
-        if (handle == 0 || definition.record->handle != handle) continue;
+    if (!ownerHandle_.empty() && ownerHandle_ != lastOwnerHandle_) {
+        const std::uint64_t handle = dxf::toHandle(ownerHandle_).value_or(0);
         lastOwnerHandle_ = ownerHandle_;
-        return lastOwner_ = definition.record;
+        lastOwner_ = nullptr;
+        for (const BlockDefinition& definition : drawing_.blocks_->all())
+            if (handle != 0 && definition.record->handle == handle) lastOwner_ = definition.record;
     }
+    if (!ownerHandle_.empty() && lastOwner_) return lastOwner_;
+    if (!ownerHandle_.empty() && ownerHandle_ != "0") oddities_.noteLostOwner(record_);
     return isInPaper_ ? paperSpace_ : drawing_.modelSpace_;
 }
 
-// A drawing without a record for model space still has its entities; the record that stands in has no bytes.
-void Reader::makeModelSpace(const char* at) {
+/// A record without bytes; `at` is where the record being read ends.
+Record* Reader::standIn(Kind kind, const char* at) {
     Record* record = drawing_.records_.append();
-    record->begin = at;
-    record->kind = Kind::blockRecord;
-    drawing_.blocks_->addRecord(record, "  0\nBLOCK_RECORD\n  2\n*Model_Space\n");
-    drawing_.modelSpace_ = record;
+    record->begin = isComplete_ ? endOfFile() : at;
+    record->kind = kind;
+    return record;
 }
 
-void Reader::report(const char* at) {
-    nextReport_ = at + bytesBetweenReports;
-    if (progress_) progress_(static_cast<std::size_t>(at - drawing_.bytes_.data()), drawing_.bytes_.size());
+void Reader::noteLayout(const BlockDefinition& definition) {
+    if (!definition.isCurrent) return;
+    Record*& layout = definition.isPaper ? paperSpace_ : drawing_.modelSpace_;
+    layout = definition.record;
+}
+
+void Reader::completeTables(const char* at) {
+    if (!drawing_.blockTable_) drawing_.blockTable_ = standIn(Kind::table, at);
+    const auto addLayout = [&](const char* name) {
+        noteLayout(drawing_.blocks_->addRecord(standIn(Kind::blockRecord, at), name));
+    };
+    if (!drawing_.modelSpace_) addLayout("*Model_Space");
+    if (!paperSpace_) addLayout("*Paper_Space");
+}
+
+// Records stay what and where they are; only what they mean to each other is found out once more.
+void Reader::readAgain() {
+    for (Record* each = drawing_.firstRecord(); each; each = RecordChain::next(each)) each->owner = nullptr;
+    drawing_.encoding_ = nullptr;
+    drawing_.modelSpace_ = drawing_.blockTable_ = paperSpace_ = lastOwner_ = nullptr;
+    lastOwnerHandle_ = {};
+    oddities_.forgetRecords();
+    std::ranges::stable_sort(sections_, {}, &SectionStart::section);
+    for (const auto& [section, start] : sections_) {
+        section_ = section;
+        header_ = block_ = nullptr;
+        if (section != Section::header) chooseVersion();
+        for (Record* each = start; section_ != Section::none; each = RecordChain::next(each)) {
+            const std::string_view part = drawing_.bytesOf(each);
+            if (part.empty()) continue;
+            beginRecord(each);
+            dxf::TagCursor cursor{part.data(), part.data() + part.size()};
+            for (dxf::Tag tag; cursor.next(tag);)
+                if (tag.code != 0) headerTag(tag);
+            finishRecord(part.data() + part.size());
+        }
+    }
+}
+
+void Reader::reportTexts() {
+    const auto place = [&](const char* name, int code) { return drawing_.headerValue(name, code).data(); };
+    if (const std::string& sentence = drawing_.version_.finding(); !sentence.empty())
+        drawing_.addFindingAt(place("$ACADVER", 1), sentence);
+    if (!texts_.finding.empty()) drawing_.addFindingAt(place("$DWGCODEPAGE", 3), texts_.finding);
+    if (isAscii_ || !texts_.encoding->isUtf8()) return;
+    const char* begin = bytes().data();
+    const BrokenLines broken = linesWithBrokenUtf8({begin, lookedAt_});
+    if (broken.count == 0) return;
+    drawing_.addFindingAt(
+        begin + broken.first,
+        (broken.count == 1 ? "a line holds" : std::to_string(broken.count) + " lines hold") +
+            std::string{" bytes that are no UTF-8"} + (broken.count == 1 ? "" : ", this is the first") +
+            "; they are kept, and shown as \xEF\xBF\xBD");
+}
+
+// What was walked over a moment ago is looked at cheaply.
+void Reader::lookAt(const char* to) {
+    isAscii_ = isAscii_ && os::isAscii({lookedAt_, to});
+    lookedAt_ = to;
+    nextLook_ = to + bytesBetweenLooks;
+    if (to < nextReport_) return;
+    nextReport_ = to + bytesBetweenReports;
+    if (progress_) progress_(static_cast<std::size_t>(to - bytes().data()), bytes().size());
 }
 
 Result<std::unique_ptr<Drawing>> Drawing::read(const std::string& path, const Progress& progress) {

@@ -22,6 +22,7 @@ public:
 
 private:
     void lookOver();
+    bool writesHandles(bool fileHasSome) const;
     bool isDropped(const Record* record) const;
     bool isTouched(const Record* record) const;
     void writeTouched(Record* record);
@@ -48,6 +49,7 @@ private:
     const Drawing& drawing_;
     Sink sink_;
     std::string_view lineEnd_;
+    NewObjectForm form_;
     Patcher patcher_;
     bool hasErased_ = false;
     const Record* newSectionBefore_ = nullptr; ///< where entities get a section; null: they have one
@@ -65,12 +67,23 @@ Writer::Writer(const Drawing& drawing, Sink sink)
 }
 
 void Writer::lookOver() {
+    bool hasHandles = false;
     for (const Record* each = drawing_.firstRecord(); each; each = RecordChain::next(each)) {
         hasErased_ = hasErased_ || (each->has(Record::erased) && !each->has(Record::isNew));
+        hasHandles = hasHandles || (each->handle != 0 && !each->has(Record::isNew));
         if (each->has(Record::isNew) && !each->has(Record::erased))
             newestHandle_ = std::max(newestHandle_, each->handle);
     }
+    const Version& version = drawing_.version();
+    form_ = {writesHandles(hasHandles), version.hasOwners(), version.hasSubclasses(), lineEnd_};
     if (newestHandle_ && !drawing_.entities_) newSectionBefore_ = placeOfNewSection();
+}
+
+// Up to R12 a drawing may do without handles.
+bool Writer::writesHandles(bool fileHasSome) const {
+    if (drawing_.version().hasSubclasses()) return true;
+    const std::string_view handling = drawing_.headerValue("$HANDLING", 70);
+    return handling.empty() ? fileHasSome : dxf::toReal(handling).value_or(0) != 0;
 }
 
 // Attributes and vertices go with the entity that owns them.
@@ -147,7 +160,8 @@ void Writer::writeGroup(const Record* record) {
 void Writer::writeHeader(const Record* record) {
     const std::string_view bytes = drawing_.bytesOf(record);
     const std::string_view seed = drawing_.headerValue("$HANDSEED", 5);
-    if (seed.empty() || dxf::toHandle(seed).value_or(0) > newestHandle_) return put(bytes);
+    if (seed.empty() || !form_.hasHandle || dxf::toHandle(seed).value_or(0) > newestHandle_)
+        return put(bytes);
     put(bytes.data(), seed.data());
     put(dxf::handleText(newestHandle_ + 1));
     put(seed.data() + seed.size(), bytes.data() + bytes.size());
@@ -167,6 +181,7 @@ void Writer::writeNewBefore(const Record* record) {
 const Record* Writer::placeOfNewSection() const {
     const Record* place = nullptr;
     for (const Record* each = drawing_.firstRecord(); each; each = RecordChain::next(each)) {
+        if (drawing_.bytesOf(each).empty()) continue; // it only stands in for one
         if (each->kind == Kind::table || each->kind == Kind::block) place = nullptr;
         if (each == drawing_.objects_ || (!place && each->kind == Kind::endOfFile)) place = each;
     }
@@ -189,7 +204,7 @@ void Writer::writeNewSection() {
 void Writer::writeNew(const BlockDefinition& definition) {
     for (const Record* each : definition.made)
         if (!each->has(Record::erased))
-            put(newObjectBytes(static_cast<AcDbEntity&>(*each->live), definition, lineEnd_));
+            put(newObjectBytes(static_cast<AcDbEntity&>(*each->live), definition, form_));
 }
 
 Outcome Drawing::save(const std::string& path, os::Backup backup, const Progress& progress) const {

@@ -37,6 +37,7 @@ struct ClassEntry {
 // Sorted by name for the search.
 constexpr std::array classes{
     ClassEntry{"3DFACE", Kind::face, make<AcDbFace>},
+    ClassEntry{"3DLINE", Kind::line, make<AcDbLine>}, // up to R10
     ClassEntry{"ARC", Kind::arc, make<AcDbArc>},
     ClassEntry{"ATTDEF", Kind::attributeDefinition, make<AcDbAttributeDefinition>},
     ClassEntry{"ATTRIB", Kind::attribute, make<AcDbAttribute>},
@@ -127,7 +128,8 @@ std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::st
     if (kind == Kind::polyline) return newPolyline(bytes);
     if (kind == Kind::vertex) return newVertex(bytes, headerBytes);
     if (kind == Kind::insert && isInRowsOrColumns(bytes)) return make<AcDbMInsertBlock>();
-    if (kind == Kind::table && firstValue(bytes, 2) != "BLOCK_RECORD") return make<KeptObject>();
+    const bool isOther = !bytes.empty() && dxf::trimmed(firstValue(bytes, 2)) != "BLOCK_RECORD";
+    if (kind == Kind::table && isOther) return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();
 }

@@ -16,7 +16,8 @@ namespace qx::db {
 Kind kindOf(std::string_view name, bool amongEntities);
 
 /// An object of the class that belongs to the kind, without data. Polylines, insertions and tables need
-/// their bytes to tell which of several classes they are, vertices those of their polyline.
+/// their bytes to tell which of several classes they are, vertices those of their polyline. A table without
+/// bytes stands in for the one of block records.
 std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::string_view headerBytes = {});
 
 } // namespace qx::db

@@ -59,7 +59,7 @@ Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* name, AcDbObjectId& id, 
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity) {
     if (!entity) return Acad::eNullEntityPointer;
     if (!entity->objectId().isNull()) return Acad::eAlreadyInDb;
-    if (!drawingOf(*this).canAppendTo(objectId().record())) return Acad::eNotApplicable;
+    if (!drawingOf(*this).canAppend(objectId().record(), *entity)) return Acad::eNotApplicable;
     assertWriteEnabled();
     id = AcDbObjectId{drawingOf(*this).append(objectId().record(), entity)};
     return Acad::eOk;

@@ -264,11 +264,12 @@ std::string vertexText(const VertexGroups& groups, void* base, std::string_view 
     return bytes;
 }
 
-std::string fieldsText(const FieldTable& table, void* base, std::string_view lineEnd) {
+std::string fieldsText(const FieldTable& table, void* base, const NewObjectForm& form) {
+    const std::string_view lineEnd = form.lineEnd;
     std::string bytes;
     std::size_t slot = 0;
     for (const Field& field : table.fields) {
-        if (field.role == Role::subclass) bytes += tagString(100, field.marker, lineEnd);
+        if (field.role == Role::subclass && form.hasMarkers) bytes += tagString(100, field.marker, lineEnd);
         const auto count = static_cast<std::size_t>(slotsOf(field));
         if (field.role == Role::vertices) bytes += vertexText(*table.vertices, base, lineEnd);
         const bool isOptional =
@@ -285,15 +286,16 @@ std::string fieldsText(const FieldTable& table, void* base, std::string_view lin
 
 } // namespace
 
-std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd) {
-    std::string bytes = tagString(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), lineEnd);
-    bytes += tagString(5, dxf::handleText(entity.objectId().record()->handle), lineEnd);
-    if (const std::uint64_t ownerHandle = owner.record->handle)
-        bytes += tagString(330, dxf::handleText(ownerHandle), lineEnd);
-    bytes += tagString(100, "AcDbEntity", lineEnd);
-    if (owner.isPaper) bytes += tagString(67, "1", lineEnd);
-    bytes += tagString(8, entity.layerState().bytes, lineEnd);
-    return bytes + fieldsText(*entity.fields().table, entity.fields().base, lineEnd);
+std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, const NewObjectForm& form) {
+    std::string bytes;
+    const auto add = [&](int code, std::string_view value) { bytes += tagString(code, value, form.lineEnd); };
+    add(0, os::toUtf8(std::wstring_view{entity.isA()->dxfName()}));
+    if (form.hasHandle) add(5, dxf::handleText(entity.objectId().record()->handle));
+    if (form.hasOwner && owner.record->handle != 0) add(330, dxf::handleText(owner.record->handle));
+    if (form.hasMarkers) add(100, "AcDbEntity");
+    if (owner.isPaper) add(67, "1");
+    add(8, entity.layerState().bytes);
+    return bytes + fieldsText(*entity.fields().table, entity.fields().base, form);
 }
 
 } // namespace qx::db

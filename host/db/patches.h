@@ -91,7 +91,13 @@ private:
     const char* defaultAnchor_ = nullptr;
 };
 
+/// What the version of a drawing wants a new object to have besides its data.
+struct NewObjectForm {
+    bool hasHandle = true, hasOwner = true, hasMarkers = true; ///< markers of subclasses
+    std::string_view lineEnd = "\n";
+};
+
 /// The bytes of an object that the file does not have yet. An owner without a handle is left out.
-std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, std::string_view lineEnd);
+std::string newObjectBytes(AcDbEntity& entity, const BlockDefinition& owner, const NewObjectForm& form);
 
 } // namespace qx::db

@@ -13,8 +13,6 @@ namespace qx::dxf {
 
 namespace {
 
-constexpr std::string_view firstUtf8Version = "AC1021";
-
 /// The value of `digits` hexadecimal digits at the start of the text; nothing when there are fewer.
 std::optional<char32_t> hexAt(std::u32string_view text, std::size_t digits) {
     if (text.size() < digits) return std::nullopt;
@@ -95,18 +93,20 @@ std::u32string withoutMultilineEscapes(std::u32string text) {
 
 } // namespace
 
-const Encoding& Encoding::of(std::string_view version, std::string_view codePage) {
+const Encoding& Encoding::of(std::string_view codePage) {
     static std::map<std::string, std::unique_ptr<Encoding>> known;
-    const std::string key = version >= firstUtf8Version ? ""
-                            : codePage.empty()          ? "ANSI_1252"
-                                                        : std::string{codePage};
-    std::unique_ptr<Encoding>& encoding = known[key];
-    if (!encoding) encoding.reset(new Encoding{key});
+    std::string name{codePage};
+    std::ranges::transform(name, name.begin(), [](char c) { return c >= 'a' && c <= 'z' ? c - 32 : c; });
+    std::unique_ptr<Encoding>& encoding = known[name];
+    if (!encoding) encoding.reset(new Encoding{name});
     return *encoding;
 }
 
 Encoding::Encoding(const std::string& codePage)
-    : converter_{codePage.empty() ? nullptr : std::make_unique<os::Converter>(codePage)} {}
+    : converter_{codePage == "UTF-8" || codePage == "UTF8" ? nullptr
+                                                           : std::make_unique<os::Converter>(codePage)} {}
+
+bool Encoding::isKnown() const { return !converter_ || converter_->isKnown(); }
 
 Encoding::~Encoding() = default;
 

@@ -1,4 +1,4 @@
-// How the text of a drawing is stored: UTF-8 from AC1021 on, the header's code page before. Either may hold
+// How the text of a drawing is stored: as UTF-8 or in a code page. Either may hold
 // \U+XXXX, and \M+nXXXX for a double-byte character of one of five East Asian code pages.
 #pragma once
 
@@ -16,11 +16,15 @@ namespace qx::dxf {
 
 class QX_HOST_API Encoding {
 public:
-    /// `version` as in $ACADVER, `codePage` as in $DWGCODEPAGE. Lives until the process ends.
-    static const Encoding& of(std::string_view version, std::string_view codePage);
+    /// By the name of a code page as in $DWGCODEPAGE, in any case. Lives until the process ends.
+    static const Encoding& of(std::string_view codePage);
     ~Encoding();
     Encoding(const Encoding&) = delete;
     Encoding& operator=(const Encoding&) = delete;
+
+    /// Whether the system has that page; otherwise ANSI_1252 stands in.
+    bool isKnown() const;
+    bool isUtf8() const { return !converter_; }
 
     /// Bytes that stand for no character become U+FFFD; this never fails. The bytes are decoded before
     /// escapes are looked for, since a double-byte character may end in a backslash.

@@ -33,7 +33,7 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
     /// The drawing takes the entity over: afterwards it is closed, never deleted. Needs the record open for
     /// writing; eAlreadyInDb for an entity that a drawing holds; eNullEntityPointer;
-    /// eNotApplicable for a block that the file only names.
+    /// eNotApplicable for a block that the file only names, and for a class that the drawing's version lacks.
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
 };

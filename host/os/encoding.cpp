@@ -1,6 +1,8 @@
 #include "encoding.h"
 
-#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 #include <utility>
 
 namespace qx::os {
@@ -38,6 +40,21 @@ char32_t takeCodePoint(std::string_view& rest) {
     good = good && c >= lead.least && isScalar(c);
     rest.remove_prefix(good ? length : 1);
     return good ? c : replacement;
+}
+
+/// How many bytes at the front are ASCII. Whole files are asked for, so it goes by many bytes at once.
+std::size_t asciiLength(std::string_view bytes) {
+    constexpr std::size_t blockSize = 64;
+    std::size_t at = 0;
+    for (; at + blockSize <= bytes.size(); at += blockSize) {
+        std::array<std::uint64_t, blockSize / 8> words;
+        std::memcpy(words.data(), bytes.data() + at, blockSize);
+        std::uint64_t all = 0;
+        for (const std::uint64_t each : words) all |= each;
+        if (all & 0x8080808080808080u) break;
+    }
+    while (at < bytes.size() && (bytes[at] & 0x80) == 0) ++at;
+    return at;
 }
 
 void append(std::string& out, char32_t c) {
@@ -108,8 +125,17 @@ std::string toUtf8(std::wstring_view wide) {
     return out;
 }
 
-bool isAscii(std::string_view bytes) {
-    return std::ranges::none_of(bytes, [](char c) { return (c & 0x80) != 0; });
+bool isAscii(std::string_view bytes) { return asciiLength(bytes) == bytes.size(); }
+
+std::size_t brokenUtf8In(std::string_view bytes) {
+    std::string_view rest = bytes;
+    while (true) {
+        rest.remove_prefix(asciiLength(rest));
+        if (rest.empty()) return bytes.size();
+        const std::size_t left = rest.size();
+        // A mark that was in the text is three bytes long; one that stands in for a byte leaves the others.
+        if (takeCodePoint(rest) == replacement && left - rest.size() == 1) return bytes.size() - left;
+    }
 }
 
 Converter::Converter(Converter&& other) noexcept

@@ -17,6 +17,8 @@ QX_HOST_API std::string toUtf8(std::u32string_view codePoints);
 QX_HOST_API std::string toUtf8(std::wstring_view wide);
 
 QX_HOST_API bool isAscii(std::string_view bytes);
+/// Where the first byte stands that toUtf32() would not decode; the size when there is none.
+QX_HOST_API std::size_t brokenUtf8In(std::string_view bytes);
 
 /// Decodes the bytes of one code page, as drawings name it: "ANSI_936", "ANSI_1252", "DOS437", "ISO8859-5",
 /// "GB2312", "UTF-8", ... in any case. Not for use by two threads at once.

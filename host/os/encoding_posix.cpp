@@ -1,3 +1,4 @@
+#include "codePages.h"
 #include "encoding.h"
 
 #include <array>
@@ -9,27 +10,14 @@ namespace {
 
 constexpr std::string_view replacementUtf8 = "\xEF\xBF\xBD";
 
-struct PageName {
-    std::string_view prefix; // as drawings write it, in capitals; the rest of the name is taken over
-    std::string_view system;
-};
-
-// In this order: whole names stand before the families they would fall into.
-constexpr std::array pageNames = {
-    PageName{"ANSI_1361", "JOHAB"}, PageName{"ANSI_", "CP"},          PageName{"DOS932", "CP932"},
-    PageName{"DOS", "CP"},          PageName{"ISO_8859", "ISO-8859"}, PageName{"ISO8859", "ISO-8859"},
-    PageName{"8859_", "ISO-8859-"}, PageName{"GB2312", "CP936"},      PageName{"BIG5", "CP950"},
-    PageName{"KSC5601", "CP949"},   PageName{"JOHAB", "JOHAB"},       PageName{"MAC-ROMAN", "MACINTOSH"},
-    PageName{"UTF-8", "UTF-8"},     PageName{"ASCII", "CP1252"},
-};
-
-std::string systemName(std::string_view codePage) {
-    std::string name{codePage};
-    for (char& c : name)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    for (const PageName& page : pageNames)
-        if (name.starts_with(page.prefix)) return std::string{page.system} + name.substr(page.prefix.size());
-    return {};
+/// The converter library's name of a page; empty for 0.
+std::string systemName(unsigned page) {
+    if (page == 0) return {};
+    if (page == johabPage) return "JOHAB";
+    if (page == macRomanPage) return "MACINTOSH";
+    if (page == utf8Page) return "UTF-8";
+    const bool isIso = page >= firstIsoPage && page <= lastIsoPage;
+    return isIso ? "ISO-8859-" + std::to_string(page - firstIsoPage + 1) : "CP" + std::to_string(page);
 }
 
 void* openConversion(const std::string& name) {
@@ -63,9 +51,10 @@ void decodeRun(iconv_t handle, std::string_view& in, std::string& out) {
 
 } // namespace
 
-Converter::Converter(std::string_view codePage) : handle_{openConversion(systemName(codePage))} {
+Converter::Converter(std::string_view codePage)
+    : handle_{openConversion(systemName(codePageNumber(codePage)))} {
     known_ = handle_ != nullptr;
-    if (!known_) handle_ = openConversion("CP1252");
+    if (!known_) handle_ = openConversion(systemName(westernPage));
 }
 
 Converter::~Converter() {

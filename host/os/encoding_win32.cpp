@@ -1,8 +1,7 @@
+#include "codePages.h"
 #include "encoding.h"
 
-#include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <windows.h>
 
@@ -10,46 +9,6 @@ namespace qx::os {
 namespace {
 
 constexpr std::wstring_view undecodable = L"\uFFFD";
-constexpr UINT western = 1252;
-
-struct PageName {
-    std::string_view prefix; // as drawings write it, in capitals; a number follows where `page` is none
-    UINT page;
-    UINT firstOfFamily = 0; // to which the number is added
-};
-
-// In this order: whole names stand before the families they would fall into.
-constexpr std::array pageNames = {
-    PageName{"ANSI_", 0},
-    PageName{"DOS", 0},
-    PageName{"ISO_8859-", 0, 28590},
-    PageName{"ISO8859-", 0, 28590},
-    PageName{"ISO_8859_", 0, 28590},
-    PageName{"8859_", 0, 28590},
-    PageName{"GB2312", 936},
-    PageName{"BIG5", 950},
-    PageName{"KSC5601", 949},
-    PageName{"JOHAB", 1361},
-    PageName{"MAC-ROMAN", 10000},
-    PageName{"UTF-8", CP_UTF8},
-    PageName{"ASCII", western},
-};
-
-/// 0 for a name that means none.
-UINT pageNumber(std::string_view codePage) {
-    std::string name{codePage};
-    for (char& c : name)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    const auto page =
-        std::ranges::find_if(pageNames, [&](const PageName& each) { return name.starts_with(each.prefix); });
-    if (page == pageNames.end()) return 0;
-    const char* const end = name.data() + name.size();
-    const char* const digits = name.data() + page->prefix.size();
-    if (page->page != 0) return digits == end ? page->page : 0;
-    UINT number = 0;
-    const auto [stop, error] = std::from_chars(digits, end, number);
-    return stop == end && error == std::errc{} ? page->firstOfFamily + number : 0;
-}
 
 bool isControl(wchar_t c) { return c >= 0x80 && c < 0xA0; }
 bool isPrivate(wchar_t c) { return c >= 0xE000 && c < 0xF900; }
@@ -136,9 +95,9 @@ private:
 } // namespace
 
 Converter::Converter(std::string_view codePage) {
-    const UINT number = pageNumber(codePage);
+    const UINT number = codePageNumber(codePage);
     known_ = number != 0 && ::IsValidCodePage(number);
-    handle_ = new Page{known_ ? number : western};
+    handle_ = new Page{known_ ? number : westernPage};
 }
 
 Converter::~Converter() { delete static_cast<Page*>(handle_); }

@@ -38,7 +38,7 @@ TEST(Oddities, areFoundWhileReading) {
         {{.entities = {line + "|5 d"}}, "at D: the handle D" + second}, // in two sections
         {{.entities = {large, large}}, "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
         {{.entities = {noHandle, line}},
-         "at AB: 1 entity has no handle, this is the first; no script and no group can name it"},
+         "at AB: 1 entity has no handle; no script and no group can name it"},
         {{.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
          "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
         {{.entities = {"REGION|10 1.0", "WIPEOUT|10 1.0", line, "DIMENSION|10 1.0", "WIPEOUT|10 1.0"}},

@@ -16,7 +16,7 @@ const PictureFrame frame{qx::shape::Box{{-width / 2, -400, 0}, {width / 2, 552 -
 
 TextRun runOf(std::string_view bytes, const AcGeVector3d& along, const AcGeVector3d& up,
               bool isAsInFile = true) {
-    static const auto& utf8 = qx::dxf::Encoding::of("AC1021", "ANSI_1252");
+    static const auto& utf8 = qx::dxf::Encoding::of("UTF-8");
     return {{0, 0, 0}, along, up, {1, 0, 1, 0, 1, false}, bytes, isAsInFile ? &utf8 : nullptr};
 }
 
