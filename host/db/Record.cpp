@@ -1,16 +1,37 @@
 #include "db/Record.h"
 
+#include <deque>
 #include <new>
+#include <utility>
 
 namespace qx::db {
 
-// Chunks of closed drawings stay within reach, one behind the other.
+namespace {
+constexpr std::size_t keptBytes = std::size_t{16} << 20; // of closed drawings besides the last
+}
+
+struct RecordChain::Closed {
+    Chunk* head;
+    std::size_t bytes;
+};
+
+// Chunks of closed drawings stay within reach, those of the oldest only as long as all are small.
 RecordChain::~RecordChain() {
-    static Chunk* closed = nullptr;
     if (!head_) return;
-    for (Chunk* chunk = head_; chunk; chunk = chunk->next) chunk->drawing = nullptr;
-    tail_->next = closed;
-    closed = head_;
+    std::size_t bytes = 0;
+    for (Chunk* chunk = head_; chunk; chunk = chunk->next, bytes += Chunk::bytes) chunk->drawing = nullptr;
+    static std::deque<Closed> closed;
+    static std::size_t total = 0;
+    for (; !closed.empty() && total > keptBytes; closed.pop_front()) {
+        total -= closed.front().bytes;
+        release(closed.front().head);
+    }
+    closed.push_back({head_, bytes});
+    total += bytes;
+}
+
+void RecordChain::release(Chunk* chunk) {
+    while (chunk) ::operator delete (std::exchange(chunk, chunk->next), std::align_val_t{Chunk::bytes});
 }
 
 Record* RecordChain::append() {

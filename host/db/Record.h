@@ -97,7 +97,8 @@ static_assert(sizeof(void*) != 8 || sizeof(Record) == 40);
 class QX_HOST_API RecordChain {
 public:
     explicit RecordChain(Drawing& drawing) : drawing_{drawing} {}
-    /// The chunks outlive the drawing: ids that somebody still holds stay safe to ask.
+    /// The chunks outlive the drawing, so that ids that somebody still holds stay safe to ask: those of the
+    /// drawing that was closed last, and of the ones before it as far as they take little memory.
     ~RecordChain();
     RecordChain(const RecordChain&) = delete;
     RecordChain& operator=(const RecordChain&) = delete;
@@ -137,6 +138,9 @@ private:
     static Chunk* chunkOf(const Record* record) {
         return reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(record) & ~(Chunk::bytes - 1));
     }
+
+    struct Closed;
+    static void release(Chunk* chunk);
 
     Drawing& drawing_;
     Chunk* head_ = nullptr;
