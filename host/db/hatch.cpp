@@ -39,6 +39,7 @@ enum Code : int {
     isCounterClockwise = 73,
     style = 75,
     patternType = 76,
+    numberOfPaths = 91,
     pathFlags = 92,
     splineDegree = 94,
     seeds = 98,
@@ -91,8 +92,10 @@ GroupGrammar::Groups edgeGroups(std::string_view type) {
 
 bool isPolylinePath(std::string_view flags) { return qx::db::toInteger(flags).value_or(0) & isPolyline; }
 
-// A polyline uses the code of an edge's type for something else.
+// What all entities have may use the same codes before the number of paths. A polyline uses the code of an
+// edge's type for something else.
 GroupGrammar::Groups groupsFrom(GroupGrammar::Groups now, const qx::dxf::Tag& tag) {
+    if (now.empty()) return tag.code == numberOfPaths ? GroupGrammar::Groups{beforePaths} : now;
     switch (tag.code) {
     case pathFlags:
         return isPolylinePath(tag.value) ? GroupGrammar::Groups{polylinePath} : edgePath;
@@ -229,7 +232,7 @@ private:
 } // namespace
 
 const FieldTable& AcDbHatch::table() {
-    static const qx::db::ListedGroups lists{offsetof(Data, groups), {beforePaths, groupsFrom}};
+    static const qx::db::ListedGroups lists{offsetof(Data, groups), {{}, groupsFrom}};
     static const FieldTable fields =
         FieldTable::ofEntity(offsetof(Data, groups),
                              {

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace qx::shape {
 
@@ -18,21 +17,6 @@ void IntersectionSink::meet(const Operand& seen) {
         found_.push_back({p, positionAlong(curve_, p, 2 * tolerance), static_cast<int>(found_.size())});
 }
 
-/// Whether the curve passes the box, which is not empty, at some distance: asked of a ball around it.
-bool IntersectionSink::isAway(const Box& box) const {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const AcGePoint3d centre = box.centre();
-    const double radius = sizeOf(box) / 2 + 1e-9 * largestCoordinate(centre);
-    if (const auto* segment = std::get_if<Segment>(&curve_.primitive)) {
-        Straight straight = straightBetween(segment->start, segment->end);
-        if (curve_.extent == Extent::extended && segment->extendsAtStart) straight.lowest = -infinity;
-        if (curve_.extent == Extent::extended && segment->extendsAtEnd) straight.highest = infinity;
-        return straight.distanceTo(centre) > radius;
-    }
-    const auto* arc = std::get_if<EllipticArc>(&curve_.primitive);
-    return arc && std::abs(centre.distanceTo(arc->centre) - arc->u.length()) > radius;
-}
-
 // Curves that do not lie upon each other have at most as many points in common as their degrees make, the
 // arc's being two; on each of them two chords may meet.
 void IntersectionSink::bezier(const Bezier& curve) {
@@ -41,7 +25,9 @@ void IntersectionSink::bezier(const Bezier& curve) {
     if (!std::isfinite(tolerance)) return;
     const std::size_t before = found_.size();
     subdivide(curve, [&](const Bezier& piece, bool isSmall) {
-        if (isAway(hullBox(piece))) return false;
+        const Box box = hullBox(piece);
+        const double radius = sizeOf(box) / 2 + 1e-9 * largestCoordinate(box.centre());
+        if (!canReach(curve_, box.centre(), radius)) return false;
         if (!isSmall && bendOf(piece) > tolerance) return true;
         meet({Segment{piece.start(), piece.end()}, seen_});
         return false;

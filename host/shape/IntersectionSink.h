@@ -1,5 +1,7 @@
 // Where a straight line or an arc of a circle meets everything seen. Points that are met more than once, as
-// the shared ends of neighbours are, count once. Memory is taken for the points found and for nothing else.
+// the shared ends of neighbours are, count once. A Bézier curve is met by chords, cut where it comes near
+// until they are within 1e-10 of its size; one that lies upon the arc meets it at the ends of what they have
+// in common. Memory is taken for the points found and for nothing else.
 #pragma once
 
 #include "shape/Sink.h"
@@ -37,7 +39,6 @@ private:
     };
 
     void meet(const Operand& seen);
-    bool isAway(const Box& box) const;
     void dropRepeats();
 
     Operand curve_;

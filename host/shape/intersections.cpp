@@ -227,6 +227,15 @@ double positionAlong(const Operand& operand, const AcGePoint3d& point, double to
     return positionAlong(curveOf(operand, tolerance), point, tolerance);
 }
 
+bool canReach(const Operand& operand, const AcGePoint3d& centre, double radius) {
+    if (std::holds_alternative<TextRun>(operand.primitive)) return true;
+    const Curve curve = curveOf(operand, 0);
+    if (const auto* straight = std::get_if<Straight>(&curve.form))
+        return straight->distanceTo(centre) <= radius;
+    const auto& circle = std::get<EllipticArc>(curve.form);
+    return std::abs(centre.distanceTo(circle.centre) - circle.u.length()) <= radius;
+}
+
 Meetings intersections(const Operand& first, const Operand& second) {
     if (!isUsable(first) || !isUsable(second)) return {};
     const double tolerance = contactTolerance(first, second);

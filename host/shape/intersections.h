@@ -46,6 +46,9 @@ private:
 /// that are not finite or beyond 1e50.
 QX_HOST_API Meetings intersections(const Operand& first, const Operand& second);
 
+/// False when the operand, an arc being one of a circle, is certainly farther than `radius` from the point.
+bool canReach(const Operand& operand, const AcGePoint3d& centre, double radius);
+
 /// How near counts as meeting.
 QX_HOST_API double contactTolerance(const Operand& first, const Operand& second);
 

@@ -190,6 +190,8 @@ const PatchCase cases[] = {
      "0.0|231 0.0|212 0.0|222 0.0|232 0.0|213 5.0|223 0.0|233 0.0"},
     {quarter, "LEADER|72 0|10 1.0>0.0|20 0.0>1.0|30 0.0|211 1.0>0.0|221 0.0>1.0|231 0.0|213 5.0>0.0|223 "
               "0.0>5.0|233 0.0"},
+    // What all entities may have before a hatch's own groups is not its boundary.
+    {shift(1, 0), "HATCH|92 2|310 AB|100 AcDbHatch|10 0.0|20 0.0|30 0.0|91 1|92 2|93 1|10 1.0>2.0|20 1.0"},
     // Hatches: the elevation point moves in z only; boundary, pattern base and seeds move.
     {shift(1, 0, 2),
      "HATCH|10 0.0|20 0.0|30 0.0>2.0|2 X|91 1|92 1|93 2|72 1|10 1.0>2.0|20 0.0|11 3.0>4.0|21 "
