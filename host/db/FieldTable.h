@@ -121,6 +121,7 @@ struct FieldTable {
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
     const ListedGroups* lists = nullptr;
+    std::uint16_t listOffset = 0;     ///< of the list that they fill; 0: none
     std::vector<PointField> points;   ///< those of `fields` that every motion reaches
     std::vector<Field> untranslated;  ///< those that a translation leaves alone: they turn or scale
     const Field* normal = nullptr;    ///< one of the latter
@@ -133,7 +134,10 @@ template <class T> T& memberAt(void* base, std::size_t offset) {
 }
 
 /// The object's own list of values; null for the many classes that have none.
-GroupList* listOf(const Fields& fields);
+inline GroupList* listOf(const Fields& fields) {
+    const std::uint16_t offset = fields.table->listOffset;
+    return offset != 0 ? &memberAt<GroupList>(fields.base, offset) : nullptr;
+}
 
 /// Calls `visit` with each value of the lists of an object: its own, and the points in the extended data.
 template <class Visit> void forEachListed(const Fields& fields, Visit&& visit) {

@@ -89,11 +89,6 @@ bool readListed(const GroupWalk::Place& place, std::string_view text, GroupList&
 
 } // namespace
 
-GroupList* listOf(const Fields& fields) {
-    const ListedGroups* lists = fields.table->lists;
-    return lists ? &memberAt<GroupList>(fields.base, lists->offset) : nullptr;
-}
-
 FieldTable FieldTable::ofEntity(std::size_t plainSize, const std::vector<Field>& fields,
                                 const VertexGroups* vertexGroups, const ListedGroups* listedGroups) {
     std::vector<Field> all{
@@ -108,6 +103,7 @@ FieldTable::FieldTable(std::size_t plain, std::vector<Field> list, const VertexG
                        const ListedGroups* listedGroups)
     : plainSize{plain}, fields{std::move(list)}, vertices{vertexGroups}, lists{listedGroups} {
     slotByCode.fill(noSlot);
+    if (lists) listOffset = lists->offset;
     for (const Field& field : fields) {
         addSlots(field, slots);
         if (field.role == Role::worldPoint || field.role == Role::ocsPoint)
