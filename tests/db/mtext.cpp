@@ -139,6 +139,25 @@ TEST(MText, isDecodedOnce) {
     }
 }
 
+TEST(MText, hasItsStylesWidthAndSlant) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"7 wIDE|1 H", "0.2..2.5 0..1 0..0"},
+        {"7 Wide|1 \\W1;H", "0.1..1.75 0..1 0..0"},
+        {"7 Wide|1 \\Q0;{\\W0.5x;H}", "0.1..0.75 0..1 0..0"},
+        {"7 Unknown|1 H", "0.1..0.75 0..1 0..0"},
+        {"1 H", "0.05..0.375 0..1 0..0"},
+        {"7 Wrong|1 H", "0.1..0.75 0..1 0..0"},
+    };
+    const std::string styles =
+        "B|70 0|0 ENDTAB|0 TABLE|2 STYLE|0 STYLE|2 Wide|41 2.0|50 45.0|0 STYLE|2 Wrong|41 -2.0"
+        "|0 STYLE|2 Standard|41 0.5";
+    for (const auto& [groups, expected] : cases) {
+        const auto drawing = read(
+            DrawingText{.entities = {"MTEXT|10 0.0|40 1.0|71 7|"s + groups}, .layers = {styles}}.bytes());
+        EXPECT_EQ(extents(*drawing, 0x100), expected) << groups;
+    }
+}
+
 TEST(MText, followsItsScaleAndItsUndoing) {
     const auto drawing = read(DrawingText{.entities = {"MTEXT|10 1.0|20 2.0|40 1.0|41 2.0|1 H H"}}.bytes());
     EXPECT_EQ(extents(*drawing, 0x100), "1.1..1.75 -0.666667..2 0..0");
