@@ -73,7 +73,8 @@ const FieldTable& AcDbMText::table() {
 }
 
 // An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they
-// go on saying the same.
+// go on saying the same. Where neither is said and the lines don't run along world x, it is by an angle of 0:
+// a direction worked out here would be written as if it had changed.
 bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
     const qx::db::TextStyle style = drawing.textStyle(data_.styleName);
     data_.widthFactor = style.widthFactor;
@@ -88,9 +89,9 @@ bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
     const AcGeVector3d& given = data_.direction;
     hasDirection = hasDirection && (given.x != 0 || given.y != 0 || given.z != 0);
     data_.isByAngle = hasAngle && (data_.isByAngle || !hasDirection);
-    data_.turnsAngle = hasAngle;
-    data_.turnsDirection = hasDirection || !hasAngle;
-    if (!hasDirection && !hasAngle) data_.direction = OcsFrame{data_.normal}.x;
+    if (!hasDirection && !hasAngle) data_.isByAngle = !given.isEqualTo(OcsFrame{data_.normal}.x);
+    data_.turnsAngle = hasAngle || data_.isByAngle;
+    data_.turnsDirection = hasDirection || !data_.turnsAngle;
     return true;
 }
 
