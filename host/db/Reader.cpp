@@ -289,7 +289,10 @@ void Reader::finishRecord(const char* end) {
     default:
         break;
     }
-    if (section_ != Section::other && section_ != Section::none) oddities_.note(record_, bytes);
+    if (section_ == Section::none)
+        record_->handle = 0; // nothing means it
+    else if (section_ != Section::other)
+        oddities_.note(record_, bytes);
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }
 

@@ -15,7 +15,7 @@ namespace qx::shape {
 
 /// One span of a B-spline: degree + 1 control points and twice as many knots as its degree, the span lying
 /// between the middle ones. It slides along the spline as knots and points come.
-class SplineSpan {
+class QX_HOST_API SplineSpan {
 public:
     /// From 1 to Bezier::mostDegree.
     explicit SplineSpan(int degree) : degree_{static_cast<std::size_t>(degree)} {}

@@ -141,7 +141,7 @@ const PatchCase cases[] = {
     // Multiline text by a direction: only that turns.
     {half, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|11 0.0|21 2.0>-2.0"},
     // Multiline text by neither gets a direction.
-    {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|>11 0.0|>21 1.0|>31 0.0|7 S"},
+    {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|7 S|>11 0.0|>21 1.0|>31 0.0"},
     // Multiline text by both: both turn.
     {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|11 1.0>0.0|21 0.0>1.0|50 0.0>90.0"},
     {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|50 100.0>10.0|210 0|220 0|230 -1"},

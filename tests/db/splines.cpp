@@ -56,7 +56,7 @@ TEST(Splines, areReadAsTheyStand) {
         {"SPLINE|71 3|40 0|40 0|40 0|40 1|40 0|40 1|40 1|40 1" + four, none},
         {"SPLINE|71 3|40 0|40 0|40 0|40 0|40 0|40 0|40 0|40 0" + four, none},
         {"SPLINE|71 26|40 0|10 0.0", none},
-        {"SPLINE|71 3" + bezierKnots + four + "|10 x", "the value 58 lines further on is no numb"},
+        {"SPLINE|71 3" + bezierKnots + four + "|10 x", "the value 43 lines further on is no numb"},
     };
     for (const auto& [entity, expected] : cases) EXPECT_EQ(described(entity), expected) << entity;
 }
