@@ -290,6 +290,7 @@ void Reader::finishRecord(const char* end) {
         break;
     }
     if (section_ != Section::other && section_ != Section::none) oddities_.note(record_, bytes);
+    if (section_ == Section::none) record_->handle = 0; // it must not be found in place of another
     if (record_->kind == Kind::endSection) section_ = Section::none;
 }
 
