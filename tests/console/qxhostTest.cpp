@@ -110,7 +110,8 @@ TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
     EXPECT_TRUE(result.errors.starts_with("qxhost: finding 1: odd.dxf:")) << result.errors;
     EXPECT_NE(result.errors.find(": the handle A1 is given a second time"), std::string::npos)
         << result.errors;
-    EXPECT_NE(result.errors.find("qxhost: finding 2: odd.dxf: " + hatch + '\n'), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find("qxhost: finding 2: odd.dxf: " + hatch + '\n'), std::string::npos)
+        << result.errors;
     EXPECT_NE(contentOf(folder / "r.json").find(hatch), std::string::npos);
     EXPECT_NE(run("a.dxf -s -", "OPEN odd.dxf\n").errors.find(hatch), std::string::npos);
     EXPECT_EQ(run("a.dxf -s -", "").errors.find("a.dxf"), std::string::npos) << "nothing odd, nothing said";
