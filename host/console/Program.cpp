@@ -72,7 +72,8 @@ void printFindings(const db::Drawing& drawing) {
     const auto& findings = drawing.findings();
     for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
         const std::string line = findings[i].line > 0 ? ':' + std::to_string(findings[i].line) : "";
-        printError(drawing.path() + line + ": " + findings[i].sentence);
+        printError("finding " + std::to_string(i + 1) + ": " + drawing.path() + line + ": " +
+                   findings[i].sentence);
     }
     if (findings.size() > most)
         printError(drawing.path() + ": " + std::to_string(findings.size() - most) +

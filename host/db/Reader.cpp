@@ -290,7 +290,7 @@ void Reader::finishRecord(const char* end) {
         break;
     }
     if (section_ == Section::none)
-        record_->handle = 0; // nothing means it
+        record_->handle = 0; // it must not be found in place of another
     else if (section_ != Section::other)
         oddities_.note(record_, bytes);
     if (record_->kind == Kind::endSection) section_ = Section::none;

@@ -107,10 +107,11 @@ TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
     const std::string hatch = "1 object of classes that are only kept (WIPEOUT 1) can't be selected";
     const Outcome result = run("odd.dxf -s - --report r.json", "");
     EXPECT_EQ(result.exit, 0);
-    EXPECT_TRUE(result.errors.starts_with("qxhost: odd.dxf:")) << result.errors;
+    EXPECT_TRUE(result.errors.starts_with("qxhost: finding 1: odd.dxf:")) << result.errors;
     EXPECT_NE(result.errors.find(": the handle A1 is given a second time"), std::string::npos)
         << result.errors;
-    EXPECT_NE(result.errors.find("qxhost: odd.dxf: " + hatch + '\n'), std::string::npos) << result.errors;
+    EXPECT_NE(result.errors.find("qxhost: finding 2: odd.dxf: " + hatch + '\n'), std::string::npos)
+        << result.errors;
     EXPECT_NE(contentOf(folder / "r.json").find(hatch), std::string::npos);
     EXPECT_NE(run("a.dxf -s -", "OPEN odd.dxf\n").errors.find(hatch), std::string::npos);
     EXPECT_EQ(run("a.dxf -s -", "").errors.find("a.dxf"), std::string::npos) << "nothing odd, nothing said";
