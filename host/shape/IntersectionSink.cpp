@@ -1,9 +1,8 @@
 #include "shape/IntersectionSink.h"
 
-#include "shape/Straight.h"
+#include "shape/bezierContacts.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace qx::shape {
 
@@ -17,24 +16,14 @@ void IntersectionSink::meet(const Operand& seen) {
         found_.push_back({p, positionAlong(curve_, p, 2 * tolerance), static_cast<int>(found_.size())});
 }
 
-// Curves that do not lie upon each other have at most as many points in common as their degrees make, the
-// arc's being two; on each of them two chords may meet.
 void IntersectionSink::bezier(const Bezier& curve) {
-    const Box hull = hullBox(curve);
-    const double tolerance = 1e-10 * sizeOf(hull);
-    if (!std::isfinite(tolerance)) return;
-    const std::size_t before = found_.size();
-    subdivide(curve, [&](const Bezier& piece, bool isSmall) {
-        const Box box = hullBox(piece);
-        const double radius = sizeOf(box) / 2 + 1e-9 * largestCoordinate(box.centre());
-        if (!canReach(curve_, box.centre(), radius)) return false;
-        if (!isSmall && bendOf(piece) > tolerance) return true;
-        meet({Segment{piece.start(), piece.end()}, seen_});
-        return false;
-    });
-    const std::size_t most = 4 * static_cast<std::size_t>(curve.degree);
-    if (found_.size() - before > most)
-        found_.erase(found_.begin() + static_cast<std::ptrdiff_t>(before) + 1, found_.end() - 1);
+    if (std::holds_alternative<TextRun>(curve_.primitive)) return;
+    const BezierContacts contacts{curve, curve_};
+    if (contacts.points().empty()) return;
+    tolerance_ = std::max(tolerance_, contacts.tolerance());
+    for (const AcGePoint3d& p : contacts.points())
+        found_.push_back(
+            {p, positionAlong(curve_, p, 2 * contacts.tolerance()), static_cast<int>(found_.size())});
 }
 
 // All points lie on the curve, so that equal ones stand side by side when they are sorted along it.

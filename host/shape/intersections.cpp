@@ -227,13 +227,16 @@ double positionAlong(const Operand& operand, const AcGePoint3d& point, double to
     return positionAlong(curveOf(operand, tolerance), point, tolerance);
 }
 
-bool canReach(const Operand& operand, const AcGePoint3d& centre, double radius) {
-    if (std::holds_alternative<TextRun>(operand.primitive)) return true;
+double distanceTo(const Operand& operand, const AcGePoint3d& point) {
     const Curve curve = curveOf(operand, 0);
-    if (const auto* straight = std::get_if<Straight>(&curve.form))
-        return straight->distanceTo(centre) <= radius;
-    const auto& circle = std::get<EllipticArc>(curve.form);
-    return std::abs(centre.distanceTo(circle.centre) - circle.u.length()) <= radius;
+    if (const auto* straight = std::get_if<Straight>(&curve.form)) return straight->distanceTo(point);
+    const auto& arc = std::get<EllipticArc>(curve.form);
+    const double radius = arc.u.length();
+    const AcGeVector3d x = arc.u / radius, y = arc.v / radius, way = point - arc.centre;
+    const double along = way.dotProduct(x), across = way.dotProduct(y);
+    if (!arc.contains(along, across))
+        return std::min(point.distanceTo(arc.start()), point.distanceTo(arc.end()));
+    return std::hypot(std::hypot(along, across) - radius, way.dotProduct(x.crossProduct(y)));
 }
 
 Meetings intersections(const Operand& first, const Operand& second) {

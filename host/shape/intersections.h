@@ -46,8 +46,8 @@ private:
 /// that are not finite or beyond 1e50.
 QX_HOST_API Meetings intersections(const Operand& first, const Operand& second);
 
-/// False when the operand, an arc being one of a circle, is certainly farther than `radius` from the point.
-bool canReach(const Operand& operand, const AcGePoint3d& centre, double radius);
+/// Of an operand that is no text; an arc is to be one of a circle.
+double distanceTo(const Operand& operand, const AcGePoint3d& point);
 
 /// How near counts as meeting.
 QX_HOST_API double contactTolerance(const Operand& first, const Operand& second);

@@ -32,6 +32,14 @@ public:
         for (const AcGePoint3d& corner : run.inkCorners()) points.push_back(corner);
     }
 
+    void bezier(const shape::Bezier& curve) override {
+        for (const shape::WeightedPoint& each : curve.controls()) points.push_back(each.point);
+    }
+    void endless(const shape::Endless& line) override {
+        points.push_back(line.base);
+        points.push_back(line.base + line.along);
+    }
+
     std::vector<AcGePoint3d> points;
 };
 
