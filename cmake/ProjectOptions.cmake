@@ -42,3 +42,8 @@ if(QX_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+option(QX_FUZZ "Build the fuzz targets in place of the tests (needs clang)" OFF)
+if(QX_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

@@ -15,8 +15,9 @@ namespace qx::db {
 
 namespace {
 
-// Enough for any block a person draws; a reference beyond that is drawn as a box.
-constexpr std::size_t drawingBudget = 1'000'000;
+// Enough for any block a person draws, and for all references of a drawing together. A reference beyond that
+// is drawn as a box, but never one that draws no more than a modest block.
+constexpr std::size_t mostOfOne = 1'000'000, mostOfAll = 20'000'000, modest = 1000;
 constexpr std::size_t deepestNesting = 64;
 
 void drawBox(const shape::Box& box, shape::Sink& sink) {
@@ -69,6 +70,7 @@ BlockDefinition& Blocks::addRecord(Record* record, std::string_view bytes) {
     byRecord_[record] = &definition;
     definition.key = keyOf(bytes);
     byFoldedName_.try_emplace(definition.key, &definition);
+    if (record->handle) byHandle_.try_emplace(record->handle, &definition);
     return definition;
 }
 
@@ -89,6 +91,22 @@ void Blocks::addEnd(Record* record) {
 BlockDefinition* Blocks::of(const Record* blockRecord) const {
     const auto found = byRecord_.find(blockRecord);
     return found == byRecord_.end() ? nullptr : found->second;
+}
+
+BlockDefinition* Blocks::withHandle(std::uint64_t handle) const {
+    const auto found = byHandle_.find(handle);
+    return found == byHandle_.end() ? nullptr : found->second;
+}
+
+// Model space has nearly all of the section, any other layout hardly anything: no walk for each of those.
+const std::vector<Record*>& Blocks::onSheet(const BlockDefinition& layout) {
+    if (!std::exchange(areSheetsListed_, true))
+        drawing_.forEachInSection([&](Record* each) {
+            if (!each->owner || each->owner == drawing_.modelSpace()) return;
+            BlockDefinition* definition = of(each->owner);
+            if (definition && definition->isLayout) definition->onSheet.push_back(each);
+        });
+    return layout.onSheet;
 }
 
 BlockDefinition* Blocks::namedUtf8(std::string_view name) const {
@@ -125,8 +143,38 @@ void Blocks::shape(BlockDefinition& definition, shape::Sink& sink) {
         return;
     }
     if (depth_ == 0) drawn_ = 0;
-    if (isMeasuring_ || drawn_ + sizeOf(definition) > drawingBudget) return drawBox(boxOf(definition), sink);
+    const std::size_t size = sizeOf(definition);
+    if (isMeasuring_ || drawn_ + size > budgetFor(size)) return drawBox(boxOf(definition), sink);
     walk(definition, sink);
+}
+
+// Drawings whose references are all modest are not looked through for it.
+std::size_t Blocks::budgetFor(std::size_t size) {
+    if (depth_ == 0 && budget_ == 0 && size > modest) budget_ = budgetOfOne();
+    return budget_ ? budget_ : mostOfOne;
+}
+
+// A few lines of text can ask for a thousand references to what is just within bounds.
+std::size_t Blocks::budgetOfOne() {
+    std::size_t references = 0, entities = 0;
+    drawing_.forEachInModelSpace([&](Record* each) {
+        if (!showsBlock(each->kind)) return;
+        ++references;
+        entities = std::min(entities + drawnBy(each), mostOfAll + 1);
+    });
+    return entities > mostOfAll ? std::max(modest, mostOfAll / references) : mostOfOne;
+}
+
+// How many entities a reference, or a dimension's picture, draws.
+std::size_t Blocks::drawnBy(Record* reference) {
+    const AcDbEntity* entity = drawing_.liveEntity(reference);
+    if (!entity) return 0;
+    const auto* dimension = AcDbDimension::cast(entity);
+    BlockDefinition* shown =
+        dimension ? dimension->blockMovedAlong()
+                  : of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
+    const auto* array = AcDbMInsertBlock::cast(entity);
+    return shown ? std::min(sizeOf(*shown), mostOfOne + 1) * (array ? array->cellCount() : 1) : 0;
 }
 
 void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
@@ -144,7 +192,8 @@ void Blocks::walk(BlockDefinition& definition, shape::Sink& sink) {
 
 bool Blocks::hasRoomFor(BlockDefinition* definition, std::size_t others, std::size_t copies) {
     const std::size_t each = (definition ? sizeOf(*definition) : 0) + others + 1;
-    const std::size_t left = drawingBudget - std::min(drawingBudget, depth_ == 0 ? 0 : drawn_);
+    const std::size_t budget = budgetFor(std::min(each, mostOfOne) * copies);
+    const std::size_t left = budget - std::min(budget, depth_ == 0 ? 0 : drawn_);
     const bool hasRoom = copies <= left / each;
     if (!hasRoom && !isMeasuring_ && definition)
         drawing_.addFinding(definition->begin,
@@ -162,16 +211,10 @@ std::size_t Blocks::sizeOf(BlockDefinition& definition) {
     definition.isBeingDrawn = true;
     ++depth_;
     drawing_.forEachInBlock(definition.record, [&](Record* each) {
-        const auto* entity = size <= drawingBudget ? drawing_.liveEntity(each) : nullptr;
+        const auto* entity = size <= mostOfOne ? drawing_.liveEntity(each) : nullptr;
         if (!entity) return;
         ++size;
-        if (!showsBlock(each->kind)) return;
-        const auto* dimension = AcDbDimension::cast(entity);
-        BlockDefinition* shown =
-            dimension ? dimension->blockMovedAlong()
-                      : of(static_cast<const AcDbBlockReference*>(entity)->blockTableRecord().record());
-        const auto* array = AcDbMInsertBlock::cast(entity);
-        if (shown) size += std::min(sizeOf(*shown), drawingBudget + 1) * (array ? array->cellCount() : 1);
+        if (showsBlock(each->kind)) size += drawnBy(each);
     });
     --depth_;
     definition.isBeingDrawn = false;

@@ -1,6 +1,6 @@
 // Block definitions: what a block is made of, and what it looks like. A definition that contains itself is
-// drawn without the inner copy, and a reference that would be drawn as too many primitives as a box; both are
-// noted as findings.
+// drawn without the inner copy, and a reference that would be drawn as too many primitives, by itself or with
+// all others, as a box; both are noted as findings.
 #pragma once
 
 #include "db/Record.h"
@@ -26,9 +26,10 @@ struct BlockDefinition {
     bool isLayout = false;    ///< model or paper space
     bool isCurrent = false;   ///< the layout that has its entities in a section of their own
     bool isPaper = false;
-    Record* dimension = nullptr; ///< the one with which the content has moved
-    AcGePoint3d basePoint;       ///< what comes to a reference's insertion point
-    std::vector<Record*> made;   ///< entities that were added in this session
+    Record* dimension = nullptr;  ///< the one with which the content has moved
+    AcGePoint3d basePoint;        ///< what comes to a reference's insertion point
+    std::vector<Record*> made;    ///< entities that were added in this session
+    std::vector<Record*> onSheet; ///< of a layout, once Blocks::onSheet() was asked
 
     /// New entities go to the section of entities; otherwise before the ENDBLK, if there is one.
     bool isInSection() const { return isCurrent || (isLayout && !end); }
@@ -56,6 +57,8 @@ public:
     static std::string_view nameIn(std::string_view bytes);
 
     BlockDefinition* of(const Record* blockRecord) const;
+    /// The first one whose record has the handle; null when there is none.
+    BlockDefinition* withHandle(std::uint64_t handle) const;
     /// By name, as the file spells it or in UTF-8; null when there is none.
     BlockDefinition* named(std::string_view bytes) const;
     BlockDefinition* namedUtf8(std::string_view name) const;
@@ -66,6 +69,8 @@ public:
     /// How many of them there are.
     std::size_t usesOf(const BlockDefinition& definition) const;
     std::deque<BlockDefinition>& all() { return definitions_; }
+    /// What a layout other than model space has in the section of entities.
+    const std::vector<Record*>& onSheet(const BlockDefinition& layout);
 
     /// What the definition looks like, in its own coordinates.
     void shape(BlockDefinition& definition, shape::Sink& sink);
@@ -81,6 +86,9 @@ private:
     std::string keyOf(std::string_view bytes) const;
     std::string decodedName(std::string_view bytes) const;
     std::size_t sizeOf(BlockDefinition& definition);
+    std::size_t budgetOfOne();
+    std::size_t budgetFor(std::size_t size);
+    std::size_t drawnBy(Record* reference);
     const shape::Box& boxOf(BlockDefinition& definition);
     void walk(BlockDefinition& definition, shape::Sink& sink);
 
@@ -89,10 +97,13 @@ private:
     std::unordered_map<const Record*, BlockDefinition*> byRecord_;
     std::unordered_map<std::string, BlockDefinition*> byFoldedName_;
     std::unordered_map<std::string, std::size_t> uses_; ///< of anonymous blocks, by folded name
+    std::unordered_map<std::uint64_t, BlockDefinition*> byHandle_;
+    bool areSheetsListed_ = false;
     BlockDefinition* beingRead_ = nullptr;
     std::uint32_t version_ = 1;
     std::size_t depth_ = 0;
-    std::size_t drawn_ = 0; ///< entities handed over in the running walk
+    std::size_t drawn_ = 0;  ///< entities handed over in the running walk
+    std::size_t budget_ = 0; ///< how many entities one reference may draw; 0 until a large one is drawn
     bool isMeasuring_ = false;
 };
 

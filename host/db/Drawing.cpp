@@ -48,9 +48,8 @@ Drawing::~Drawing() {
 }
 
 void Drawing::addFindingAt(const char* where, std::string sentence) const {
-    const Finding finding{lineOf(where), std::move(sentence)};
-    if (findings_.size() < mostFindings && std::ranges::find(findings_, finding) == findings_.end())
-        findings_.push_back(finding);
+    if (findings_.size() >= mostFindings || !noted_.emplace(where, sentence).second) return;
+    findings_.push_back({lineOf(where), std::move(sentence)});
 }
 
 std::size_t Drawing::lineOf(const char* where) const {

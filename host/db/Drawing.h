@@ -21,6 +21,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -91,6 +92,11 @@ public:
     /// Main entities of a block in file order, then new ones; erased ones included, attributes and vertices
     /// not.
     template <class Visit> void forEachInBlock(const Record* blockRecord, Visit&& visit) const;
+    /// Everything in the section of entities, whosever it is; new entities left out.
+    template <class Visit> void forEachInSection(Visit&& visit) const {
+        Record* each = entities_ ? RecordChain::next(entities_) : nullptr;
+        for (; each && each->kind != Kind::endSection; each = RecordChain::next(each)) visit(each);
+    }
     template <class Visit> void forEachInModelSpace(Visit&& visit) const {
         forEachInBlock(modelSpace_, visit);
     }
@@ -254,6 +260,7 @@ private:
     RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
     mutable std::optional<std::unordered_map<std::string, TextStyle>> textStyles_; ///< by folded name
+    mutable std::set<std::pair<const char*, std::string>> noted_; ///< what the findings say, and where
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
     mutable std::size_t indexed_ = 0;
     mutable std::uint32_t mark_ = 0;
@@ -264,12 +271,20 @@ private:
 template <class Visit> void Drawing::forEachInBlock(const Record* blockRecord, Visit&& visit) const {
     const BlockDefinition* definition = blocks_->of(blockRecord);
     if (!definition) return;
-    const auto visitUpTo = [&](Record* from, Kind last) {
-        for (Record* each = from; each && each->kind != last; each = RecordChain::next(each))
-            if (each->owner == blockRecord) visit(each);
+    const auto visitOwn = [&](Record* each) {
+        if (each->owner == blockRecord) visit(each);
     };
-    if (definition->begin) visitUpTo(RecordChain::next(definition->begin), Kind::endBlock);
-    if (definition->isLayout && entities_) visitUpTo(RecordChain::next(entities_), Kind::endSection);
+    const auto endsBlock = [](const Record* each) {
+        return each->kind == Kind::endBlock || each->kind == Kind::block || each->kind == Kind::endSection;
+    };
+    if (definition->begin) {
+        Record* each = RecordChain::next(definition->begin);
+        for (; each && !endsBlock(each); each = RecordChain::next(each)) visitOwn(each);
+    }
+    if (blockRecord == modelSpace_)
+        forEachInSection(visitOwn);
+    else if (definition->isLayout)
+        for (Record* each : blocks_->onSheet(*definition)) visit(each);
     for (Record* each : definition->made) visit(each);
 }
 

@@ -347,11 +347,9 @@ void Reader::finishEntity() {
 
 Record* Reader::ownerOfEntity() {
     if (!ownerHandle_.empty() && ownerHandle_ != lastOwnerHandle_) {
-        const std::uint64_t handle = dxf::toHandle(ownerHandle_).value_or(0);
+        const BlockDefinition* owner = drawing_.blocks_->withHandle(dxf::toHandle(ownerHandle_).value_or(0));
         lastOwnerHandle_ = ownerHandle_;
-        lastOwner_ = nullptr;
-        for (const BlockDefinition& definition : drawing_.blocks_->all())
-            if (handle != 0 && definition.record->handle == handle) lastOwner_ = definition.record;
+        lastOwner_ = owner ? owner->record : nullptr;
     }
     if (!ownerHandle_.empty() && lastOwner_) return lastOwner_;
     if (!ownerHandle_.empty() && ownerHandle_ != "0") oddities_.noteLostOwner(record_);

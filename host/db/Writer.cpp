@@ -172,9 +172,13 @@ void Writer::writeHeader(const Record* record) {
 void Writer::writeNewBefore(const Record* record) {
     if (!newestHandle_) return;
     if (record == newSectionBefore_) return writeNewSection();
-    const bool endsEntities = record->kind == Kind::endSection && record == drawing_.endOfEntities();
-    for (const BlockDefinition& definition : drawing_.blocks().all())
-        if (definition.isInSection() ? endsEntities : definition.end == record) writeNew(definition);
+    if (record->kind == Kind::endBlock) {
+        const BlockDefinition* definition = drawing_.blocks().of(record->owner);
+        if (definition && definition->end == record && !definition->isInSection()) writeNew(*definition);
+    } else if (record->kind == Kind::endSection && record == drawing_.endOfEntities()) {
+        for (const BlockDefinition& definition : drawing_.blocks().all())
+            if (definition.isInSection()) writeNew(definition);
+    }
 }
 
 // The usual place: behind all that entities refer to, before the objects.

@@ -109,13 +109,12 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType) const {
 }
 
 Acad::ErrorStatus AcDbDictionary::getAt(const ACHAR* name, AcDbObjectId& id) const {
-    for (const auto& entry :
-         std::ranges::equal_range(*entries_, foldedKey(name), {}, &AcDbDictionaryEntry::key)) {
-        if (entry.id.isErased()) continue;
-        id = entry.id;
-        return Acad::eOk;
-    }
-    return Acad::eKeyNotFound;
+    const auto key = foldedKey(name);
+    auto entry = std::ranges::lower_bound(*entries_, key, {}, &AcDbDictionaryEntry::key);
+    while (entry != entries_->end() && entry->key == key && entry->id.isErased()) ++entry;
+    if (entry == entries_->end() || entry->key != key) return Acad::eKeyNotFound;
+    id = entry->id;
+    return Acad::eOk;
 }
 
 bool AcDbDictionary::has(const ACHAR* name) const {

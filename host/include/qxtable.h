@@ -57,8 +57,15 @@ template <class Entry> const Entry** placed(const Entry** pointer) {
 
 #endif
 
+// Where there is no such attribute, entries stay in order by themselves.
+#if __has_attribute(no_reorder)
+#define QX_TABLE_ORDER , no_reorder
+#else
+#define QX_TABLE_ORDER
+#endif
+
 /// Adds a record to a table, under a name that is unique in the source; the values follow.
 #define QX_TABLE_ENTRY(SECTION, ENTRY, NAME, ...)                                                            \
     static const ENTRY NAME = {__VA_ARGS__};                                                                 \
-    __attribute__((section(QX_TABLE_PLACE(SECTION)), used, no_reorder)) static const ENTRY* NAME##Address =  \
-        &NAME
+    __attribute__((section(QX_TABLE_PLACE(SECTION)),                                                         \
+                   used QX_TABLE_ORDER)) static const ENTRY* NAME##Address = &NAME

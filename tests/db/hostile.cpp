@@ -1,0 +1,163 @@
+// Drawings that are made to hang or to exhaust the host: each is looked at from all sides within seconds.
+#include "draw/Svg.h"
+#include "drawings/DrawingText.h"
+#include "ed/picking.h"
+
+#include <chrono>
+
+using namespace drawings;
+using qx::db::Drawing;
+using qx::db::Record;
+
+namespace {
+
+constexpr int many = 20000;
+const std::string unitLine = "LINE|10 1.0|20 2.0|11 3.0|21 2.0";
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string all;
+    for (std::size_t i = 0; i < times; ++i) all += text;
+    return all;
+}
+
+std::vector<BlockText> chain(int length, int copies) {
+    std::vector<BlockText> blocks;
+    for (int i = 0; i < length; ++i)
+        blocks.push_back({std::to_string(i), std::vector<std::string>(static_cast<std::size_t>(copies),
+                                                                      "INSERT|2 " + std::to_string(i + 1))});
+    blocks.push_back({std::to_string(length), {unitLine}});
+    return blocks;
+}
+
+std::vector<BlockText> allInAll(int count) {
+    std::vector<BlockText> blocks;
+    for (int i = 0; i < count; ++i) {
+        blocks.push_back({std::to_string(i), {unitLine}});
+        for (int other = 0; other < count; ++other)
+            blocks.back().entities.push_back("INSERT|2 " + std::to_string(other));
+    }
+    return blocks;
+}
+
+std::vector<std::string> references(const char* form, int count) {
+    std::vector<std::string> list;
+    for (int i = 0; i < count; ++i) {
+        char text[80];
+        std::snprintf(text, sizeof text, form, i);
+        list.push_back(text);
+    }
+    return list;
+}
+
+std::vector<BlockText> named(const char* form, int count) {
+    std::vector<BlockText> blocks;
+    for (const std::string& name : references(form, count)) blocks.push_back({name, {}});
+    return blocks;
+}
+
+std::vector<GroupText> groupsOf(int count, std::vector<std::string> members) {
+    return std::vector<GroupText>(static_cast<std::size_t>(count), GroupText{"G", std::move(members)});
+}
+
+std::string withoutBlockEnds(std::string bytes) {
+    const std::string end = tags("0 ENDBLK|8 0");
+    for (std::size_t at = 0; (at = bytes.find(end, at)) != std::string::npos;) bytes.erase(at, end.size());
+    return bytes;
+}
+
+std::string lengthened(const DrawingText& text, const std::string& value) {
+    std::string bytes = text.bytes();
+    return bytes.replace(bytes.find("LONG"), 4, value);
+}
+
+void lookAt(Drawing& drawing) {
+    for (Record* each = drawing.firstRecord(); each; each = qx::db::RecordChain::next(each))
+        if (AcDbObjectPointer<AcDbEntity> entity{AcDbObjectId{each}}; entity.openStatus() == Acad::eOk) {
+            AcDbExtents box;
+            static_cast<void>(entity->getGeomExtents(box));
+        }
+    static_cast<void>(qx::ed::pickedAt(drawing, {1, 2, 0}, 0.1));
+    EXPECT_LT(qx::draw::svgOf(drawing).size(), std::size_t{2} << 30);
+    const AcGePoint3d corner{-1e6, -1e6, 0}, opposite{1e6, 1e6, 0};
+    static_cast<void>(qx::ed::foundIn(drawing, corner, opposite, qx::ed::Rectangle::crossing));
+}
+
+TEST(HostileDrawings, areLookedAtWithinSeconds) {
+    const std::string mtext = "MTEXT|10 1.0|40 1.0|41 10.0|1 LONG", text = "TEXT|10 1.0|40 1.0|1 LONG";
+    const struct {
+        const char* name;
+        std::string bytes;
+    } cases[] = {
+        {"a chain of blocks", DrawingText{.entities = {"INSERT|2 0"}, .blocks = chain(many, 1)}.bytes()},
+        {"a million by doubling", DrawingText{.entities = {"INSERT|2 0"}, .blocks = chain(20, 2)}.bytes()},
+        {"many times what is just within bounds",
+         DrawingText{.entities = references("INSERT|2 0|10 %d", 1000), .blocks = chain(18, 2)}.bytes()},
+        {"a block that is full of itself",
+         DrawingText{.entities = {"INSERT|2 B"}, .blocks = {{"B", references("INSERT|2 B|10 %d", many)}}}
+             .bytes()},
+        {"each block in each",
+         DrawingText{.entities = references("INSERT|2 0|10 %d", 20), .blocks = allInAll(40)}.bytes()},
+        {"model space inside a block",
+         DrawingText{.entities = {"INSERT|2 B", unitLine}, .blocks = {{"B", {"INSERT|2 *Model_Space"}}}}
+             .bytes()},
+        {"blocks without ends", withoutBlockEnds(DrawingText{.entities = references("INSERT|2 B%d", many),
+                                                             .blocks = named("B%d", many)}
+                                                     .bytes())},
+        {"many sheets", DrawingText{.entities = references("INSERT|2 *Paper_Space%d", many),
+                                    .blocks = named("*Paper_Space%d", many)}
+                            .bytes()},
+        {"owners all over",
+         DrawingText{.entities = references("POINT|330 %X|10 1.0", many), .blocks = named("B%d", many)}
+             .bytes()},
+        {"nothing but unusable objects",
+         DrawingText{.entities = references("LINE|10 x%d", 10 * many)}.bytes()},
+        {"groups of the same members", DrawingText{.entities = references("POINT|10 %d", 1000),
+                                                   .groups = groupsOf(1000, references("%X", 1000))}
+                                           .bytes()},
+        {"a group of itself and of its dictionary",
+         DrawingText{.entities = {unitLine}, .groups = {{"G", {"E0", "D", "C", "100"}}}}.bytes()},
+        {"layers of one name",
+         DrawingText{.layers = std::vector<std::string>(many, "SAME|70 0|62 1")}.bytes()},
+        {"attributes", DrawingText{.entities =
+                                       [] {
+                                           auto list = references("ATTRIB|10 %d.0|40 1.0|1 H|2 T|70 0", many);
+                                           list.insert(list.begin(), "INSERT|66 1|2 B");
+                                           return list;
+                                       }()}
+                           .bytes()},
+        {"vertices of nothing", DrawingText{.entities = references("VERTEX|10 %d", many)}.bytes()},
+        {"a polyline without an end",
+         DrawingText{.entities = {"POLYLINE|66 1|10 0", "VERTEX|10 1|20 2"}}.bytes()},
+        {"counts that lie", DrawingText{.entities = {"LWPOLYLINE|90 2147483648|10 1|20 2|10 3|20 4",
+                                                     "LWPOLYLINE|90 -1|10 1|20 2"}}
+                                .bytes()},
+        {"numbers at their ends",
+         DrawingText{.entities = {"LINE|10 1e308|11 -1e308", "LINE|10 nan|11 inf", "CIRCLE|10 1e15|40 1e308",
+                                  "ARC|10 1e300|40 1e300|50 1e308|51 -1e308",
+                                  "ELLIPSE|10 0.0|11 1e308|40 1e-308|41 0.0|42 1e308",
+                                  "TEXT|10 1e308|40 1e308|1 abc|72 4|11 -1e308|41 1e-308|51 89.9999999",
+                                  "MTEXT|10 1e308|40 1e-308|41 1e-308|1 abc abc",
+                                  "LWPOLYLINE|10 1e308|20 1e308|42 1e308|10 -1e308|20 3|42 -1e-308",
+                                  "INSERT|2 B|10 1e308|41 1e308|50 1e308"},
+                     .blocks = {{"B", {unitLine}}}}
+             .bytes()},
+        {"a long text", lengthened({.entities = {text}}, std::string(std::size_t{1} << 20, 'x'))},
+        {"a long line without a break",
+         lengthened({.entities = {mtext}}, std::string(std::size_t{1} << 20, 'x'))},
+        {"braces in braces", lengthened({.entities = {mtext}}, repeated("{\\H2x;a", 100000))},
+        {"fractions without end", lengthened({.entities = {mtext}}, repeated("\\Sa^", 100000))},
+        {"a long name", lengthened({.entities = {"INSERT|2 B", "LINE|8 LONG|10 0|11 1"}},
+                                   std::string(std::size_t{10} << 20, 'N'))},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        const auto begin = std::chrono::steady_clock::now();
+        const auto drawing = Drawing::fromBytes(each.bytes, "hostile.dxf");
+        ASSERT_TRUE(drawing) << drawing.error();
+        lookAt(**drawing);
+        EXPECT_EQ((*drawing)->toBytes() == each.bytes, true);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{20});
+    }
+}
+
+} // namespace
