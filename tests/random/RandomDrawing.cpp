@@ -57,7 +57,7 @@ constexpr Class classes[] = {
     {"POLYLINE|100 AcDbPolyFaceMesh|66 1|10 0|20 0|30 0|70 64|71 4|72 1",
      "VERTEX|100 AcDbVertex|100 AcDbPolyFaceMeshVertex|P10|70 192",
      "VERTEX|100 AcDbFaceRecord|10 0|20 0|30 0|70 128|71 1|72 -2|73 3|74 [1;2;4;9]"},
-    {"TEXT|100 AcDbText|?S39|P10|L40|T1|?A50|?41 0.7|?A51|?7 Other|?[71 2;71 4;71 6]|"
+    {"TEXT|100 AcDbText|?S39|P10|L40|T1|?A50|?41 0.7|?[51 15;51 -30;51 80]|?7 Other|?[71 2;71 4;71 6]|"
      "[;72 1;72 2;72 3;72 4;72 5]|?P11|X|100 AcDbText|[;73 1;73 2;73 3]|D"},
     {"TEXT|100 AcDbText|P10|L40|T1|A50"},
     {"MTEXT|100 AcDbMText|P10|L40|[41 0;41 60;41 200]|[71 1;71 2;71 5;71 7;71 9]|72 1|M1|?V11|X|?A50|?44 "

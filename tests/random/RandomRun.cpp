@@ -47,6 +47,9 @@ double size(const Points& points) {
     return largest;
 }
 
+/// Where what was drawn at the usual size is bent by rounding alone.
+constexpr double tooFar = 1e12;
+
 /// Lengths that are told apart at such coordinates.
 double tolerance(const Points& a, const Points& b) { return 1e-9 * (1 + size(a) + size(b)); }
 
@@ -232,6 +235,7 @@ void RandomRun::checkMotion(Command command, const Before& before, const db::Dra
     double away = person_.largestNumber;
     for (const auto& [handle, from] : before.outlines)
         away = std::max({away, size(from), size(outlineOf(again, handle))});
+    if (away > tooFar) return;
     for (const auto& [handle, from] : before.outlines) {
         if (drawing().find(handle)->has(db::Record::erased)) continue;
         const Points to = outlineOf(drawing(), handle), read = outlineOf(again, handle);
