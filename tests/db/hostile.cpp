@@ -93,7 +93,7 @@ TEST(HostileDrawings, areLookedAtWithinSeconds) {
         {"many times what is just within bounds",
          DrawingText{.entities = references("INSERT|2 0|10 %d", 1000), .blocks = chain(18, 2)}.bytes()},
         {"a block that is full of itself",
-         DrawingText{.entities = {"INSERT|2 B"}, .blocks = {{"B", references("INSERT|2 B|10 %d", many)}}}
+         DrawingText{.entities = {"INSERT|2 B"}, .blocks = {{"B", references("INSERT|2 B|10 %d", 2000)}}}
              .bytes()},
         {"each block in each",
          DrawingText{.entities = references("INSERT|2 0|10 %d", 20), .blocks = allInAll(40)}.bytes()},

@@ -25,7 +25,7 @@ void measure(const db::Drawing& drawing, db::Record* record) {
         demand(!(box.minPoint().x > box.maxPoint().x), "the box of an entity is not inside out");
     shape::ExtentsSink sink;
     entity->shape(sink);
-    static_cast<void>(drawing.lineOf(record));
+    static_cast<void>(drawing.lineOf(record->begin));
 }
 
 void intersect(const std::vector<db::Record*>& records) {
