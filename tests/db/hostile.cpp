@@ -72,10 +72,12 @@ std::string lengthened(const DrawingText& text, const std::string& value) {
 
 void lookAt(Drawing& drawing) {
     for (Record* each = drawing.firstRecord(); each; each = qx::db::RecordChain::next(each))
-        if (AcDbObjectPointer<AcDbEntity> entity{AcDbObjectId{each}}; entity.openStatus() == Acad::eOk) {
-            AcDbExtents box;
-            static_cast<void>(entity->getGeomExtents(box));
-        }
+        static_cast<void>(drawing.live(each));
+    drawing.forEachInModelSpace([](Record* each) {
+        AcDbObjectPointer<AcDbEntity> entity{AcDbObjectId{each}};
+        AcDbExtents box;
+        if (entity.openStatus() == Acad::eOk) static_cast<void>(entity->getGeomExtents(box));
+    });
     static_cast<void>(qx::ed::pickedAt(drawing, {1, 2, 0}, 0.1));
     EXPECT_LT(qx::draw::svgOf(drawing).size(), std::size_t{2} << 30);
     const AcGePoint3d corner{-1e6, -1e6, 0}, opposite{1e6, 1e6, 0};
