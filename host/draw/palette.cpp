@@ -36,20 +36,39 @@ Rgb colourOf(int index) {
 }
 
 // Weighted as the eye sees the three channels.
+double lightnessOf(const Rgb& colour) { return 0.2126 * colour[0] + 0.7152 * colour[1] + 0.0722 * colour[2]; }
+
 Rgb seenOnWhite(Rgb colour) {
     constexpr double lightest = 0.7 * 255;
-    const double lightness = 0.2126 * colour[0] + 0.7152 * colour[1] + 0.0722 * colour[2];
+    const double lightness = lightnessOf(colour);
     if (lightness > lightest)
         for (double& channel : colour) channel *= lightest / lightness;
     return colour;
 }
 
+/// What is black on white because it stands for the contrast, or because it is white.
+Rgb contrasting(int index) {
+    const bool isIndex = index >= 1 && index <= 254 && index != 7;
+    return isIndex ? colourOf(index) : Rgb{255, 255, 255};
+}
+
+// Towards white, so that even black has something to be seen by.
+Rgb seenOnDark(Rgb colour) {
+    constexpr double darkest = 0.3 * 255;
+    const double lightness = lightnessOf(colour);
+    if (lightness < darkest)
+        for (double& channel : colour) channel += (255 - channel) * (darkest - lightness) / (255 - lightness);
+    return colour;
+}
+
 } // namespace
 
-std::uint32_t colourOnWhite(int index) {
+std::uint32_t groundColour(Ground ground) { return ground == Ground::light ? 0xFFFFFF : 0x1E2228; }
+
+std::uint32_t colourOn(Ground ground, int index) {
     std::uint32_t packed = 0;
-    for (const double channel : seenOnWhite(colourOf(index)))
-        packed = packed << 8 | static_cast<std::uint8_t>(channel);
+    const Rgb seen = ground == Ground::light ? seenOnWhite(colourOf(index)) : seenOnDark(contrasting(index));
+    for (const double channel : seen) packed = packed << 8 | static_cast<std::uint8_t>(channel);
     return packed;
 }
 

@@ -23,4 +23,16 @@ TEST(Palette, GivesTheColoursOfTheIndices) {
     for (const auto& c : cases) EXPECT_EQ(qx::draw::colourOnWhite(c.index), c.colour) << c.name;
 }
 
+TEST(Palette, StandsOutFromADarkGround) {
+    using qx::draw::Ground;
+    for (int index = 0; index <= 256; ++index) {
+        const std::uint32_t colour = colourOn(Ground::dark, index);
+        const double lightness =
+            0.2126 * (colour >> 16) + 0.7152 * (colour >> 8 & 255) + 0.0722 * (colour & 255);
+        EXPECT_GE(lightness, 74) << index;
+    }
+    EXPECT_EQ(colourOn(Ground::dark, 7), 0xFFFFFFU);
+    EXPECT_EQ(colourOn(Ground::dark, 3), 0x00FF00U);
+}
+
 } // namespace
