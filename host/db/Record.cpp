@@ -20,7 +20,8 @@ RecordChain::~RecordChain() {
     if (!head_) return;
     std::size_t bytes = 0;
     for (Chunk* chunk = head_; chunk; chunk = chunk->next, bytes += Chunk::bytes) chunk->drawing = nullptr;
-    static std::deque<Closed> closed;
+    // Lasts longer than any static object that closes a drawing or asks an id.
+    static std::deque<Closed>& closed = *new std::deque<Closed>;
     static std::size_t total = 0;
     for (; !closed.empty() && total > keptBytes; closed.pop_front()) {
         total -= closed.front().bytes;
