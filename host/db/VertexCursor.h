@@ -41,11 +41,4 @@ private:
     std::unique_ptr<AcDbObject> original_;
 };
 
-/// False when one of the parts can't be read.
-inline bool arePartsUsable(const Drawing& drawing, const Record* header) {
-    bool isGood = true;
-    drawing.forEachOwned(header, [&](Record* each) { isGood = isGood && drawing.live(each); });
-    return isGood;
-}
-
 } // namespace qx::db

@@ -22,15 +22,6 @@ ACRX_DEFINE_MEMBERS(AcDbPolyFaceMesh, AcDbEntity, L"POLYLINE")
 
 namespace {
 
-template <class Data> const FieldTable& vertexTable() {
-    static const FieldTable fields =
-        FieldTable::ofEntity(sizeof(Data), {
-                                               {Role::worldPoint, 10, offsetof(Data, position)},
-                                               {Role::integer, 70, offsetof(Data, flags)},
-                                           });
-    return fields;
-}
-
 /// The points of a mesh that are drawn, in order.
 class SurfacePoints {
 public:
@@ -69,16 +60,7 @@ struct Corners {
 
 } // namespace
 
-// ---- vertices and faces
-
-const FieldTable& AcDbPolygonMeshVertex::table() { return vertexTable<Data>(); }
-const FieldTable& AcDbPolyFaceMeshVertex::table() { return vertexTable<Data>(); }
-
-AcDb::Vertex3dType AcDbPolygonMeshVertex::vertexType() const {
-    constexpr int onSurface = 8, controlsSurface = 16;
-    if (data_.flags & controlsSurface) return AcDb::k3dControlVertex;
-    return data_.flags & onSurface ? AcDb::k3dFitVertex : AcDb::k3dSimpleVertex;
-}
+// ---- faces
 
 const FieldTable& AcDbFaceRecord::table() {
     static const FieldTable fields = [] {
@@ -110,14 +92,6 @@ const FieldTable& AcDbVertexMesh::table() {
                                                {Role::integer, 74, offsetof(Data, nDensity)},
                                            });
     return fields;
-}
-
-AcDbObjectIterator* AcDbVertexMesh::vertexIterator() const {
-    return new AcDbObjectIterator{objectId().record()};
-}
-
-bool AcDbVertexMesh::afterReading(const qx::db::Drawing& drawing) {
-    return qx::db::arePartsUsable(drawing, objectId().record());
 }
 
 std::size_t AcDbPolygonMesh::rowLength() const {

@@ -1,6 +1,7 @@
 // Polylines whose vertices are objects of their own, and the vertices.
 #include "db/Drawing.h"
 #include "db/FieldTable.h"
+#include "db/PathEnds.h"
 #include "db/VertexCursor.h"
 #include "dbents.h"
 #include "dbpl.h"
@@ -10,6 +11,7 @@
 using qx::db::Drawing;
 using qx::db::FieldTable;
 using qx::db::Kind;
+using qx::db::PathEnds;
 using qx::db::Record;
 using qx::db::RecordChain;
 using qx::db::Role;
@@ -41,22 +43,6 @@ template <class Vertex, class Visit> void forEachVertex(const AcDbCurve& polylin
     while (const Vertex* vertex = cursor.next()) visit(*vertex);
 }
 
-/// Start and end of a polyline from the points it goes through.
-struct Ends {
-    void add(const AcGePoint3d& point) {
-        if (isEmpty) start = point;
-        end = point;
-        isEmpty = false;
-    }
-    Acad::ErrorStatus give(AcGePoint3d& to, const AcGePoint3d& point) const {
-        if (isEmpty) return Acad::eNotApplicable;
-        to = point;
-        return Acad::eOk;
-    }
-    bool isEmpty = true;
-    AcGePoint3d start, end;
-};
-
 } // namespace
 
 // ---- parts
@@ -68,16 +54,14 @@ void AcDbObjectIterator::step() {
     if (part_) part_ = shownPart(header_, RecordChain::next(part_));
 }
 
-AcDbObjectIterator* AcDbVertexPolyline::vertexIterator() const {
-    return new AcDbObjectIterator{objectId().record()};
-}
-
 bool AcDbVertexPolyline::isPart(AcDbObjectId id) const {
     return !id.isNull() && objectId().record() && id.record()->owner == objectId().record();
 }
 
-bool AcDbVertexPolyline::afterReading(const Drawing& drawing) {
-    return qx::db::arePartsUsable(drawing, objectId().record());
+bool qx::db::arePartsUsable(const Drawing& drawing, const Record* header) {
+    bool isGood = true;
+    drawing.forEachOwned(header, [&](Record* each) { isGood = isGood && drawing.live(each); });
+    return isGood;
 }
 
 // ---- vertices
@@ -105,18 +89,13 @@ AcDb::Vertex2dType AcDb2dVertex::vertexType() const {
     return data_.flags & addedByFitting ? AcDb::k2dCurveFitVertex : AcDb::k2dVertex;
 }
 
-const FieldTable& AcDb3dPolylineVertex::table() {
-    static const FieldTable fields =
-        FieldTable::ofEntity(sizeof(Data), {
-                                               {Role::worldPoint, 10, offsetof(Data, position)},
-                                               {Role::integer, 70, offsetof(Data, flags)},
-                                           });
+const FieldTable& qx::db::spatialVertexTable() {
+    static const FieldTable fields = FieldTable::ofEntity(
+        sizeof(SpatialVertexData), {
+                                       {Role::worldPoint, 10, offsetof(SpatialVertexData, position)},
+                                       {Role::integer, 70, offsetof(SpatialVertexData, flags)},
+                                   });
     return fields;
-}
-
-AcDb::Vertex3dType AcDb3dPolylineVertex::vertexType() const {
-    if (data_.flags & controlsSpline) return AcDb::k3dControlVertex;
-    return data_.flags & onSpline ? AcDb::k3dFitVertex : AcDb::k3dSimpleVertex;
 }
 
 // ---- flat polyline
@@ -165,15 +144,15 @@ void AcDb2dPolyline::shape(qx::shape::Sink& sink) const {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::getStartPoint(AcGePoint3d& point) const {
-    Ends ends;
+    PathEnds ends;
     forEachShown([&](const AcGePoint3d& each, double) { ends.add(each); });
-    return ends.give(point, ends.start);
+    return ends.giveStart(point);
 }
 
 Acad::ErrorStatus AcDb2dPolyline::getEndPoint(AcGePoint3d& point) const {
-    Ends ends;
+    PathEnds ends;
     forEachShown([&](const AcGePoint3d& each, double) { ends.add(each); });
-    return ends.give(point, isClosed() ? ends.start : ends.end);
+    return isClosed() ? ends.giveStart(point) : ends.giveEnd(point);
 }
 
 // ---- polyline in space
@@ -207,15 +186,15 @@ void AcDb3dPolyline::shape(qx::shape::Sink& sink) const {
 }
 
 Acad::ErrorStatus AcDb3dPolyline::getStartPoint(AcGePoint3d& point) const {
-    Ends ends;
+    PathEnds ends;
     forEachShown([&](const AcGePoint3d& each) { ends.add(each); });
-    return ends.give(point, ends.start);
+    return ends.giveStart(point);
 }
 
 Acad::ErrorStatus AcDb3dPolyline::getEndPoint(AcGePoint3d& point) const {
-    Ends ends;
+    PathEnds ends;
     forEachShown([&](const AcGePoint3d& each) { ends.add(each); });
-    return ends.give(point, isClosed() ? ends.start : ends.end);
+    return isClosed() ? ends.giveStart(point) : ends.giveEnd(point);
 }
 
 // ---- conversion

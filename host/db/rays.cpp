@@ -11,7 +11,8 @@ ACRX_DEFINE_MEMBERS(AcDbXline, AcDbCurve, L"XLINE")
 
 namespace {
 
-template <class Data> FieldTable tableWith(const char* marker) {
+FieldTable tableWith(const char* marker) {
+    using Data = qx::db::EndlessLineData;
     return FieldTable::ofEntity(sizeof(Data), {
                                                   {Role::subclass, 100, 0, 0, marker},
                                                   {Role::worldPoint, 10, offsetof(Data, base)},
@@ -22,7 +23,7 @@ template <class Data> FieldTable tableWith(const char* marker) {
 } // namespace
 
 const FieldTable& AcDbRay::table() {
-    static const FieldTable fields = tableWith<Data>("AcDbRay");
+    static const FieldTable fields = tableWith("AcDbRay");
     return fields;
 }
 
@@ -34,7 +35,7 @@ Acad::ErrorStatus AcDbRay::getStartPoint(AcGePoint3d& point) const {
 }
 
 const FieldTable& AcDbXline::table() {
-    static const FieldTable fields = tableWith<Data>("AcDbXline");
+    static const FieldTable fields = tableWith("AcDbXline");
     return fields;
 }
 

@@ -3,6 +3,7 @@
 #include "db/Drawing.h"
 #include "db/FieldTable.h"
 #include "db/GroupWalk.h"
+#include "db/PathEnds.h"
 #include "db/splineGroups.h"
 
 #include <cstddef>
@@ -19,22 +20,20 @@ constexpr qx::db::SplineCodes codes{40, 41, 10};
 constexpr qx::db::ListedGroup groups[] = {
     {10, Role::worldPoint}, {11, Role::worldPoint}, {40, Role::plain}, {41, Role::plain}};
 
-/// Where what is seen begins and ends.
-class Limits final : public qx::shape::Sink {
+class EndsSink final : public qx::shape::Sink {
 public:
+    explicit EndsSink(const AcDbSpline& spline) { spline.shape(*this); }
     void segment(const qx::shape::Segment& segment) override { add(segment.start, segment.end); }
     void arc(const qx::shape::EllipticArc& arc) override { add(arc.start(), arc.end()); }
     void bezier(const qx::shape::Bezier& curve) override { add(curve.start(), curve.end()); }
     void text(const qx::shape::TextRun&) override {}
 
-    bool isEmpty = true;
-    AcGePoint3d start, end;
+    qx::db::PathEnds ends;
 
 private:
     void add(const AcGePoint3d& from, const AcGePoint3d& to) {
-        if (isEmpty) start = from;
-        end = to;
-        isEmpty = false;
+        ends.add(from);
+        ends.add(to);
     }
 };
 
@@ -79,17 +78,9 @@ void AcDbSpline::shape(qx::shape::Sink& sink) const {
 }
 
 Acad::ErrorStatus AcDbSpline::getStartPoint(AcGePoint3d& point) const {
-    Limits limits;
-    shape(limits);
-    if (limits.isEmpty) return Acad::eNotApplicable;
-    point = limits.start;
-    return Acad::eOk;
+    return EndsSink{*this}.ends.giveStart(point);
 }
 
 Acad::ErrorStatus AcDbSpline::getEndPoint(AcGePoint3d& point) const {
-    Limits limits;
-    shape(limits);
-    if (limits.isEmpty) return Acad::eNotApplicable;
-    point = limits.end;
-    return Acad::eOk;
+    return EndsSink{*this}.ends.giveEnd(point);
 }

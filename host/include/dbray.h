@@ -1,29 +1,12 @@
-// Construction lines that begin at a point and have no end, in world coordinates. They can be picked,
-// crossed, moved and intersected, but have no extents: getGeomExtents() answers eNullExtents.
+// Construction lines that begin at a point and have no end.
 #pragma once
 
-#include "dbcurve.h"
+#include "qxendless.h"
 
-class QX_HOST_API AcDbRay : public qx::db::Described<AcDbRay, AcDbCurve> {
+class QX_HOST_API AcDbRay : public qx::db::EndlessLine<AcDbRay> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbRay)
     static const qx::db::FieldTable& table();
     void shape(qx::shape::Sink& sink) const override;
-    bool isMeasurable() const override { return true; }
-    bool isSimpleCurve() const override { return true; }
     Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-
-    AcGePoint3d basePoint() const { return data_.base; }
-    /// As the file has it, which is a unit vector in good files.
-    AcGeVector3d unitDir() const { return data_.direction; }
-
-    struct Data {
-        qx::db::EntityProperties entity;
-        AcGePoint3d base;
-        AcGeVector3d direction;
-    };
-
-private:
-    template <class, class> friend class qx::db::Described;
-    Data data_;
 };

@@ -198,7 +198,6 @@ RandomRun::Handles RandomRun::mayMove(Command command) {
 }
 
 void RandomRun::checkFile(Command command, const Before& before, const std::string& bytes) {
-    // Every drawing that is read takes memory for good, so that ids stay safe to ask.
     if (bytes == before.bytes) return;
     const auto was = db::Drawing::fromBytes(before.bytes, "before.dxf");
     const auto is = db::Drawing::fromBytes(bytes, "after.dxf");
