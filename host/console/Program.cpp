@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <utility>
@@ -34,21 +33,8 @@ Exit failed(Exit exit, const std::string& sentence) {
     return exit;
 }
 
-std::filesystem::path pathOf(const std::string& utf8) { return std::u8string{utf8.begin(), utf8.end()}; }
-
-bool exists(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(pathOf(path), ignored);
-}
-
-bool isSameFile(const std::string& one, const std::string& other) {
-    std::error_code ignored;
-    return std::filesystem::weakly_canonical(pathOf(one), ignored) ==
-           std::filesystem::weakly_canonical(pathOf(other), ignored);
-}
-
 bool contains(const std::vector<std::string>& paths, const std::string& path) {
-    return std::ranges::any_of(paths, [&](const std::string& each) { return isSameFile(each, path); });
+    return std::ranges::any_of(paths, [&](const std::string& each) { return os::isSameFile(each, path); });
 }
 
 std::string standardInput() {
@@ -141,10 +127,12 @@ Exit Program::run() {
         progress_.clear();
         if (exit != Exit::done) return writeReport(exit);
     }
-    return writeReport(Exit::done);
+    const bool isShown = std::fflush(stdout) == 0 && !std::ferror(stdout);
+    return writeReport(isShown ? Exit::done
+                               : failed(Exit::unwritable, "the transcript can't be written to the end"));
 }
 
-bool Program::mayReplace(const std::string& path) const { return options_.force || !exists(path); }
+bool Program::mayReplace(const std::string& path) const { return options_.force || !os::exists(path); }
 
 Exit Program::read() {
     if (options_.script == "-")
@@ -196,7 +184,6 @@ Exit Program::runCommands() {
 }
 
 Exit Program::writeResults() {
-    std::fflush(stdout);
     const db::Drawing* drawing = session_.drawing();
     if (!drawing) return Exit::done;
     if (options_.save) {

@@ -57,7 +57,11 @@ public:
 
     AcDbDatabase& database() { return database_; }
     const std::string& path() const { return path_; }
-    void rename(std::string path) { path_ = std::move(path); }
+    /// From now on it is the drawing in that file.
+    void rename(std::string path) {
+        path_ = std::move(path);
+        stamp_ = os::stampOf(path_);
+    }
     const dxf::Encoding& encoding() const { return *encoding_; }
     const Version& version() const { return version_; }
     /// What was noticed while reading, and later when an object's fields were read or drawn.
@@ -73,13 +77,17 @@ public:
 
     // Saving. Erased objects are left out, new ones spliced in before the end of their section.
 
-    /// Replaces the file in one go, or leaves it as it is.
+    /// Replaces the file in one go, or leaves it as it is. Refuses to replace the drawing's own file when
+    /// somebody else has changed that since.
     Outcome save(const std::string& path, os::Backup backup, const Progress& progress = {}) const;
     /// The bytes that saving writes.
     std::string toBytes() const;
     /// True when steps were done or taken back since the drawing was read or marked as saved.
     bool isModified() const { return history_.position() != savedAt_; }
-    void markSaved() { savedAt_ = history_.position(); }
+    void markSaved() {
+        savedAt_ = history_.position();
+        stamp_ = os::stampOf(path_);
+    }
 
     // Finding objects.
 
@@ -239,6 +247,8 @@ private:
     const Record* endOfEntities() const;
 
     std::string path_;
+    std::optional<os::FileStamp>
+        stamp_; ///< of the file when it was read or saved; nothing: it came from none
     os::Bytes bytes_;
     Version version_;
     const dxf::Encoding* encoding_ = nullptr;

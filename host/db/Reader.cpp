@@ -430,9 +430,15 @@ void Reader::lookAt(const char* to) {
 }
 
 Result<std::unique_ptr<Drawing>> Drawing::read(const std::string& path, const Progress& progress) {
+    const auto before = os::stampOf(path);
     auto bytes = os::readFile(path, progress);
     if (!bytes) return Result<std::unique_ptr<Drawing>>::failure(bytes.error());
-    return fromBytes(std::move(*bytes), path, progress);
+    if (os::stampOf(path) != before)
+        return Result<std::unique_ptr<Drawing>>::failure("Can't read " + path +
+                                                         ": another program changed it meanwhile.");
+    auto drawing = fromBytes(std::move(*bytes), path, progress);
+    if (drawing) (*drawing)->stamp_ = before;
+    return drawing;
 }
 
 Result<std::unique_ptr<Drawing>> Drawing::fromBytes(std::string_view bytes, const std::string& name) {

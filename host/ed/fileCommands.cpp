@@ -1,7 +1,6 @@
 #include "ed/hostCommands.h"
 #include "ed/prompts.h"
-
-#include <filesystem>
+#include "os/files.h"
 
 namespace qx::ed {
 namespace {
@@ -9,11 +8,6 @@ namespace {
 db::Progress progressOf(const Session& session, const char* job) {
     if (!session.progress) return {};
     return [&session, job](std::uint64_t done, std::uint64_t total) { session.progress(job, done, total); };
-}
-
-bool exists(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::exists(std::filesystem::path{std::u8string{path.begin(), path.end()}}, ignored);
 }
 
 // A script has said what it wants; a person may not have thought of the changes.
@@ -57,7 +51,7 @@ void saveAsCommand() {
     if (!hasDrawing(session)) return;
     const auto name = askText(session.line(), {.prompt = "图形另存为: "});
     if (name.kind != Answered::value) return;
-    if (exists(name.value) && !confirms(session, "文件 " + name.value + " 已存在。是否替换?")) return;
+    if (os::exists(name.value) && !confirms(session, "文件 " + name.value + " 已存在。是否替换?")) return;
     if (saveTo(session, name.value)) session.renameDrawing(name.value);
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <filesystem>
 #include <new>
 #include <utility>
 #include <vector>
@@ -20,6 +21,8 @@ constexpr std::size_t writeBuffer = 1u << 17; // larger spans skip the buffer
 std::string cantRead(const std::string& path, const std::string& reason) {
     return "Can't read " + path + ": " + reason + ".";
 }
+
+std::filesystem::path pathOf(const std::string& utf8) { return std::u8string{utf8.begin(), utf8.end()}; }
 
 std::string cantWrite(const std::string& path, const std::string& reason) {
     return "Can't write " + path + ": " + reason + ".";
@@ -88,6 +91,27 @@ Result<Bytes> readFile(const std::string& path, const Progress& progress) {
         buffer.grew(*count);
         if (progress) progress(buffer.used(), total);
     }
+}
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::exists(pathOf(path), ignored);
+}
+
+bool isSameFile(const std::string& one, const std::string& other) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(pathOf(one), pathOf(other), ignored) ||
+           std::filesystem::weakly_canonical(pathOf(one), ignored) ==
+               std::filesystem::weakly_canonical(pathOf(other), ignored);
+}
+
+std::optional<FileStamp> stampOf(const std::string& path) {
+    if (!isFile(path)) return std::nullopt;
+    std::error_code sizeError, timeError;
+    const auto size = std::filesystem::file_size(pathOf(path), sizeError);
+    const auto time = std::filesystem::last_write_time(pathOf(path), timeError);
+    if (sizeError || timeError) return std::nullopt;
+    return FileStamp{size, time.time_since_epoch().count()};
 }
 
 struct AtomicFile::State {

@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace qx::os {
@@ -44,6 +45,19 @@ QX_HOST_API Result<Bytes> readFile(const std::string& path, const Progress& prog
 
 /// Whether there is an ordinary file (or a link to one).
 QX_HOST_API bool isFile(const std::string& path);
+/// Whether there is anything.
+QX_HOST_API bool exists(const std::string& path);
+/// Whether both lead, or would lead, to the same file.
+QX_HOST_API bool isSameFile(const std::string& one, const std::string& other);
+
+/// By what a file is found changed by somebody else.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t lastWrite = 0; ///< in ticks of the system's own clock of files
+    bool operator==(const FileStamp&) const = default;
+};
+/// Nothing where there is no ordinary file.
+QX_HOST_API std::optional<FileStamp> stampOf(const std::string& path);
 
 enum class Backup {
     none,

@@ -66,6 +66,18 @@ const ExitCase exitCases[] = {
     {"target folder that is not there", "a.dxf -s - -o no/b.dxf", "", 4, "no/b.dxf"},
     {"target exists", "a.dxf -s - -o a.dxf", "ERASE\nL\n\n", 4, "a.dxf: exists already"},
     {"report that can't be written", "a.dxf -s - --report no/r.json", "", 4, "no/r.json"},
+    {"script that is a folder", "a.dxf -s .", "", 2, "Can't read .: it is a folder."},
+    {"drawing that is a folder", ". -s -", "", 2, "Can't read .: it is a folder."},
+    {"target that is a folder", "a.dxf -s - -f -o .", "ERASE\nL\n\n", 4, "Can't write .: it is a folder."},
+    {"module that is text", "a.dxf --module a.dxf -s -", "", 1, "a.dxf"},
+    {"module without an entry point", "a.dxf --module '" QX_TEST_MODULES "/bare.arx' -s -", "", 1,
+     "is not a module: it does not export acrxEntryPoint."},
+    {"module of another host", "a.dxf --module '" QX_TEST_MODULES "/puppetOfOtherHost.arx' -s -", "", 1,
+     "was built for another host"},
+    {"module that throws when loaded", "a.dxf --module '" QX_TEST_MODULES "/rudeAtOnce.arx' -s -", "", 1,
+     "no ink"},
+    {"command that throws", "a.dxf --module '" QX_TEST_MODULES "/rude.arx' -s - -o b.dxf",
+     "RUDEERASE\nSAVEAS b.dxf\n", 3, "out of ink"},
 };
 
 TEST_F(Qxhost, exitStatus) {

@@ -132,4 +132,29 @@ TEST(RoundTrip, keepsOddities) {
     for (const std::string& each : snippets) expectRoundTrips(DrawingText{.entities = {each}}.bytes(), each);
 }
 
+TEST(Saving, keepsWhatAnotherProgramWroteMeanwhile) {
+    TemporaryFolder folder;
+    const std::string file = folder / "a.dxf", content = DrawingText{.entities = {"POINT|10 1"}}.bytes();
+    put(file, content);
+    const auto drawing = Drawing::read(file);
+    ASSERT_TRUE(drawing) << drawing.error();
+    const auto saved = [&](const std::string& path) {
+        const qx::Outcome outcome = (*drawing)->save(path, qx::os::Backup::none);
+        if (outcome && path == (*drawing)->path()) (*drawing)->markSaved();
+        return outcome ? "" : outcome.error();
+    };
+    EXPECT_EQ(saved(file), "");
+    put(file, "somebody else's");
+    const std::string refusal = "another program has changed it since it was opened.";
+    EXPECT_EQ(saved(file), "Can't write " + file + ": " + refusal);
+    EXPECT_EQ(saved(folder / "./a.dxf"), "Can't write " + (folder / "./a.dxf") + ": " + refusal);
+    EXPECT_EQ(contentOf(file), "somebody else's");
+    EXPECT_EQ(saved(folder / "b.dxf"), "");
+    (*drawing)->rename(folder / "b.dxf");
+    EXPECT_EQ(saved(file), "") << "now it is just a file";
+    std::filesystem::remove(folder / "b.dxf");
+    EXPECT_EQ(saved(folder / "b.dxf"), "") << "there is nothing to be kept";
+    EXPECT_EQ(contentOf(folder / "b.dxf"), content);
+}
+
 } // namespace
