@@ -108,7 +108,8 @@ void Patcher::compareFields(std::string_view bytes) {
     defaultAnchor_ = nullptr;
     std::optional<ListPlace> listed;
     if (table_->lists)
-        listed.emplace(&memberAt<GroupList>(base_, table_->lists->offset), GroupWalk{table_->lists->grammar});
+        listed.emplace(
+            ListPlace{&memberAt<GroupList>(base_, table_->lists->offset), GroupWalk{table_->lists->grammar}});
     while (tags.next(tag)) {
         if (tag.code == 8) defaultAnchor_ = tag.end;
         const std::uint8_t slot = table_->slotOf(tag.code);
