@@ -29,7 +29,7 @@ LayerState& Layers::stateFor(std::string_view bytes) const {
     return *place->second;
 }
 
-void Layers::add(Record* record, std::string_view bytes) {
+bool Layers::add(Record* record, std::string_view bytes) {
     std::string_view name;
     int flags = 0, colour = 7;
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
@@ -42,12 +42,13 @@ void Layers::add(Record* record, std::string_view bytes) {
     }
     constexpr int frozen = 1, locked = 4;
     LayerState& state = stateFor(name);
-    if (state.record) return;
+    if (state.record) return false;
     state.record = record;
     state.colour = std::abs(colour);
     state.off = colour < 0;
     state.frozen = flags & frozen;
     state.locked = flags & locked;
+    return true;
 }
 
 // Every entity asks, and neighbours in a file mostly use the same few layers.

@@ -30,8 +30,8 @@ struct LayerState {
 class QX_HOST_API Layers {
 public:
     explicit Layers(const dxf::Encoding& encoding) : encoding_{encoding} {}
-    /// Takes in a record of the layer table, with its bytes.
-    void add(Record* record, std::string_view bytes);
+    /// Takes in a record of the layer table, with its bytes. False for a name that has a record already.
+    bool add(Record* record, std::string_view bytes);
     /// By the name as an entity's bytes have it. A name that the table does not know gives a visible,
     /// unlocked layer of that name.
     const LayerState& named(std::string_view bytes) const;

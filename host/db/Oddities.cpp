@@ -36,7 +36,7 @@ std::string className(const Drawing& drawing, const Record* record) {
     std::string name{dxf::trimmed(tag.value).substr(0, 40)};
     std::ranges::replace_if(
         name, [](char c) { return c < 0x20 || c > 0x7E; }, '?');
-    return name;
+    return record->kind == Kind::dimension ? name + " without a block" : name;
 }
 
 } // namespace
@@ -59,7 +59,8 @@ bool HandleSet::contains(std::uint64_t handle) const {
 
 void Oddities::forgetRecords() {
     handles_ = {};
-    for (auto* each : {&repeats_, &handleless_, &ownerless_, &groups_, &keptOnly_}) each->clear();
+    for (auto* each : {&repeats_, &handleless_, &ownerless_, &sameNames_, &groups_, &keptOnly_})
+        each->clear();
 }
 
 void Oddities::note(const Record* record, std::string_view bytes) {
@@ -80,6 +81,9 @@ void Oddities::report() {
         "entities name owners that are not there, this is the first; they count to the drawing's own space");
     reportAll(outside_, "record stands outside of all sections; it is kept and means nothing",
               "records stand outside of all sections, this is the first; they are kept and mean nothing");
+    reportAll(
+        sameNames_, "layer or block has a name that is given before; the first one counts",
+        "layers or blocks have names that are given before, this is the first; the first of a name counts");
     reportLostMembers();
     if (!keptOnly_.empty()) reportKeptOnly();
 }

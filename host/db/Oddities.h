@@ -37,6 +37,8 @@ public:
     void noteOutside(const Record* record) { outside_.push_back(record); }
     /// The entity names an owner that is not there.
     void noteLostOwner(const Record* record) { ownerless_.push_back(record); }
+    /// The layer or block has the name of one before it.
+    void noteSameName(const Record* record) { sameNames_.push_back(record); }
     /// All records will come a second time; those outside of all sections won't.
     void forgetRecords();
     /// Everything has been read: makes the findings.
@@ -59,6 +61,7 @@ private:
     std::vector<const Record*> handleless_; ///< entities
     std::vector<const Record*> ownerless_;
     std::vector<const Record*> outside_;
+    std::vector<const Record*> sameNames_;
     std::vector<const Record*> groups_;
     std::vector<const Record*> keptOnly_; ///< in model space
 };

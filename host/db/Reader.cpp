@@ -307,7 +307,8 @@ void Reader::chooseVersion() {
 }
 
 void Reader::finishTableRecord(std::string_view bytes) {
-    if (record_->kind == Kind::layer) drawing_.layers_->add(record_, bytes);
+    if (record_->kind == Kind::layer && !drawing_.layers_->add(record_, bytes))
+        oddities_.noteSameName(record_);
     if (record_->kind == Kind::table && newObject(Kind::table, bytes)->isKindOf(AcDbBlockTable::desc()))
         drawing_.blockTable_ = record_;
     if (record_->kind == Kind::blockRecord)
@@ -320,6 +321,7 @@ void Reader::finishBlockRecord(std::string_view bytes, const char* end) {
         if (!name.empty() && !drawing_.blocks_->named(name))
             noteLayout(drawing_.blocks_->addRecord(standIn(Kind::blockRecord, end), name));
         const BlockDefinition* definition = drawing_.blocks_->addBegin(record_, bytes);
+        if (!definition && !name.empty()) oddities_.noteSameName(record_);
         block_ = definition ? definition->record : nullptr;
         header_ = nullptr;
         record_->owner = block_;

@@ -136,7 +136,7 @@ AcDbText::Placement AcDbText::placement(const qx::text::TextExtent& extent) cons
         if (across == kTextAlign) height *= width != 0 ? fitted / width : 1;
         width = fitted;
     }
-    const double c = std::cos(angle), s = std::sin(angle), slant = std::tan(data_.obliqueDegrees * degree);
+    const double c = std::cos(angle), s = std::sin(angle), slant = qx::text::slantOf(data_.obliqueDegrees);
     const double mirrorX = data_.generation & 2 ? -1 : 1, mirrorY = data_.generation & 4 ? -1 : 1;
     Placement result{data_.position, AcGeVector3d{c, s, 0} * (width * mirrorX),
                      AcGeVector3d{-s + c * slant * mirrorX, c + s * slant * mirrorX, 0} * (height * mirrorY)};

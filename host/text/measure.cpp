@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <numbers>
 
 namespace qx::text {
 namespace {
@@ -137,6 +139,11 @@ TextExtent measure(std::u32string_view shown) {
         extent.advance += glyph.advance;
     }
     return extent;
+}
+
+double slantOf(double obliqueDegrees) {
+    constexpr double most = 85, half = 180;
+    return std::tan(std::clamp(std::remainder(obliqueDegrees, half), -most, most) * std::numbers::pi / half);
 }
 
 } // namespace qx::text

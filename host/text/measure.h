@@ -18,4 +18,8 @@ QX_HOST_API TextExtent measure(std::u32string_view shown);
 /// The advance of one character.
 QX_HOST_API double advanceOf(char32_t character);
 
+/// How far the top of a text leans to the right, in heights, for an obliquing angle: 85 degrees to either
+/// side at most.
+QX_HOST_API double slantOf(double obliqueDegrees);
+
 } // namespace qx::text

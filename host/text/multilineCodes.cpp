@@ -1,11 +1,11 @@
 #include "text/multilineCodes.h"
 
+#include "text/measure.h"
 #include "text/shownText.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <numbers>
 #include <optional>
 #include <string>
 
@@ -117,7 +117,7 @@ void Reader::readCode() {
 
 // Values that mean nothing leave things as they are.
 void Reader::readSize(char32_t code, const Size& size) {
-    constexpr double mostTimes = 1e6, mostSlant = 85;
+    constexpr double mostTimes = 1e6;
     const bool isPositive = size.value > 0;
     if (code == U'H' && isPositive)
         style_.height = std::clamp(size.isFactor ? style_.height * size.value : size.value,
@@ -128,7 +128,7 @@ void Reader::readSize(char32_t code, const Size& size) {
     else if (code == U'T' && isPositive)
         style_.spacing = std::clamp(size.value, 0.1, 10.0);
     else if (code == U'Q')
-        style_.slant = std::tan(std::clamp(size.value, -mostSlant, mostSlant) * std::numbers::pi / 180);
+        style_.slant = slantOf(size.value);
     else if (code == U'A')
         style_.standing = std::clamp(std::floor(size.value), 0.0, 2.0) / 2;
 }

@@ -33,28 +33,7 @@ const Call changes[] = {{SYS_write, "write"},         {SYS_pwrite64, "pwrite"},
                         {SYS_fchmod, "fchmod"},       {SYS_fchown, "fchown"},
                         {SYS_chmod, "chmod"},         {SYS_copy_file_range, "copy_file_range"}};
 
-bool isWriting(const user_regs_struct& registers) {
-    const auto first = registers.rdi;
-    switch (static_cast<long>(registers.orig_rax)) {
-    case SYS_write:
-    case SYS_pwrite64:
-    case SYS_writev:
-        return first > STDERR_FILENO;
-    case SYS_open:
-        return registers.rsi & (O_WRONLY | O_RDWR | O_CREAT);
-    case SYS_openat:
-        return registers.rdx & (O_WRONLY | O_RDWR | O_CREAT);
-    default:
-        return true;
-    }
-}
-
-/// The name of the call when it changes a file.
-const char* changeIn(const user_regs_struct& registers) {
-    for (const Call& each : changes)
-        if (each.number == static_cast<long>(registers.orig_rax) && isWriting(registers)) return each.name;
-    return nullptr;
-}
+bool isOpenedForWriting(unsigned long long flags) { return flags & (O_WRONLY | O_RDWR | O_CREAT); }
 
 // Between fork and exec: only what may be called there.
 [[noreturn]] void becomeProgram(const char* folder, char* const* words) {
@@ -68,7 +47,8 @@ const char* changeIn(const user_regs_struct& registers) {
 
 class Trace {
 public:
-    Trace(pid_t program, const Mishap& mishap) : program_{program}, mishap_{mishap} {}
+    Trace(pid_t program, const std::filesystem::path& folder, const Mishap& mishap)
+        : program_{program}, folder_{std::filesystem::canonical(folder)}, mishap_{mishap} {}
 
     std::optional<TracedEnd> follow() {
         int status = 0;
@@ -107,6 +87,33 @@ private:
         registers.orig_rax = static_cast<unsigned long long>(-1); // no such call: nothing is done
         ptrace(PTRACE_SETREGS, program_, nullptr, &registers);
     }
+    /// The name of the call when it changes a file.
+    const char* changeIn(const user_regs_struct& registers) const {
+        for (const Call& each : changes)
+            if (each.number == static_cast<long>(registers.orig_rax) && isChange(registers)) return each.name;
+        return nullptr;
+    }
+    // The program's own writing only: sanitizers write into pipes all the time.
+    bool isChange(const user_regs_struct& registers) const {
+        switch (static_cast<long>(registers.orig_rax)) {
+        case SYS_write:
+        case SYS_pwrite64:
+        case SYS_writev:
+            return registers.rdi > STDERR_FILENO && isInFolder(registers.rdi);
+        case SYS_open:
+            return isOpenedForWriting(registers.rsi);
+        case SYS_openat:
+            return isOpenedForWriting(registers.rdx);
+        default:
+            return true;
+        }
+    }
+    bool isInFolder(unsigned long long descriptor) const {
+        std::error_code ignored;
+        const std::string file = std::filesystem::read_symlink(
+            "/proc/" + std::to_string(program_) + "/fd/" + std::to_string(descriptor), ignored);
+        return file.starts_with(folder_);
+    }
     void giveError(user_regs_struct& registers) {
         if (!std::exchange(isRefusing_, false)) return;
         registers.rax = static_cast<unsigned long long>(-static_cast<long long>(mishap_.error));
@@ -114,6 +121,7 @@ private:
     }
 
     pid_t program_;
+    std::string folder_;
     Mishap mishap_;
     TracedEnd end_;
     int count_ = 0;
@@ -131,7 +139,7 @@ std::optional<TracedEnd> runTraced(const std::filesystem::path& folder, const st
     arguments.push_back(nullptr);
     const pid_t program = fork();
     if (program == 0) becomeProgram(folder.c_str(), arguments.data());
-    return Trace{program, mishap}.follow();
+    return Trace{program, folder, mishap}.follow();
 }
 
 #else

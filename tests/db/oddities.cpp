@@ -31,30 +31,36 @@ TEST(Oddities, areFoundWhileReading) {
     const std::string second = " is given a second time; it means the object that had it first";
     const std::string large = line + "|5 FFFFFFFFFFFFFFF0", kept = "classes that are only kept (";
     const std::string selected = ") can't be selected", group = "of groups of such classes (";
+    const std::string name = " a name that is given before",
+                      names = " names that are given before, this is the first; the first of a name counts";
     const std::pair<DrawingText, std::string> cases[] = {
         {{.entities = {line, "POINT|10 1.0", "INSERT|2 B|10 1.0|70 3|71 2"}}, ""},
         {{.entities = {"DIMENSION|2 *D1|10 1.0"}, .blocks = {{"*D1", {line}}}}, ""},
         {{.entities = {line, line + "|5 100"}}, "at 100: the handle 100" + second},
         {{.entities = {line + "|5 d"}}, "at D: the handle D" + second}, // in two sections
         {{.entities = {large, large}}, "at FFFFFFFFFFFFFFF0: the handle FFFFFFFFFFFFFFF0" + second},
-        {{.entities = {noHandle, line}},
-         "at AB: 1 entity has no handle; no script and no group can name it"},
+        {{.entities = {noHandle, line}}, "at AB: 1 entity has no handle; no script and no group can name it"},
         {{.entities = {noHandle}, .blocks = {{"B", {noHandle, line}}}},
          "at AB: 2 entities have no handle, this is the first; no script and no group can name them"},
         {{.entities = {"REGION|10 1.0", "WIPEOUT|10 1.0", line, "DIMENSION|10 1.0", "WIPEOUT|10 1.0"}},
-         "4 objects of " + kept + "WIPEOUT 2, DIMENSION 1, REGION 1" + selected},
+         "4 objects of " + kept + "WIPEOUT 2, DIMENSION without a block 1, REGION 1" + selected},
         {{.entities = {"DIMENSION|2 B|10 1.0", "DIMENSION|2 *Model_Space|10 1.0", "DIMENSION|10 1.0"},
           .blocks = {{"B", {line}}}},
-         "3 objects of " + kept + "DIMENSION 3" + selected},
-        {{.entities = {"WIPEOUT|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"}, .blocks = {{"B", {"WIPEOUT|10 1.0"}}}},
+         "3 objects of " + kept + "DIMENSION without a block 3" + selected},
+        {{.layers = {"A|70 0|62 1", "B|70 0|62 1", "a|70 4|62 2"}},
+         "at 16: 1 layer or block has" + name + "; the first one counts"},
+        {{.entities = {"INSERT|2 B"}, .blocks = {{"B", {line}}, {"B", {line}}, {"B", {}}}},
+         "at 401: 2 layers or blocks have" + names},
+        {{.entities = {"WIPEOUT|67 1|10 1.0", "VIEWPORT|330 1E|10 1.0"},
+          .blocks = {{"B", {"WIPEOUT|10 1.0"}}}},
          ""},
         {{.entities = {"WIPEOUT|10 1.0", line},
           .groups = {{"G", {"100", "101"}}, {"H", {"100", "101", "100"}}}},
          "1 object of " + kept + "WIPEOUT 1" + selected + "; 1 member " + group +
              "WIPEOUT 1) stays where it is when its group moves"},
         {{.entities = {"WIPEOUT|10 1.0", "DIMENSION|10 1.0"}, .groups = {{"G", {"100", "101"}}}},
-         "2 objects of " + kept + "DIMENSION 1, WIPEOUT 1" + selected + "; 2 members " + group +
-             "DIMENSION 1, WIPEOUT 1) stay where they are when their group moves"},
+         "2 objects of " + kept + "DIMENSION without a block 1, WIPEOUT 1" + selected + "; 2 members " +
+             group + "DIMENSION without a block 1, WIPEOUT 1) stay where they are when their group moves"},
     };
     for (const auto& [text, expected] : cases) EXPECT_EQ(findings(text.bytes()), expected);
 }

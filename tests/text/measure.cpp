@@ -1,6 +1,7 @@
 #include "text/measure.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 using qx::text::measure;
 
@@ -69,6 +70,16 @@ TEST(Measure, everyVisibleAsciiCharacterHasAGlyphWithinItsAdvance) {
         EXPECT_TRUE(glyph.inkLeft > 0 && glyph.inkLeft < glyph.inkRight && glyph.inkRight < glyph.advance)
             << char(c);
     }
+}
+
+TEST(Slant, staysWithinBounds) {
+    const double most = 11.430052302761343; // tan 85 degrees
+    const std::pair<double, double> cases[] = {
+        {0, 0},       {45, 1},        {-45, -1},     {350, -0.17632698070846498},
+        {85, most},   {89.999, most}, {90.5, -most}, {-89.999, -most},
+        {-90, -most}, {180, 0}};
+    for (const auto& [degrees, slant] : cases)
+        EXPECT_NEAR(qx::text::slantOf(degrees), slant, 1e-12) << degrees;
 }
 
 } // namespace
