@@ -52,8 +52,21 @@ void Drawing::addFindingAt(const char* where, std::string sentence) const {
     findings_.push_back({lineOf(where), std::move(sentence)});
 }
 
+// Counted once for all findings, as there may be many in a large file.
 std::size_t Drawing::lineOf(const char* where) const {
-    return where ? 1 + static_cast<std::size_t>(std::count(bytes_.data(), where, '\n')) : 0;
+    constexpr std::size_t stretch = std::size_t{1} << 16;
+    if (!where) return 0;
+    const auto linesIn = [](const char* begin, const char* end) {
+        return static_cast<std::size_t>(std::count(begin, end, '\n'));
+    };
+    const char* begin = bytes_.data();
+    const std::size_t index = static_cast<std::size_t>(where - begin) / stretch;
+    if (linesBefore_.empty()) linesBefore_.push_back(0);
+    for (std::size_t known = linesBefore_.size(); known <= index; ++known) {
+        const char* end = begin + known * stretch;
+        linesBefore_.push_back(linesBefore_.back() + linesIn(end - stretch, end));
+    }
+    return 1 + linesBefore_[index] + linesIn(begin + index * stretch, where);
 }
 
 std::string_view Drawing::bytesOf(const Record* record) const {

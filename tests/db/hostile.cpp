@@ -162,4 +162,31 @@ TEST(HostileDrawings, areLookedAtWithinSeconds) {
     }
 }
 
+TEST(HostileDrawings, aTextBeyondAllMeasureIsShownByItsBeginning) {
+    constexpr std::size_t shown = std::size_t{1} << 20;
+    for (const char* form : {"MTEXT|10 1.0|40 1.0|1 LONG", "TEXT|10 1.0|40 1.0|1 LONG"}) {
+        SCOPED_TRACE(form);
+        const DrawingText text{.entities = {form}};
+        const auto whole = read(lengthened(text, std::string(shown, 'x')));
+        const auto cut = read(lengthened(text, std::string(8 * shown, 'x')));
+        EXPECT_EQ(extents(*cut, 0x100), extents(*whole, 0x100));
+        EXPECT_TRUE(whole->findings().empty());
+        ASSERT_EQ(cut->findings().size(), 1u);
+        EXPECT_EQ(cut->findings()[0].sentence, "the text is longer than 1 MiB; only its beginning is shown");
+    }
+}
+
+// Each finding tells its line, and a line is found by counting.
+TEST(HostileDrawings, manyFindingsInALargeFileAreQuick) {
+    DrawingText text{.entities = {"TEXT|10 1.0|40 1.0|1 LONG"}};
+    const auto wrong = references("LINE|10 x%d", 1000);
+    text.entities.insert(text.entities.end(), wrong.begin(), wrong.end());
+    const auto drawing = read(lengthened(text, std::string(std::size_t{64} << 20, 'x')));
+    const auto begin = std::chrono::steady_clock::now();
+    drawing->forEachInModelSpace([&](Record* each) { static_cast<void>(drawing->live(each)); });
+    EXPECT_EQ(drawing->findings().size(), 1000u);
+    EXPECT_EQ(drawing->findings().back().line - drawing->findings()[1].line, 998u * 10);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{2});
+}
+
 } // namespace
