@@ -1,6 +1,7 @@
 #include "db/Drawing.h"
 
 #include "db/FieldTable.h"
+#include "db/HandleHash.h"
 #include "db/classes.h"
 #include "dbdict.h"
 #include "dbents.h"
@@ -21,7 +22,7 @@ namespace {
 constexpr std::size_t mostFindings = 1000; // of one drawing; more help nobody
 
 std::size_t indexPlace(std::uint64_t handle, std::size_t capacity) {
-    return static_cast<std::size_t>(handle * 0x9E3779B97F4A7C15u >> 20) & (capacity - 1);
+    return HandleHash{}(handle) & (capacity - 1);
 }
 
 Kind kindOfNew(const AcDbEntity& entity) {
@@ -177,6 +178,7 @@ std::string_view Drawing::headerValue(std::string_view name, int code) const {
 }
 
 UserCoordinateSystem Drawing::ucs() const {
+    if (ucs_) return *ucs_;
     const auto number = [&](std::string_view name, int code, double fallback) {
         return dxf::toReal(headerValue(name, code)).value_or(fallback);
     };
@@ -184,6 +186,7 @@ UserCoordinateSystem Drawing::ucs() const {
     ucs.origin = {number("$UCSORG", 10, 0), number("$UCSORG", 20, 0), number("$UCSORG", 30, 0)};
     ucs.xAxis = {number("$UCSXDIR", 10, 1), number("$UCSXDIR", 20, 0), number("$UCSXDIR", 30, 0)};
     ucs.yAxis = {number("$UCSYDIR", 10, 0), number("$UCSYDIR", 20, 1), number("$UCSYDIR", 30, 0)};
+    ucs_ = ucs;
     return ucs;
 }
 
@@ -314,8 +317,11 @@ const Record* Drawing::endOfEntities() const {
 }
 
 const LayerState& Drawing::currentLayer() const {
-    const std::string_view name = headerValue("$CLAYER", 8);
-    return layers_->named(name.empty() ? "0" : name);
+    if (!currentLayer_) {
+        const std::string_view name = headerValue("$CLAYER", 8);
+        currentLayer_ = &layers_->named(name.empty() ? "0" : name);
+    }
+    return *currentLayer_;
 }
 
 } // namespace qx::db
