@@ -3,6 +3,7 @@
 // all others, as a box; both are noted as findings.
 #pragma once
 
+#include "db/HandleHash.h"
 #include "db/Record.h"
 #include "gepnt3d.h"
 #include "shape/Sink.h"
@@ -97,7 +98,7 @@ private:
     std::unordered_map<const Record*, BlockDefinition*> byRecord_;
     std::unordered_map<std::string, BlockDefinition*> byFoldedName_;
     std::unordered_map<std::string, std::size_t> uses_; ///< of anonymous blocks, by folded name
-    std::unordered_map<std::uint64_t, BlockDefinition*> byHandle_;
+    std::unordered_map<std::uint64_t, BlockDefinition*, HandleHash> byHandle_;
     bool areSheetsListed_ = false;
     BlockDefinition* beingRead_ = nullptr;
     std::uint32_t version_ = 1;

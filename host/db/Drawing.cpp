@@ -1,6 +1,7 @@
 #include "db/Drawing.h"
 
 #include "db/FieldTable.h"
+#include "db/HandleHash.h"
 #include "db/classes.h"
 #include "dbdict.h"
 #include "dbents.h"
@@ -21,7 +22,7 @@ namespace {
 constexpr std::size_t mostFindings = 1000; // of one drawing; more help nobody
 
 std::size_t indexPlace(std::uint64_t handle, std::size_t capacity) {
-    return static_cast<std::size_t>(handle * 0x9E3779B97F4A7C15u >> 20) & (capacity - 1);
+    return HandleHash{}(handle) & (capacity - 1);
 }
 
 Kind kindOfNew(const AcDbEntity& entity) {
@@ -52,8 +53,21 @@ void Drawing::addFindingAt(const char* where, std::string sentence) const {
     findings_.push_back({lineOf(where), std::move(sentence)});
 }
 
+// Counted once for all findings, as there may be many in a large file.
 std::size_t Drawing::lineOf(const char* where) const {
-    return where ? 1 + static_cast<std::size_t>(std::count(bytes_.data(), where, '\n')) : 0;
+    constexpr std::size_t stretch = std::size_t{1} << 16;
+    if (!where) return 0;
+    const auto linesIn = [](const char* begin, const char* end) {
+        return static_cast<std::size_t>(std::count(begin, end, '\n'));
+    };
+    const char* begin = bytes_.data();
+    const std::size_t index = static_cast<std::size_t>(where - begin) / stretch;
+    if (linesBefore_.empty()) linesBefore_.push_back(0);
+    for (std::size_t known = linesBefore_.size(); known <= index; ++known) {
+        const char* end = begin + known * stretch;
+        linesBefore_.push_back(linesBefore_.back() + linesIn(end - stretch, end));
+    }
+    return 1 + linesBefore_[index] + linesIn(begin + index * stretch, where);
 }
 
 std::string_view Drawing::bytesOf(const Record* record) const {
@@ -164,6 +178,7 @@ std::string_view Drawing::headerValue(std::string_view name, int code) const {
 }
 
 UserCoordinateSystem Drawing::ucs() const {
+    if (ucs_) return *ucs_;
     const auto number = [&](std::string_view name, int code, double fallback) {
         return dxf::toReal(headerValue(name, code)).value_or(fallback);
     };
@@ -171,6 +186,7 @@ UserCoordinateSystem Drawing::ucs() const {
     ucs.origin = {number("$UCSORG", 10, 0), number("$UCSORG", 20, 0), number("$UCSORG", 30, 0)};
     ucs.xAxis = {number("$UCSXDIR", 10, 1), number("$UCSXDIR", 20, 0), number("$UCSXDIR", 30, 0)};
     ucs.yAxis = {number("$UCSYDIR", 10, 0), number("$UCSYDIR", 20, 1), number("$UCSYDIR", 30, 0)};
+    ucs_ = ucs;
     return ucs;
 }
 
@@ -301,8 +317,11 @@ const Record* Drawing::endOfEntities() const {
 }
 
 const LayerState& Drawing::currentLayer() const {
-    const std::string_view name = headerValue("$CLAYER", 8);
-    return layers_->named(name.empty() ? "0" : name);
+    if (!currentLayer_) {
+        const std::string_view name = headerValue("$CLAYER", 8);
+        currentLayer_ = &layers_->named(name.empty() ? "0" : name);
+    }
+    return *currentLayer_;
 }
 
 } // namespace qx::db

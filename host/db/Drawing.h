@@ -269,6 +269,9 @@ private:
     WriteListener writeListener_;
     RefusalListener refusalListener_;
     mutable std::vector<Finding> findings_;
+    mutable std::optional<UserCoordinateSystem> ucs_;  ///< once it was asked for, since a header may be long
+    mutable const LayerState* currentLayer_ = nullptr; ///< the same
+    mutable std::vector<std::size_t> linesBefore_;     ///< each stretch of the file, as far as was asked
     mutable std::optional<std::unordered_map<std::string, TextStyle>> textStyles_; ///< by folded name
     mutable std::set<std::pair<const char*, std::string>> noted_; ///< what the findings say, and where
     mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used

@@ -10,4 +10,7 @@ struct Finding {
     std::string sentence;
     friend bool operator==(const Finding&, const Finding&) = default;
 };
+
+/// Beyond text::longestShown bytes.
+constexpr const char* longTextSentence = "the text is longer than 1 MiB; only its beginning is shown";
 } // namespace qx::db

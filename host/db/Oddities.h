@@ -5,6 +5,7 @@
 // counted.
 #pragma once
 
+#include "db/HandleHash.h"
 #include "db/Record.h"
 
 #include <cstdint>
@@ -24,7 +25,7 @@ public:
 
 private:
     std::vector<std::uint64_t> bits_;
-    std::unordered_set<std::uint64_t> large_;
+    std::unordered_set<std::uint64_t, HandleHash> large_;
 };
 
 class Oddities {

@@ -41,6 +41,9 @@ Record* RecordChain::append() {
         void* memory = ::operator new (Chunk::bytes, std::align_val_t{Chunk::bytes});
         Chunk* fresh = new (memory) Chunk{};
         fresh->drawing = &drawing_;
+        fresh->chain = this;
+        fresh->number = chunks_.size();
+        chunks_.push_back(fresh);
         (tail_ ? tail_->next : head_) = fresh;
         tail_ = fresh;
     }

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 class AcDbObject;
 
@@ -116,10 +117,11 @@ public:
     }
     /// The one so many records further on; null behind the last.
     static Record* ahead(const Record* record, std::size_t count) {
-        Chunk* chunk = chunkOf(record);
-        std::size_t index = static_cast<std::size_t>(record - chunk->records) + count;
-        for (; chunk && index >= chunk->used; chunk = chunk->next) index -= chunk->used;
-        return chunk ? chunk->records + index : nullptr;
+        const Chunk* chunk = chunkOf(record);
+        if (!chunk->drawing || count >= chunk->chain->size_) return nullptr;
+        const auto index = static_cast<std::size_t>(record - chunk->records);
+        const std::size_t place = chunk->number * Chunk::capacity + index + count;
+        return place < chunk->chain->size_ ? chunk->chain->at(place) : nullptr;
     }
     /// Null when the drawing was closed.
     static Drawing* drawingOf(const Record* record) { return chunkOf(record)->drawing; }
@@ -128,9 +130,11 @@ private:
     // The header takes the place of a few records at the start of each aligned block of memory.
     struct Chunk {
         static constexpr std::size_t bytes = std::size_t{1} << 16;
-        static constexpr std::size_t capacity = (bytes - 4 * sizeof(void*)) / sizeof(Record);
+        static constexpr std::size_t capacity = (bytes - 6 * sizeof(void*)) / sizeof(Record);
 
         Drawing* drawing = nullptr;
+        const RecordChain* chain = nullptr; ///< good as long as there is a drawing
+        std::size_t number = 0;             ///< of those before it, which are full
         Chunk* next = nullptr;
         std::size_t used = 0;
         Record records[capacity];
@@ -139,12 +143,17 @@ private:
         return reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(record) & ~(Chunk::bytes - 1));
     }
 
+    Record* at(std::size_t place) const {
+        return chunks_[place / Chunk::capacity]->records + place % Chunk::capacity;
+    }
+
     struct Closed;
     static void release(Chunk* chunk);
 
     Drawing& drawing_;
     Chunk* head_ = nullptr;
     Chunk* tail_ = nullptr;
+    std::vector<Chunk*> chunks_;
     std::size_t size_ = 0;
 };
 

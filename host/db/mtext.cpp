@@ -4,6 +4,7 @@
 #include "ge/OcsFrame.h"
 #include "shape/ExtentsSink.h"
 #include "text/multiline.h"
+#include "text/shownText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,6 +14,7 @@
 using qx::db::FieldTable;
 using qx::db::Role;
 using qx::ge::OcsFrame;
+using qx::text::longestShown;
 using qx::text::MultilineRun;
 using qx::text::MultilineText;
 
@@ -22,12 +24,15 @@ namespace {
 
 constexpr double degree = std::numbers::pi / 180;
 
-/// Long text is cut wherever a part is full, even within a character.
-std::string joinedText(std::string_view bytes) {
+/// As much as is shown. Long text is cut wherever a part is full, even within a character.
+std::string joinedText(const qx::db::Drawing& drawing, const qx::db::Record* record) {
     std::string text;
-    qx::db::FieldTags tags{bytes};
-    for (qx::dxf::Tag tag; tags.next(tag);)
-        if (tag.code == 1 || tag.code == 3) text += tag.value;
+    qx::db::FieldTags tags{drawing.bytesOf(record)};
+    for (qx::dxf::Tag tag; text.size() <= longestShown && tags.next(tag);)
+        if (tag.code == 1 || tag.code == 3) text += tag.value.substr(0, longestShown + 1 - text.size());
+    if (text.size() <= longestShown) return text;
+    drawing.addFinding(record, qx::db::longTextSentence);
+    text.resize(longestShown);
     return text;
 }
 
@@ -130,7 +135,7 @@ const MultilineText& AcDbMText::lines() const {
     if (!layout_ || layout_->format != format) {
         const qx::db::Record* record = objectId().record();
         const qx::db::Drawing* drawing = record ? qx::db::RecordChain::drawingOf(record) : nullptr;
-        const std::string bytes = drawing ? joinedText(drawing->bytesOf(record)) : "";
+        const std::string bytes = drawing ? joinedText(*drawing, record) : "";
         const std::u32string text = drawing ? drawing->encoding().decodeMultiline(bytes) : U"";
         layout_ = std::make_unique<Layout>(Layout{format, layOut(text, format)});
     }

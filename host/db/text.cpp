@@ -35,8 +35,11 @@ struct AcDbText::Placement {
 
 namespace {
 
+std::string_view shownPart(std::string_view text) { return text.substr(0, qx::text::longestShown); }
+
 qx::text::TextExtent extentOf(std::string_view text, const qx::db::Drawing& drawing) {
-    return qx::text::measure(qx::text::shownText(drawing.encoding().decode(text)));
+    if (text.size() > qx::text::longestShown) drawing.addFindingAt(text.data(), qx::db::longTextSentence);
+    return qx::text::measure(qx::text::shownText(drawing.encoding().decode(shownPart(text))));
 }
 
 /// Text and attributes differ in the group of the vertical mode, and attributes have flags besides.
@@ -161,8 +164,8 @@ void AcDbText::draw(qx::shape::Sink& sink, std::string_view text, const qx::text
     if (extent.blank) return;
     const OcsFrame frame{data_.normal};
     const Placement place = placement(extent);
-    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent, text,
-               shown_.encoding});
+    sink.text({frame.toWorld(place.origin), frame.toWorld(place.along), frame.toWorld(place.up), extent,
+               shownPart(text), shown_.encoding});
 }
 
 void AcDbText::shape(qx::shape::Sink& sink) const { draw(sink, data_.text, shown_.extent); }

@@ -9,13 +9,33 @@ namespace {
 // More than any command that takes a cancel for an answer will ask.
 constexpr int patience = 1000;
 
+constexpr std::size_t longestAnswer = 4096, longestRepeated = 60;
+
 bool isWaitedFor(const Input& input, Ask what) {
     return what != Ask::command || input.kind != Input::Kind::enter;
 }
 
 } // namespace
 
+std::string abridged(std::string_view typed) {
+    if (typed.size() <= longestRepeated) return std::string{typed};
+    const auto goesOn = [&](std::size_t at) { return (typed[at] & 0xC0) == 0x80; };
+    std::size_t end = longestRepeated;
+    while (end > longestRepeated - 4 && goesOn(end)) --end; // no half character
+    return std::string{typed.substr(0, end)} + "\u2026";
+}
+
+// A script's answer may be all of a large file.
 Input CommandLine::ask(Ask what, std::string_view prompt) {
+    Input input = askOnce(what, prompt);
+    while (input.text.size() > longestAnswer) {
+        refuse("输入过长。", '"' + abridged(input.text) + "\" is too long for an answer");
+        input = askOnce(what, prompt);
+    }
+    return input;
+}
+
+Input CommandLine::askOnce(Ask what, std::string_view prompt) {
     if (hasFailed()) return cancelled();
     const bool waits = queue_.isAtEnd() && isInteractive();
     if (waits) transcript.prompt(prompt);
@@ -25,7 +45,11 @@ Input CommandLine::ask(Ask what, std::string_view prompt) {
     if (input.kind == Input::Kind::end) return what == Ask::command ? input : afterEnd(waits ? "" : prompt);
     if (!waits) transcript.prompt(prompt);
     const bool cancels = input.kind == Input::Kind::cancel;
-    transcript.answer(cancels ? "*取消*" : input.text, input.shown && !cancels);
+    const bool isTooLong = input.text.size() > longestAnswer;
+    transcript.answer(cancels     ? "*取消*"
+                      : isTooLong ? abridged(input.text)
+                                  : input.text,
+                      input.shown && !cancels);
     if (cancels) return cancelled();
     cancels_ = 0;
     return input;

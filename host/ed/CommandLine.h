@@ -14,12 +14,16 @@
 
 namespace qx::ed {
 
+/// What was typed as sentences repeat it: its first characters only when it is long.
+QX_HOST_API std::string abridged(std::string_view typed);
+
 class QX_HOST_API CommandLine {
 public:
     explicit CommandLine(Transcript::Sink sink) : transcript{std::move(sink)} {}
 
     /// The answer to a prompt. `activity` stands in the failure of a script that ends before the answer.
-    /// Throws when a command goes on asking although it is cancelled each time.
+    /// What is longer than any name of a file is refused. Throws when a command goes on asking although it is
+    /// cancelled each time.
     Input ask(Ask what, std::string_view prompt);
     /// The answer was none: `sentence` for the person, `reason` (English) for a script that fails by it.
     void refuse(std::string_view sentence, const std::string& reason);
@@ -49,6 +53,7 @@ public:
     Transcript transcript;
 
 private:
+    Input askOnce(Ask what, std::string_view prompt);
     Input read(Ask what);
     Input readQueue();
     Input readSources(Ask what);

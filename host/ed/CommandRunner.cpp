@@ -72,7 +72,8 @@ void CommandRunner::runInput(const Input& input) {
 
 void CommandRunner::runCommand(const std::string& typed) {
     const auto command = rx::commandStack().find(os::toWide(typed));
-    if (!command) return complain("未知命令“" + typed + "”。", "unknown command \"" + typed + '"');
+    if (!command)
+        return complain("未知命令“" + abridged(typed) + "”。", "unknown command \"" + abridged(typed) + '"');
     if (command->isStale())
         return complain("命令 " + typed + " 所属的模块已卸载，无法执行；请重新加载该模块。",
                         command->run().error());
@@ -88,7 +89,7 @@ void CommandRunner::callFunction(const std::string& form) {
         return answer.outcome;
     });
     if (!answer.defined)
-        complain("; 错误: 函数未定义: " + name, "undefined function \"" + name + '"');
+        complain("; 错误: 函数未定义: " + abridged(name), "undefined function \"" + abridged(name) + '"');
     else if (!answer.text.empty())
         session_.line().transcript.sentence(answer.text);
 }

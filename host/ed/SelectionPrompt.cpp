@@ -70,7 +70,7 @@ void SelectionPrompt::take(const Input& input) {
         return takePoint(session_.lastPoint);
     }
     if (takeOption(input.text) || takeEntity(input.text)) return;
-    session_.line().refuse(optionsForThePerson, '"' + input.text + "\" selects nothing");
+    session_.line().refuse(optionsForThePerson, '"' + abridged(input.text) + "\" selects nothing");
 }
 
 bool SelectionPrompt::takeOption(const std::string& text) {

@@ -35,11 +35,12 @@ PickOrRefusal named(Session& session, const TypedPick& typed, const std::string&
 
 PickOrRefusal taken(Session& session, const std::string& text) {
     if (const auto point = parsePoint(text)) return pickAt(session, *point);
-    if (const auto pick = parsePick(text)) return named(session, *pick, text);
+    const std::string said = abridged(text);
+    if (const auto pick = parsePick(text)) return named(session, *pick, said);
     if (parseHandent(text))
         return Refusal{"需要拾取点: (list (handent \"句柄\") (list x y z))。",
-                       text + " does not say where the object is picked: (list " + text + " (list x y z))"};
-    return Refusal{"需要点，或 (list (handent \"句柄\") (list x y z))。", '"' + text + "\" picks nothing"};
+                       said + " does not say where the object is picked: (list " + said + " (list x y z))"};
+    return Refusal{"需要点，或 (list (handent \"句柄\") (list x y z))。", '"' + said + "\" picks nothing"};
 }
 
 } // namespace

@@ -13,7 +13,7 @@ constexpr Wanted wantedReal{Ask::real, "需要数值。", "is not a number"};
 constexpr Wanted wantedKeyword{Ask::keyword, "选项关键字无效。", "is not one of the keywords"};
 
 void refuseText(CommandLine& line, const Wanted& wanted, const std::string& text) {
-    line.refuse(wanted.sentence, '"' + text + "\" " + wanted.reason);
+    line.refuse(wanted.sentence, '"' + abridged(text) + "\" " + wanted.reason);
 }
 
 // Asks until the answer is Enter, a cancel, a keyword, or text that `take` takes.

@@ -71,7 +71,9 @@ void setVariableCommand() {
     if (typed.value == "?") return listVariables(session);
     const std::string name = upperCase(typed.value);
     const auto old = session.variables().find(name);
-    if (!old) return session.line().refuse("没有变量 " + name + "。", "there is no variable " + name);
+    if (!old)
+        return session.line().refuse("没有变量 " + abridged(name) + "。",
+                                     "there is no variable " + abridged(name));
     if (old->isText) return say(session, name + " = " + textOf(*old) + " (只读)");
     change(session, name, *old);
 }

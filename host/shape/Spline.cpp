@@ -16,24 +16,25 @@ void SplineSpan::addPoint(const WeightedPoint& point) {
     end[-1] = point;
 }
 
-/// The value of the span's polar form with the span's end put in `ends` times and its start for the rest
-/// (Ramshaw, 1987).
-WeightedPoint SplineSpan::blossom(std::size_t ends) const {
-    auto values = points_;
-    for (std::size_t round = 1; round <= degree_; ++round) {
-        const double argument = round <= ends ? knots_[degree_] : knots_[degree_ - 1];
-        for (std::size_t i = 0; i + round <= degree_; ++i) {
-            const double low = knots_[i + round - 1], high = knots_[i + degree_];
-            values[i] = between(values[i], values[i + 1], (argument - low) / (high - low));
-        }
-    }
-    return values[0];
-}
-
+// A control point is the value of the span's polar form at neighbouring knots (Ramshaw, 1987). First the
+// knots before the span are replaced by its start, one more in each round, then those behind it by its end:
+// what is left are the values at start and end only, which a Bézier curve has for its control points.
 Bezier SplineSpan::bezier() const {
     Bezier curve;
     curve.degree = static_cast<int>(degree_);
-    for (std::size_t i = 0; i <= degree_; ++i) curve.points[i] = blossom(i);
+    auto& points = curve.points;
+    points = points_;
+    const double start = knots_[degree_ - 1], end = knots_[degree_];
+    for (std::size_t round = 1; round < degree_; ++round)
+        for (std::size_t i = 0; i + round < degree_; ++i) {
+            const double low = knots_[i + round - 1], high = knots_[i + degree_];
+            points[i] = between(points[i], points[i + 1], (start - low) / (high - low));
+        }
+    for (std::size_t round = 1; round < degree_; ++round)
+        for (std::size_t i = degree_; i > round; --i) {
+            const double high = knots_[degree_ + i - round];
+            points[i] = between(points[i - 1], points[i], (end - start) / (high - start));
+        }
     return curve;
 }
 

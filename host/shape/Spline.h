@@ -28,8 +28,6 @@ public:
     Bezier bezier() const;
 
 private:
-    WeightedPoint blossom(std::size_t ends) const;
-
     std::size_t degree_;
     std::array<double, 2 * Bezier::mostDegree> knots_{};
     std::array<WeightedPoint, Bezier::mostDegree + 1> points_{};

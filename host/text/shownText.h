@@ -9,6 +9,10 @@
 
 namespace qx::text {
 
+/// Bytes of a text that are laid out, measured and drawn, codes included; nobody reads on. What follows is
+/// kept, but the time and memory for one text stay bounded, whatever a file holds.
+constexpr std::size_t longestShown = std::size_t{1} << 20;
+
 /// Expands %%c (diameter), %%d (degree), %%p (plus-minus), %%% (percent) and %%n, %%nn, %%nnn (a character by
 /// its decimal number); drops %%u, %%o and %%k, which only switch a line through the text. Letters in either
 /// case. Anything else stays as it is written.

@@ -3,6 +3,7 @@
 #include "drawings/DrawingText.h"
 #include "os/TemporaryFolder.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace {
@@ -151,6 +152,44 @@ TEST_F(Qxhost, pipedInputMayEndBetweenCommandsOnly) {
         << inside.errors;
     EXPECT_TRUE(inside.output.ends_with("选择对象: *取消*\n")) << inside.output;
     EXPECT_FALSE(has("c.dxf"));
+}
+
+TEST_F(Qxhost, refusesAnAnswerBeyondAllMeasureInOneShortSentence) {
+    const std::string letters(std::size_t{4} << 20, 'x'), shown = '"' + std::string(60, 'x') + "\u2026\"";
+    const std::string tooLong = shown + " is too long for an answer\n";
+    const struct {
+        std::string script, errors;
+    } cases[] = {
+        {letters, "stdin:1: " + tooLong},
+        {'"' + letters, "stdin:1: " + tooLong},
+        {"\nERASE\n" + letters + "\nFOO", "stdin:3: " + tooLong},
+        {"SETVAR PICKBOX\n" + letters, "stdin:2: " + tooLong},
+        {"OPEN " + letters + "\n", "stdin:1: " + tooLong},
+        {"(" + letters, "stdin:1: \"(" + std::string(59, 'x') + "\u2026\" is too long for an answer\n"},
+        {letters.substr(0, 1000), "stdin:1: unknown command " + shown + '\n'},
+        {"SETVAR " + std::string(1000, 'X'), "stdin:1: there is no variable " + std::string(60, 'X')},
+        {"ERASE " + letters.substr(0, 1000), "stdin:1: " + shown + " selects nothing\n"},
+        {"SETVAR PICKBOX " + letters.substr(0, 1000), "stdin:1: " + shown + " is not a number\n"},
+        {"\xC3\xA9" + letters.substr(0, 57) + "\xC3\xA9\xC3\xA9",
+         "unknown command \"\xC3\xA9" + letters.substr(0, 57) + "\u2026\"\n"},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.errors);
+        const Outcome result = run("a.dxf -s -", each.script);
+        EXPECT_EQ(result.exit, 3);
+        EXPECT_NE(result.errors.find(each.errors), std::string::npos) << result.errors.substr(0, 400);
+        EXPECT_LT(result.errors.size() + result.output.size(), 2000u);
+    }
+}
+
+TEST_F(Qxhost, takesTypedLinesOfAnyLength) {
+    const auto begin = std::chrono::steady_clock::now();
+    const Outcome result = run("a.dxf -o b.dxf", "ERASE L\n\n" + std::string(std::size_t{64} << 20, 'x'));
+    EXPECT_EQ(result.exit, 0) << result.errors;
+    EXPECT_NE(result.output.find("x\u2026\n输入过长。\n"), std::string::npos);
+    EXPECT_LT(result.output.size(), 2000u);
+    EXPECT_EQ(contentOf(folder / "b.dxf").find("CIRCLE"), std::string::npos);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{20});
 }
 
 TEST_F(Qxhost, reportsAlsoWhenTheScriptFails) {

@@ -49,6 +49,14 @@ std::vector<std::string> references(const char* form, int count) {
     return list;
 }
 
+/// Points whose handles, from 2^40 on, are so far apart.
+std::vector<std::string> spacedHandles(int count, std::uint64_t step) {
+    std::vector<std::string> list;
+    for (std::uint64_t handle = std::uint64_t{1} << 40; count > 0; --count, handle += step)
+        list.push_back("POINT|5 " + hex(handle) + "|10 1.0");
+    return list;
+}
+
 std::vector<BlockText> named(const char* form, int count) {
     std::vector<BlockText> blocks;
     for (const std::string& name : references(form, count)) blocks.push_back({name, {}});
@@ -70,7 +78,42 @@ std::string lengthened(const DrawingText& text, const std::string& value) {
     return bytes.replace(bytes.find("LONG"), 4, value);
 }
 
+/// A polyface mesh of points, and of faces between corners that aren't there.
+std::vector<std::string> meshWithoutCorners(int count) {
+    std::vector<std::string> list{"POLYLINE|66 1|10 0.0|70 64"};
+    const auto add = [&](const std::string& part) {
+        list.insert(list.end(), static_cast<std::size_t>(count), part);
+    };
+    add("VERTEX|10 1.0|20 2.0|70 192");
+    add("VERTEX|10 0.0|70 128|71 2147483647|72 -2147483647|73 99999999|74 -" + std::to_string(2 * count));
+    list.push_back("SEQEND");
+    return list;
+}
+
+/// As steep as splines get, and long.
+std::string steepSpline(int count) {
+    std::string text = "SPLINE|70 8|71 25";
+    for (int i = 0; i < count + 26; ++i) text += "|40 " + std::to_string(i);
+    for (int i = 0; i < count; ++i) text += "|10 " + std::to_string(i) + "|20 " + std::to_string(i % 5);
+    return text;
+}
+
+/// The values in the place of A and B, each with each.
+std::vector<std::string> extremes(const std::vector<std::string>& forms) {
+    const char* const values[] = {"nan", "inf", "1e308", "-1e308", "1e-308", "1e999", "-1", "0", "1e15"};
+    std::vector<std::string> list;
+    for (const std::string& form : forms)
+        for (const char* a : values)
+            for (const char* b : values) {
+                std::string text;
+                for (const char c : form) text += c == '<' ? a : c == '>' ? b : std::string(1, c);
+                list.push_back(text);
+            }
+    return list;
+}
+
 void lookAt(Drawing& drawing) {
+    EXPECT_EQ(drawing.find(0xFFFFFFFFFFFF), nullptr);
     for (Record* each = drawing.firstRecord(); each; each = qx::db::RecordChain::next(each))
         static_cast<void>(drawing.live(each));
     drawing.forEachInModelSpace([](Record* each) {
@@ -118,6 +161,12 @@ TEST(HostileDrawings, areLookedAtWithinSeconds) {
                                            .bytes()},
         {"a group of itself and of its dictionary",
          DrawingText{.entities = {unitLine}, .groups = {{"G", {"E0", "D", "C", "100"}}}}.bytes()},
+        {"handles that might stand in one place of a table",
+         DrawingText{.entities = spacedHandles(10 * many, 351061)}.bytes()},
+        {"handles that might stand in one place of the index",
+         DrawingText{.entities = spacedHandles(10 * many, 0xF1DE83E19937733Du << 44)}.bytes()},
+        {"a mesh without corners", DrawingText{.entities = meshWithoutCorners(5 * many)}.bytes()},
+        {"a steep spline", DrawingText{.entities = {steepSpline(5 * many)}}.bytes()},
         {"layers of one name",
          DrawingText{.layers = std::vector<std::string>(many, "SAME|70 0|62 1")}.bytes()},
         {"attributes", DrawingText{.entities =
@@ -143,6 +192,30 @@ TEST(HostileDrawings, areLookedAtWithinSeconds) {
                                   "INSERT|2 B|10 1e308|41 1e308|50 1e308"},
                      .blocks = {{"B", {unitLine}}}}
              .bytes()},
+        {"numbers at their ends, each with each",
+         DrawingText{
+             .entities = extremes(
+                 {"SPLINE|71 3|40 0|40 0|40 0|40 0|40 1|40 1|40 1|40 1|10 <|20 >|10 1|20 <|10 >|20 1|10 3|20 "
+                  "<",
+                  "SPLINE|71 3|40 <|40 <|40 0|40 0|40 1|40 1|40 >|40 >|41 <|41 >|41 1|41 <|10 0|10 1|10 2|10 "
+                  "3",
+                  "SPLINE|71 3|11 <|21 >|11 1|21 <|11 >|21 2|12 <|22 0|13 >|23 1",
+                  "HATCH|210 0|220 <|230 >|91 1|92 1|93 3|72 2|10 <|20 >|40 >|50 <|51 >|73 1|72 3|10 <|20 "
+                  "0|11 >"
+                  "|21 <|40 >|50 <|51 >|73 0|72 1|10 0|20 0|11 <|21 >|97 0|75 0|76 1",
+                  "HATCH|91 1|92 7|72 1|73 1|93 3|10 <|20 0|42 >|10 1|20 >|42 <|10 0|20 1|97 0|75 0|76 1",
+                  "LEADER|71 1|72 0|76 3|10 <|20 >|10 1|20 <|30 >|10 >|20 1|210 <|230 >|211 <|213 >",
+                  "LEADER|71 1|72 1|76 3|10 <|20 >|10 1|20 <|10 >|20 2",
+                  "SOLID|10 <|20 >|11 >|21 <|12 0|13 1|39 >",
+                  "SOLID|10 0|20 1|11 1|12 3|13 5|210 <|220 >|230 <",
+                  "3DFACE|10 <|20 >|30 <|11 >|21 <|12 1|13 2", "RAY|10 <|20 0|11 >|21 <|31 0",
+                  "XLINE|10 >|20 <|11 <|21 >|31 1", "INSERT|2 B|10 <|41 >|42 <|50 >|70 9|71 9|44 <|45 >",
+                  "INSERT|2 B|10 0|70 <|71 >|44 1|45 1",
+                  "DIMENSION|2 *D1|10 <|20 >|11 >|21 <|13 <|23 >|50 <|53 >|210 <|220 >",
+                  "POLYLINE|66 1|70 16|71 <|72 >|30 <|210 >", "VERTEX|10 <|20 >|30 1|70 64",
+                  "VERTEX|10 1|70 64"}),
+             .blocks = {{"B", {unitLine}}, {"*D1", {unitLine}}}}
+             .bytes()},
         {"a long text", lengthened({.entities = {text}}, std::string(std::size_t{1} << 20, 'x'))},
         {"a long line without a break",
          lengthened({.entities = {mtext}}, std::string(std::size_t{1} << 20, 'x'))},
@@ -160,6 +233,42 @@ TEST(HostileDrawings, areLookedAtWithinSeconds) {
         EXPECT_EQ((*drawing)->toBytes() == each.bytes, true);
         EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{20});
     }
+}
+
+TEST(HostileDrawings, aTextBeyondAllMeasureIsShownByItsBeginning) {
+    constexpr std::size_t shown = std::size_t{1} << 20;
+    for (const char* form : {"MTEXT|10 1.0|40 1.0|1 LONG", "TEXT|10 1.0|40 1.0|1 LONG"}) {
+        SCOPED_TRACE(form);
+        const DrawingText text{.entities = {form}};
+        const auto whole = read(lengthened(text, std::string(shown, 'x')));
+        const auto cut = read(lengthened(text, std::string(8 * shown, 'x')));
+        EXPECT_EQ(extents(*cut, 0x100), extents(*whole, 0x100));
+        EXPECT_TRUE(whole->findings().empty());
+        ASSERT_EQ(cut->findings().size(), 1u);
+        EXPECT_EQ(cut->findings()[0].sentence, "the text is longer than 1 MiB; only its beginning is shown");
+    }
+}
+
+// Every point that is typed asks for the frame.
+TEST(HostileDrawings, aLongHeaderIsReadOnce) {
+    const DrawingText text{.entities = {unitLine}, .header = "|9 $LONG|1 LONG" + repeated("|40 1.0", 200000)};
+    const auto drawing = read(text.bytes());
+    const auto begin = std::chrono::steady_clock::now();
+    for (int i = 0; i < 20000; ++i) EXPECT_EQ(drawing->ucs().xAxis.x, 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{5});
+}
+
+// Each finding tells its line, and a line is found by counting.
+TEST(HostileDrawings, manyFindingsInALargeFileAreQuick) {
+    DrawingText text{.entities = {"TEXT|10 1.0|40 1.0|1 LONG"}};
+    const auto wrong = references("LINE|10 x%d", 1000);
+    text.entities.insert(text.entities.end(), wrong.begin(), wrong.end());
+    const auto drawing = read(lengthened(text, std::string(std::size_t{64} << 20, 'x')));
+    const auto begin = std::chrono::steady_clock::now();
+    drawing->forEachInModelSpace([&](Record* each) { static_cast<void>(drawing->live(each)); });
+    EXPECT_EQ(drawing->findings().size(), 1000u);
+    EXPECT_EQ(drawing->findings().back().line - drawing->findings()[1].line, 998u * 10);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{2});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ed/Tokenizer.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace {
@@ -47,6 +48,45 @@ TEST(Tokenizer, cutsTextIntoAnswers) {
     for (const TokenCase& each : tokenCases) {
         SCOPED_TRACE(each.name);
         EXPECT_EQ(answersOf(qx::ed::Tokenizer{each.text}), each.answers);
+    }
+}
+
+// What took time by its square would take hours.
+TEST(Tokenizer, takesTimeByTheLengthOfTheText) {
+    constexpr std::size_t length = std::size_t{4} << 20;
+    const auto repeated = [](const std::string& part) {
+        std::string text;
+        while (text.size() < length) text += part;
+        return text;
+    };
+    const struct {
+        const char* part;
+        std::size_t answers;
+    } cases[] = {
+        {"x", 1},
+        {" ", length},
+        {"(", 1},
+        {"\"", length / 2},
+        {"(x", 1},
+        {"\n", length},
+        {"\r\n", length / 2},
+        {";c\n", 0},
+        {";", 0},
+        {"^C", length / 2},
+        {"\3", length},
+        {"a ", length / 2},
+        {"()\n", length / 3 + 1},
+        {"\xEF\xBB\xBF", 1},
+        {"\"a\n", length / 3 + 1},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.part);
+        const auto begin = std::chrono::steady_clock::now();
+        qx::ed::Tokenizer tokens{repeated(each.part)};
+        std::size_t answers = 0;
+        while (tokens.next().kind != Input::Kind::end) ++answers;
+        EXPECT_EQ(answers, each.answers);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds{20});
     }
 }
 
