@@ -1,6 +1,5 @@
 #include "ed/SelectionPrompt.h"
 
-#include "dbgroup.h"
 #include "ed/forms.h"
 #include "ed/picking.h"
 
@@ -18,27 +17,6 @@ bool isUnmeasurable(const db::Drawing& drawing, const db::Record* record) {
     if (record->has(db::Record::erased)) return false;
     const AcDbEntity* entity = drawing.liveEntity(const_cast<db::Record*>(record));
     return entity && !entity->isMeasurable() && entity->isVisible();
-}
-
-// Members of the selectable groups that the record belongs to, itself included.
-std::vector<db::Record*> withGroups(const db::Drawing& drawing, db::Record* record, std::size_t& groups) {
-    std::vector<db::Record*> all{record};
-    for (db::Record* each : drawing.groups()) {
-        const auto* group = each->has(db::Record::erased) ? nullptr : AcDbGroup::cast(drawing.live(each));
-        if (!group || !group->isSelectable()) continue;
-        const auto& members = group->members();
-        if (std::ranges::find(members, record) == members.end()) continue;
-        ++groups;
-        std::ranges::copy_if(members, std::back_inserter(all),
-                             [&](db::Record* member) { return member && drawing.isSelectable(member); });
-    }
-    return all;
-}
-
-std::vector<db::Record*> withoutRepeats(const db::Drawing& drawing, const std::vector<db::Record*>& records) {
-    RecordSet set{&drawing};
-    set.add(records);
-    return set.members();
 }
 
 } // namespace
@@ -127,11 +105,9 @@ void SelectionPrompt::takePoint(AcGePoint3d user) {
 }
 
 void SelectionPrompt::takePicked(db::Record* picked) {
-    const int style = session_.variables().number("PICKSTYLE");
-    if (style != 1 && style != 3) return found({picked});
     std::size_t groups = 0;
-    const Records records = withGroups(drawing_, picked, groups);
-    found(withoutRepeats(drawing_, records), groups);
+    const Records records = withGroups(session_, picked, &groups);
+    found(records, groups);
 }
 
 bool SelectionPrompt::takeEntity(const std::string& form) {

@@ -57,6 +57,7 @@ public:
 
     CommandLine& line() { return line_; }
     Variables& variables() { return variables_; }
+    const Variables& variables() const { return variables_; }
     SelectionSets& sets() { return sets_; }
 
     /// Null when no drawing is open.
