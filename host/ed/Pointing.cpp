@@ -26,6 +26,18 @@ std::string handent(const db::Record* record) {
     return "(handent \"" + dxf::handleText(record->handle) + "\")";
 }
 
+/// A point that nobody means to a hundredth of a pixel doesn't need more digits.
+AcGePoint3d rounded(const AcGePoint3d& world, double pixel) {
+    const double step = std::pow(10, std::floor(std::log10(pixel / 100)));
+    const auto nearest = [&](double value) {
+        // Divided by a whole number where that is possible: 0.1 is none.
+        const double steps = std::round(step < 1 ? value * std::round(1 / step) : value / step);
+        const double result = step < 1 ? steps / std::round(1 / step) : steps * step;
+        return std::isfinite(result) ? result : value;
+    };
+    return {nearest(world.x), nearest(world.y), world.z};
+}
+
 } // namespace
 
 Pointing::Pointing(Session& session, Candidates candidates)
@@ -54,13 +66,14 @@ std::vector<std::string> Pointing::click(Ask ask, const Cursor& cursor) {
     switch (ask) {
     case Ask::point: {
         const auto snapped = snap(ask, cursor);
-        return {nearAnswer(snapped ? snapped->point : cursor.world)};
+        return {answerFor(snapped ? snapped->point : rounded(cursor.world, cursor.pixel))};
     }
     case Ask::entity: {
         const db::Record* record = under(ask, cursor);
-        if (!record || record->handle == 0) return {nearAnswer(cursor.world)};
-        return {"(list " + handent(record) + " (list " +
-                coordinates(session_.frame().toUser(cursor.world), ' ') + "))"};
+        const AcGePoint3d place = rounded(cursor.world, cursor.pixel);
+        if (!record || record->handle == 0) return {answerFor(place)};
+        return {"(list " + handent(record) + " (list " + coordinates(session_.frame().toUser(place), ' ') +
+                "))"};
     }
     case Ask::selection:
         return clickAtSelection(cursor);
@@ -79,14 +92,14 @@ std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
     std::vector<std::string> answers;
     if (db::Record* record = under(Ask::selection, cursor)) {
         for (const db::Record* each : withGroups(session_, record))
-            answers.push_back(each->handle ? handent(each) : nearAnswer(cursor.world));
+            answers.push_back(each->handle ? handent(each) : answerFor(cursor.world));
     } else if (!corner_) {
-        corner_ = cursor.world;
+        corner_ = rounded(cursor.world, cursor.pixel);
         return {};
     } else {
         const AcGePoint3d first = *std::exchange(corner_, std::nullopt);
-        const char* option = cursor.world.x < first.x ? "C" : "W";
-        answers = {option, nearAnswer(first), nearAnswer(cursor.world)};
+        const AcGePoint3d opposite = rounded(cursor.world, cursor.pixel);
+        answers = {opposite.x < first.x ? "C" : "W", answerFor(first), answerFor(opposite)};
     }
     if (cursor.removes) {
         answers.insert(answers.begin(), "R");
@@ -114,14 +127,15 @@ std::vector<db::Record*> Pointing::within(const AcGePoint3d& corner, const AcGeP
 }
 
 void Pointing::select(const std::vector<db::Record*>& records, bool removes) {
-    if (session_.pickFirst.drawing() != session_.drawing()) session_.pickFirst = RecordSet{session_.drawing()};
+    if (session_.pickFirst.drawing() != session_.drawing())
+        session_.pickFirst = RecordSet{session_.drawing()};
     if (removes)
         session_.pickFirst.remove(records);
     else
         session_.pickFirst.add(records);
 }
 
-std::string Pointing::nearAnswer(const AcGePoint3d& world) const {
+std::string Pointing::answerFor(const AcGePoint3d& world) const {
     return coordinates(session_.frame().toUser(world), ',');
 }
 

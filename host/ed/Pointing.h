@@ -1,5 +1,5 @@
-// What a mouse means at a prompt, as the answers that would be typed for it: an object under the cursor as its
-// handle, so that the answers mean the same in any view and can be replayed as a script; a point as its
+// What a mouse means at a prompt, as the answers that would be typed for it: an object under the cursor as
+// its handle, so that the answers mean the same in any view and can be replayed as a script; a point as its
 // coordinates, exact where the cursor snaps; at a selection prompt two corners as a window or crossing.
 #pragma once
 
@@ -43,7 +43,7 @@ public:
 private:
     std::vector<std::string> clickAtSelection(const Cursor& cursor);
     void clickBetweenCommands(const Cursor& cursor);
-    std::string nearAnswer(const AcGePoint3d& world) const;
+    std::string answerFor(const AcGePoint3d& world) const;
     std::vector<db::Record*> within(const AcGePoint3d& corner, const AcGePoint3d& opposite) const;
     std::vector<db::Record*> aroundCursor(const Cursor& cursor, double reach) const;
     void select(const std::vector<db::Record*>& records, bool removes);

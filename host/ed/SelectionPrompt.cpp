@@ -26,6 +26,13 @@ SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::s
       removePrompt_{std::move(removePrompt)}, set_{session.drawing()} {}
 
 SelectionPrompt::End SelectionPrompt::run() {
+    session_.selecting = &set_;
+    const End end = askUntilEnter();
+    session_.selecting = nullptr;
+    return end;
+}
+
+SelectionPrompt::End SelectionPrompt::askUntilEnter() {
     for (;;) {
         const Input input = askInput();
         if (input.kind == Input::Kind::cancel) return End::cancelled;
@@ -100,7 +107,7 @@ void SelectionPrompt::takePrevious() {
 void SelectionPrompt::takePoint(AcGePoint3d user) {
     if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), session_.pickReach()))
         return takePicked(picked);
-    const auto opposite = askCorner("指定对角点: ", OnEnter::endSelection);
+    const auto opposite = askOpposite(user, OnEnter::endSelection);
     if (opposite) takeWindow(user, *opposite, opposite->x < user.x ? Rectangle::crossing : Rectangle::window);
 }
 
@@ -121,7 +128,7 @@ bool SelectionPrompt::takeEntity(const std::string& form) {
 void SelectionPrompt::takeRectangle(Rectangle rectangle) {
     const auto first = askCorner("指定第一个角点: ", OnEnter::leaveWindow);
     if (!first) return;
-    const auto second = askCorner("指定对角点: ", OnEnter::leaveWindow);
+    const auto second = askOpposite(*first, OnEnter::leaveWindow);
     if (second) takeWindow(*first, *second, rectangle);
 }
 
@@ -137,6 +144,13 @@ std::optional<AcGePoint3d> SelectionPrompt::askCorner(const std::string& prompt,
     }
     session_.lastPoint = session_.frame().resolved(*point, session_.lastPoint);
     return session_.lastPoint;
+}
+
+std::optional<AcGePoint3d> SelectionPrompt::askOpposite(const AcGePoint3d& corner, OnEnter onEnter) {
+    session_.rubberBand = {.from = session_.frame().toWorld(corner), .isRectangle = true};
+    const auto opposite = askCorner("指定对角点: ", onEnter);
+    session_.rubberBand.reset();
+    return opposite;
 }
 
 void SelectionPrompt::takeWindow(const AcGePoint3d& first, const AcGePoint3d& second, Rectangle rectangle) {

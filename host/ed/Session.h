@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 class AcApDocument;
@@ -81,6 +82,15 @@ public:
     RecordSet previous;
     /// What is selected while no command runs.
     RecordSet pickFirst;
+
+    /// What the running selection prompt has so far; null while none runs.
+    const RecordSet* selecting = nullptr;
+    /// While a point is asked for: where a line, or a rectangle, to the cursor begins. World coordinates.
+    struct RubberBand {
+        AcGePoint3d from;
+        bool isRectangle = false;
+    };
+    std::optional<RubberBand> rubberBand;
 
     /// Flags of the running command; -1 while none runs.
     int commandFlags = -1;

@@ -30,9 +30,8 @@ enum class Rectangle {
 QX_HOST_API std::vector<db::Record*> foundIn(const db::Drawing& drawing, const AcGePoint3d& corner,
                                              const AcGePoint3d& opposite, Rectangle rectangle);
 QX_HOST_API std::vector<db::Record*> foundIn(const db::Drawing& drawing,
-                                             std::span<db::Record* const> entities,
-                                             const AcGePoint3d& corner, const AcGePoint3d& opposite,
-                                             Rectangle rectangle);
+                                             std::span<db::Record* const> entities, const AcGePoint3d& corner,
+                                             const AcGePoint3d& opposite, Rectangle rectangle);
 
 /// What picking the entity selects: itself and, when PICKSTYLE is 1 or 3, the selectable members of the
 /// selectable groups that it belongs to, each once. `groups` counts these.
