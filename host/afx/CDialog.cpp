@@ -76,19 +76,27 @@ HWND CDialog::create(HWND parent) {
 
 INT_PTR CDialog::DoModal() {
     startControls();
-    const HWND parent = parent_ ? parent_->GetSafeHwnd() : nullptr;
+    const HWND parent = parentWindow();
     result_ = -1;
     isRunning_ = true; // OnInitDialog may already end it
     {
         const DisabledWindow disabled{parent};
         if (create(parent)) runLoop();
         if (m_hWnd) ::ShowWindow(m_hWnd, SW_HIDE);
+        if (m_hWnd) qx::afx::tellDialogEnd(m_hWnd, template_, command_);
     }
     // The parent can be used again before the dialog goes, so that it and no stranger becomes active.
     if (parent) ::SetActiveWindow(parent);
     if (m_hWnd) ::DestroyWindow(m_hWnd);
     qx::afx::rethrowException();
     return result_;
+}
+
+HWND CDialog::parentWindow() const { return parent_ ? parent_->GetSafeHwnd() : qx::afx::mainWindow(); }
+
+BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
+    if (HIWORD(wParam) == BN_CLICKED) command_ = LOWORD(wParam);
+    return CWnd::OnCommand(wParam, lParam);
 }
 
 void CDialog::runLoop() {
@@ -107,7 +115,7 @@ BOOL CDialog::PreTranslateMessage(MSG* message) { return ::IsDialogMessageW(m_hW
 
 BOOL CDialog::OnInitDialog() {
     UpdateData(FALSE);
-    centre(m_hWnd, parent_ ? parent_->GetSafeHwnd() : nullptr);
+    centre(m_hWnd, parentWindow());
     return TRUE;
 }
 

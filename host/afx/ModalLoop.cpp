@@ -8,6 +8,8 @@ namespace qx::afx {
 namespace {
 
 IdleStep idleStep;
+DialogEnd dialogEnd;
+HWND programWindow = nullptr;
 std::exception_ptr kept;
 
 /// The window first, then its parents up to the dialog. Only objects take part.
@@ -39,6 +41,16 @@ void idle(HWND dialog) {
 } // namespace
 
 void setIdleStep(IdleStep step) { idleStep = std::move(step); }
+
+void setDialogEnd(DialogEnd end) { dialogEnd = std::move(end); }
+
+void tellDialogEnd(HWND dialog, UINT templateId, UINT command) {
+    if (dialogEnd) dialogEnd(dialog, templateId, command);
+}
+
+void setMainWindow(HWND window) { programWindow = window; }
+
+HWND mainWindow() { return programWindow; }
 
 void runModalLoop(HWND dialog, const std::function<bool()>& isRunning) {
     while (isRunning() && !kept) {

@@ -14,6 +14,16 @@ namespace qx::afx {
 using IdleStep = std::function<bool(HWND dialog)>;
 QX_HOST_API void setIdleStep(IdleStep step);
 
+/// Told of each modal dialog that has ended while its controls are still there: its template, and the last command
+/// that one of them gave.
+using DialogEnd = std::function<void(HWND dialog, UINT templateId, UINT command)>;
+QX_HOST_API void setDialogEnd(DialogEnd end);
+void tellDialogEnd(HWND dialog, UINT templateId, UINT command);
+
+/// The window that dialogs stand before which were made without a parent; null for none.
+QX_HOST_API void setMainWindow(HWND window);
+HWND mainWindow();
+
 /// Runs until `isRunning` answers false, or the program is to end.
 void runModalLoop(HWND dialog, const std::function<bool()>& isRunning);
 

@@ -43,6 +43,8 @@ public:
     /// what a dimension shows as the dimension.
     std::vector<Record*> changedByLast(std::size_t count) const;
     std::vector<Record*> changedByNext(std::size_t count) const;
+    /// The same of the open step; none when there is none.
+    std::vector<Record*> changedSoFar() const { return changedBy(std::span{&open_, 1}); }
     /// How many changes the open step has logged so far.
     std::size_t changesSoFar() const { return open_.count; }
 

@@ -34,11 +34,13 @@ public:
         item.lines.begin = static_cast<std::uint32_t>(list.lines_.size());
         item.arcs.begin = static_cast<std::uint32_t>(list.arcs_.size());
         item.texts.begin = static_cast<std::uint32_t>(list.texts_.size());
+        item.rays.begin = static_cast<std::uint32_t>(list.rays_.size());
     }
     ~Recorder() override {
         item_.lines.end = static_cast<std::uint32_t>(list_.lines_.size());
         item_.arcs.end = static_cast<std::uint32_t>(list_.arcs_.size());
         item_.texts.end = static_cast<std::uint32_t>(list_.texts_.size());
+        item_.rays.end = static_cast<std::uint32_t>(list_.rays_.size());
         item_.box = extents_.box();
     }
     Recorder(const Recorder&) = delete;
@@ -47,6 +49,7 @@ public:
     void segment(const shape::Segment& segment) override {
         if (!isDrawable(segment)) return;
         extents_.segment(segment);
+        if (segment.isHidden) return;
         list_.lines_.push_back({flat(segment.start), flat(segment.end)});
     }
     void arc(const shape::EllipticArc& arc) override {
@@ -58,6 +61,18 @@ public:
         if (!isDrawable(run) || run.extent.blank) return;
         extents_.text(run);
         list_.texts_.push_back(run);
+    }
+    void endless(const shape::Endless& endless) override {
+        const AcGeVector2d along = flat(endless.along);
+        if (!isDrawable(shape::Segment{endless.base, endless.base}) || !(along.length() > 0)) return;
+        list_.rays_.push_back({flat(endless.base), along / along.length(), endless.goesBothWays});
+    }
+    // Chords that stay fine when the view comes nearer; finer ones are not worth the memory.
+    void bezier(const shape::Bezier& curve) override {
+        if (!isDrawable(curve)) return;
+        constexpr double fine = 1e-4;
+        forEachChord(curve, fine * sizeOf(hullBox(curve)),
+                     [&](const shape::Segment& each) { segment(each); });
     }
 
 private:
@@ -74,11 +89,13 @@ void DisplayList::rebuild() {
     lines_.clear();
     arcs_.clear();
     texts_.clear();
+    rays_.clear();
+    endless_.clear();
     places_.clear();
     areExtentsKnown_ = false;
     drawing_.forEachInModelSpace([&](db::Record* record) {
         if (!isShown(record)) return;
-        items_.push_back({record, {}, {}, {}, {}, 0});
+        items_.push_back({record, {}, {}, {}, {}, {}, 0});
         take(record, items_.back());
         noteBox(items_.size() - 1);
     });
@@ -100,6 +117,8 @@ void DisplayList::take(db::Record* record, Item& item) {
 
 // A box only ever grows: what shrank is looked at in vain until the list is built anew.
 void DisplayList::noteBox(std::size_t item) {
+    const bool isEndless = items_[item].rays.begin != items_[item].rays.end;
+    if (isEndless && std::ranges::find(endless_, item) == endless_.end()) endless_.push_back(item);
     if (groups_.size() <= item / groupSize) groups_.resize(item / groupSize + 1);
     groups_[item / groupSize].box.add(items_[item].box);
 }
@@ -112,7 +131,7 @@ std::unordered_map<const db::Record*, std::size_t>& DisplayList::places() const 
 
 std::size_t DisplayList::placeOf(db::Record* record) {
     const auto [place, isNew] = places().try_emplace(record, items_.size());
-    if (isNew) items_.push_back({record, {}, {}, {}, {}, 0});
+    if (isNew) items_.push_back({record, {}, {}, {}, {}, {}, 0});
     return place->second;
 }
 
@@ -128,7 +147,7 @@ void DisplayList::update(std::span<db::Record* const> records) {
         if (!db::isEntity(each->kind)) continue;
         db::Record* record = each->owner && db::isEntity(each->owner->kind) ? each->owner : each;
         Item& item = items_[placeOf(record)];
-        item.lines = item.arcs = item.texts = {};
+        item.lines = item.arcs = item.texts = item.rays = {};
         item.box = {};
         if (isShown(record)) take(record, item);
         noteBox(static_cast<std::size_t>(&item - items_.data()));
@@ -154,6 +173,8 @@ template <class Visit> void DisplayList::forEachMeeting(const shape::Box& rectan
         for (std::size_t i = group * groupSize; i < end; ++i)
             if (meets(items_[i].box, rectangle)) visit(items_[i]);
     }
+    for (const std::size_t each : endless_)
+        if (!meets(items_[each].box, rectangle)) visit(items_[each]);
 }
 
 std::vector<db::Record*> DisplayList::meeting(const shape::Box& rectangle) const {
@@ -173,12 +194,13 @@ void DisplayList::drawItem(const Item& item, Raster& raster, const View& view, G
     constexpr double readable = 4; // pixels
     const Colour colour = colourOn(ground, item.colour);
     const AcGeVector3d size = item.box.max - item.box.min;
-    if (std::max(size.x, size.y) * view.scale() < 1) return raster.point(view.toScreen(item.box.min), colour);
+    const bool isSmall = !item.box.isEmpty() && std::max(size.x, size.y) * view.scale() < 1;
+    if (isSmall) return raster.point(view.toScreen(item.box.min), colour);
     trace(item, view, [&](const AcGePoint2d& from, const AcGePoint2d& to) { raster.line(from, to, colour); });
     for (std::uint32_t i = item.texts.begin; i < item.texts.end; ++i) {
         const shape::TextRun& run = texts_[i];
         if (flat(run.up).length() * view.scale() >= readable)
-            texts.paint(run, view, colour);
+            texts.paint(run, view, raster.clip(), colour);
         else
             raster.line(view.toScreen(run.at(run.extent.inkLeft, 0.5)),
                         view.toScreen(run.at(run.extent.inkRight, 0.5)), colour);
@@ -202,6 +224,13 @@ template <class Pen> void DisplayList::trace(const Item& item, const View& view,
             from = to;
         }
     }
+    for (std::uint32_t i = item.rays.begin; i < item.rays.end; ++i) {
+        const Ray& ray = rays_[i];
+        const AcGePoint2d base = toScreen(ray.base);
+        const double reach = (base - AcGePoint2d{0, 0}).length() + view.width() + view.height();
+        const AcGeVector2d along = AcGeVector2d{ray.along.x, -ray.along.y} * reach;
+        pen(ray.goesBothWays ? base - along : base, base + along);
+    }
 }
 
 void DisplayList::drawAgain(std::span<db::Record* const> records, Raster& raster, const View& view,
@@ -210,8 +239,9 @@ void DisplayList::drawAgain(std::span<db::Record* const> records, Raster& raster
     const shape::Box seen = view.worldOf(clip.left, clip.top, clip.right, clip.bottom);
     for (const db::Record* each : records) {
         const auto place = places().find(each);
-        if (place == places().end() || !meets(items_[place->second].box, seen)) continue;
+        if (place == places().end()) continue;
         const Item& item = items_[place->second];
+        if (item.rays.begin == item.rays.end && !meets(item.box, seen)) continue;
         drawItemAgain(item, raster, view, ground, emphasis);
     }
 }

@@ -22,8 +22,8 @@ namespace qx::draw {
 class TextPainter {
 public:
     virtual ~TextPainter() = default;
-    /// The run is drawable and large enough to be read. Nothing outside of the raster's clip rectangle.
-    virtual void paint(const shape::TextRun& run, const View& view, Colour colour) = 0;
+    /// The run is drawable and large enough to be read. Nothing may change outside of the clip rectangle.
+    virtual void paint(const shape::TextRun& run, const View& view, const PixelRect& clip, Colour colour) = 0;
 };
 
 /// How something that stands out is drawn.
@@ -63,13 +63,18 @@ private:
         AcGeVector2d u, v;
         double sweep;
     };
+    struct Ray {
+        AcGePoint2d base;
+        AcGeVector2d along; ///< of length 1
+        bool goesBothWays;
+    };
     struct Range {
         std::uint32_t begin = 0, end = 0;
     };
     struct Item {
         db::Record* record;
         shape::Box box;
-        Range lines, arcs, texts;
+        Range lines, arcs, texts, rays;
         std::int32_t colour; ///< an index
     };
     struct Group { ///< of neighbours in the list
@@ -95,6 +100,8 @@ private:
     std::vector<Line> lines_;
     std::vector<Arc> arcs_;
     std::vector<shape::TextRun> texts_;
+    std::vector<Ray> rays_;
+    std::vector<std::size_t> endless_;                                  ///< items with rays
     mutable std::unordered_map<const db::Record*, std::size_t> places_; ///< empty until first needed
     mutable shape::Box extents_;
     mutable bool areExtentsKnown_ = false;

@@ -1,5 +1,6 @@
 #include "ed/CommandLine.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -92,6 +93,7 @@ Input CommandLine::readSources(Ask what) {
         Input input = sources_.back()->next(what);
         if (input.kind != Input::Kind::end) {
             line_ = input.line;
+            noteAnswer(input);
             return input;
         }
         if (sources_.size() == 1) break;
@@ -100,7 +102,14 @@ Input CommandLine::readSources(Ask what) {
     return {};
 }
 
+void CommandLine::noteAnswer(const Input& input) {
+    if (!keepsScript) return;
+    lastAnswer_ = script_.size();
+    script_ += scriptOf(input);
+}
+
 void CommandLine::refuse(std::string_view sentence, const std::string& reason) {
+    script_.resize(std::min(lastAnswer_, script_.size()));
     transcript.sentence(sentence);
     if (!isInteractive()) fail(reason);
 }

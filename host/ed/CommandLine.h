@@ -10,6 +10,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qx::ed {
@@ -42,11 +43,19 @@ public:
     /// Typed input for the next prompts; a part without a space or line end at its end waits for more.
     void queue(std::string_view text, bool echo);
 
+    /// The answers that were taken from the sources since this was asked last, refused ones left out, as a
+    /// script that gives the same; kept only where somebody wants them.
+    bool keepsScript = false;
+    std::string takeScript() { return std::exchange(script_, {}); }
+    /// What was answered elsewhere than at a prompt goes into that script too.
+    void noteAnswer(const Input& input);
+
     /// True when a person answers.
     bool isInteractive() const { return !sources_.empty() && sources_.back()->isInteractive(); }
     bool hasFailed() const { return !failure_.empty(); }
     /// What failed the source, with its name and the line; English.
     const std::string& failure() const { return failure_; }
+    void forgetFailure() { failure_.clear(); }
     void beginCommand(std::string name);
     void endCommand() { command_.clear(); }
 
@@ -67,6 +76,8 @@ private:
     int cancels_ = 0;     ///< given to the running command without a break
     std::string failure_;
     std::size_t line_ = 0;
+    std::string script_;
+    std::size_t lastAnswer_ = 0; ///< where it begins there
 };
 
 } // namespace qx::ed

@@ -1,6 +1,7 @@
 #include "ed/CommandRunner.h"
 
 #include "accmd.h"
+#include "ed/forms.h"
 #include "os/encoding.h"
 #include "rx/ModuleLoader.h"
 
@@ -49,6 +50,7 @@ std::string functionName(const std::string& form) {
 
 RunEnd CommandRunner::run(InputSource& source) {
     CommandLine& line = session_.line();
+    line.forgetFailure();
     line.push(source);
     for (;;) {
         const Input input = line.ask(Ask::command, commandPrompt);
@@ -64,7 +66,9 @@ RunEnd CommandRunner::run(InputSource& source) {
 void CommandRunner::runInput(const Input& input) {
     if (input.kind == Input::Kind::cancel) session_.pickFirst.clear();
     if (input.kind != Input::Kind::text) return;
-    if (input.text.starts_with('('))
+    if (const auto handles = parseSelect(input.text); handles && session_.drawing())
+        selectFirst(*handles);
+    else if (input.text.starts_with('('))
         callFunction(input.text);
     else
         runCommand(input.text);
@@ -79,6 +83,16 @@ void CommandRunner::runCommand(const std::string& typed) {
                         command->run().error());
     const int flags = command->commandFlags();
     perform(os::toUtf8(command->globalName()), flags, [&] { return command->run(); });
+}
+
+void CommandRunner::selectFirst(const std::vector<std::uint64_t>& handles) {
+    db::Drawing& drawing = *session_.drawing();
+    std::vector<db::Record*> records;
+    for (const std::uint64_t handle : handles)
+        if (db::Record* record = drawing.find(handle); record && drawing.isSelectable(record))
+            records.push_back(record);
+    session_.pickFirst = RecordSet{&drawing};
+    session_.pickFirst.add(records);
 }
 
 void CommandRunner::callFunction(const std::string& form) {

@@ -6,15 +6,17 @@
 #include "ed/Session.h"
 #include "os/Result.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace qx::ed {
 
 enum class RunEnd {
     sourceEnded,
     quit,
-    failed ///< the source can't go on; the session's command line knows why
+    failed ///< the source can't go on; the session's command line knows why until the next run
 };
 
 class QX_HOST_API CommandRunner {
@@ -29,6 +31,7 @@ private:
 
     void runInput(const Input& input);
     void runCommand(const std::string& typed);
+    void selectFirst(const std::vector<std::uint64_t>& handles);
     void callFunction(const std::string& form);
     void perform(const std::string& name, int flags, const Body& body);
     CommandEnd settle(const std::string& name, db::Drawing* step, const Outcome& outcome);

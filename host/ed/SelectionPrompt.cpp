@@ -1,6 +1,5 @@
 #include "ed/SelectionPrompt.h"
 
-#include "dbgroup.h"
 #include "ed/forms.h"
 #include "ed/picking.h"
 
@@ -20,27 +19,6 @@ bool isUnmeasurable(const db::Drawing& drawing, const db::Record* record) {
     return entity && !entity->isMeasurable() && entity->isVisible();
 }
 
-// Members of the selectable groups that the record belongs to, itself included.
-std::vector<db::Record*> withGroups(const db::Drawing& drawing, db::Record* record, std::size_t& groups) {
-    std::vector<db::Record*> all{record};
-    for (db::Record* each : drawing.groups()) {
-        const auto* group = each->has(db::Record::erased) ? nullptr : AcDbGroup::cast(drawing.live(each));
-        if (!group || !group->isSelectable()) continue;
-        const auto& members = group->members();
-        if (std::ranges::find(members, record) == members.end()) continue;
-        ++groups;
-        std::ranges::copy_if(members, std::back_inserter(all),
-                             [&](db::Record* member) { return member && drawing.isSelectable(member); });
-    }
-    return all;
-}
-
-std::vector<db::Record*> withoutRepeats(const db::Drawing& drawing, const std::vector<db::Record*>& records) {
-    RecordSet set{&drawing};
-    set.add(records);
-    return set.members();
-}
-
 } // namespace
 
 SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::string removePrompt)
@@ -48,6 +26,13 @@ SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::s
       removePrompt_{std::move(removePrompt)}, set_{session.drawing()} {}
 
 SelectionPrompt::End SelectionPrompt::run() {
+    session_.selecting = &set_;
+    const End end = askUntilEnter();
+    session_.selecting = nullptr;
+    return end;
+}
+
+SelectionPrompt::End SelectionPrompt::askUntilEnter() {
     for (;;) {
         const Input input = askInput();
         if (input.kind == Input::Kind::cancel) return End::cancelled;
@@ -122,16 +107,14 @@ void SelectionPrompt::takePrevious() {
 void SelectionPrompt::takePoint(AcGePoint3d user) {
     if (db::Record* picked = pickedAt(drawing_, session_.frame().toWorld(user), session_.pickReach()))
         return takePicked(picked);
-    const auto opposite = askCorner("指定对角点: ", OnEnter::endSelection);
+    const auto opposite = askOpposite(user, OnEnter::endSelection);
     if (opposite) takeWindow(user, *opposite, opposite->x < user.x ? Rectangle::crossing : Rectangle::window);
 }
 
 void SelectionPrompt::takePicked(db::Record* picked) {
-    const int style = session_.variables().number("PICKSTYLE");
-    if (style != 1 && style != 3) return found({picked});
     std::size_t groups = 0;
-    const Records records = withGroups(drawing_, picked, groups);
-    found(withoutRepeats(drawing_, records), groups);
+    const Records records = withGroups(session_, picked, &groups);
+    found(records, groups);
 }
 
 bool SelectionPrompt::takeEntity(const std::string& form) {
@@ -145,7 +128,7 @@ bool SelectionPrompt::takeEntity(const std::string& form) {
 void SelectionPrompt::takeRectangle(Rectangle rectangle) {
     const auto first = askCorner("指定第一个角点: ", OnEnter::leaveWindow);
     if (!first) return;
-    const auto second = askCorner("指定对角点: ", OnEnter::leaveWindow);
+    const auto second = askOpposite(*first, OnEnter::leaveWindow);
     if (second) takeWindow(*first, *second, rectangle);
 }
 
@@ -161,6 +144,13 @@ std::optional<AcGePoint3d> SelectionPrompt::askCorner(const std::string& prompt,
     }
     session_.lastPoint = session_.frame().resolved(*point, session_.lastPoint);
     return session_.lastPoint;
+}
+
+std::optional<AcGePoint3d> SelectionPrompt::askOpposite(const AcGePoint3d& corner, OnEnter onEnter) {
+    session_.rubberBand = {.from = session_.frame().toWorld(corner), .isRectangle = true};
+    const auto opposite = askCorner("指定对角点: ", onEnter);
+    session_.rubberBand.reset();
+    return opposite;
 }
 
 void SelectionPrompt::takeWindow(const AcGePoint3d& first, const AcGePoint3d& second, Rectangle rectangle) {

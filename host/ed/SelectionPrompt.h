@@ -31,6 +31,7 @@ public:
 private:
     using Records = std::vector<db::Record*>;
 
+    End askUntilEnter();
     void take(const Input& input);
     bool takeOption(const std::string& option);
     void takeAll();
@@ -45,6 +46,7 @@ private:
     /// What Enter means instead of a corner: who asked for a window gives that up, and only that.
     enum class OnEnter { leaveWindow, endSelection };
     std::optional<AcGePoint3d> askCorner(const std::string& prompt, OnEnter onEnter);
+    std::optional<AcGePoint3d> askOpposite(const AcGePoint3d& corner, OnEnter onEnter);
     void takeWindow(const AcGePoint3d& first, const AcGePoint3d& second, Rectangle rectangle);
     void found(const Records& records, std::size_t groups = 0);
     void say(const std::string& sentence);

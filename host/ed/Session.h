@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 class AcApDocument;
@@ -57,6 +58,7 @@ public:
 
     CommandLine& line() { return line_; }
     Variables& variables() { return variables_; }
+    const Variables& variables() const { return variables_; }
     SelectionSets& sets() { return sets_; }
 
     /// Null when no drawing is open.
@@ -80,6 +82,15 @@ public:
     RecordSet previous;
     /// What is selected while no command runs.
     RecordSet pickFirst;
+
+    /// What the running selection prompt has so far; null while none runs.
+    const RecordSet* selecting = nullptr;
+    /// While a point is asked for: where a line, or a rectangle, to the cursor begins. World coordinates.
+    struct RubberBand {
+        AcGePoint3d from;
+        bool isRectangle = false;
+    };
+    std::optional<RubberBand> rubberBand;
 
     /// Flags of the running command; -1 while none runs.
     int commandFlags = -1;

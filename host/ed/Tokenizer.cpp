@@ -1,5 +1,6 @@
 #include "ed/Tokenizer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qx::ed {
@@ -10,6 +11,26 @@ constexpr char controlC = '\3';
 bool endsAnswer(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == controlC; }
 
 } // namespace
+
+std::string scriptOf(const Input& input) {
+    const std::string& text = input.text;
+    switch (input.kind) {
+    case Input::Kind::cancel:
+        return "^C\n";
+    case Input::Kind::text:
+    case Input::Kind::unfinished:
+        break;
+    case Input::Kind::enter:
+        return "\n";
+    case Input::Kind::end:
+        return {};
+    }
+    const bool isForm = text.starts_with('(');
+    const bool looksElse =
+        text.empty() || text.starts_with(';') || text.starts_with("^C") || text.starts_with("^c");
+    const bool isQuoted = input.quoted || looksElse || (!isForm && std::ranges::any_of(text, endsAnswer));
+    return (isQuoted ? '"' + text + '"' : text) + '\n';
+}
 
 Tokenizer::Tokenizer(std::string text) : text_{std::move(text)} {
     constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

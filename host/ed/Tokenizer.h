@@ -11,6 +11,9 @@
 
 namespace qx::ed {
 
+/// The text that is cut into this answer again, line end included. A quoted text must not hold what ends it.
+QX_HOST_API std::string scriptOf(const Input& input);
+
 class QX_HOST_API Tokenizer {
 public:
     explicit Tokenizer(std::string text = {});

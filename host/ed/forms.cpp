@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <utility>
 
 namespace qx::ed {
 namespace {
@@ -43,9 +44,10 @@ public:
         rest_.remove_prefix(std::min(rest_.find_first_of(" )"), rest_.size()));
         return *this;
     }
+    /// False also when a part was missing.
     bool isAt(char next) {
         skipBlanks();
-        return rest_.starts_with(next);
+        return isGood_ && rest_.starts_with(next);
     }
     bool isComplete() const { return isGood_ && rest_.empty(); }
 
@@ -75,6 +77,14 @@ std::optional<TypedPick> parsePick(std::string_view form) {
     takeHandent(reader.mark('(').word("LIST"), pick.handle).mark('(').word("LIST").real(x).real(y);
     if (!reader.isAt(')')) reader.real(z);
     return reader.mark(')').mark(')').isComplete() ? std::optional{pick} : std::nullopt;
+}
+
+std::optional<std::vector<std::uint64_t>> parseSelect(std::string_view form) {
+    std::vector<std::uint64_t> handles;
+    FormReader reader{form};
+    reader.mark('(').word("SELECT");
+    while (reader.isAt('(')) takeHandent(reader, handles.emplace_back());
+    return reader.mark(')').isComplete() ? std::optional{std::move(handles)} : std::nullopt;
 }
 
 } // namespace qx::ed

@@ -1,6 +1,6 @@
-// The forms in parentheses with which a script names an object: `(handent "2F")`, and for a pick
-// `(list (handent "2F") (list x y z))`. Words in any case, blanks between the parts as one likes; whatever
-// else stands there makes it no form.
+// The forms in parentheses with which a script names objects: `(handent "2F")`, for a pick
+// `(list (handent "2F") (list x y z))`, and `(select (handent "2F") ...)`. Words in any case, blanks between
+// the parts as one likes; whatever else stands there makes it no form.
 #pragma once
 
 #include "ed/points.h"
@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace qx::ed {
 
@@ -22,5 +23,9 @@ struct TypedPick {
     friend bool operator==(const TypedPick&, const TypedPick&) = default;
 };
 QX_HOST_API std::optional<TypedPick> parsePick(std::string_view form);
+
+/// The handles in `(select (handent "2F") (handent "30"))`, which between commands says what is selected
+/// before the next one.
+QX_HOST_API std::optional<std::vector<std::uint64_t>> parseSelect(std::string_view form);
 
 } // namespace qx::ed

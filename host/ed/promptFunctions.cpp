@@ -4,6 +4,7 @@
 #include "os/encoding.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -67,9 +68,13 @@ int acedInitGet(int val, const ACHAR* kwl) {
 int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result) {
     Session* session = Session::current();
     if (!session || !session->drawing()) return RTERROR;
+    const std::optional<AcGePoint3d> base =
+        pt ? std::optional{AcGePoint3d{pt[0], pt[1], pt[2]}} : std::nullopt;
+    if (base) session->rubberBand = {.from = session->frame().toWorld(*base)};
     const auto answer = ed::askPoint(session->line(), requestFor(*session, prompt));
+    session->rubberBand.reset();
     if (answer.kind == Answered::value) {
-        const AcGePoint3d last = pt ? AcGePoint3d{pt[0], pt[1], pt[2]} : session->lastPoint;
+        const AcGePoint3d last = base.value_or(session->lastPoint);
         session->lastPoint = session->frame().resolved(answer.value, last);
         copyPoint(session->lastPoint, result);
     }

@@ -194,4 +194,31 @@ Outcome AtomicFile::commit(Backup backup) {
     return {};
 }
 
+Outcome moveFile(const std::string& from, const std::string& to) {
+    const Outcome moved = replaceBy(from, to);
+    return moved ? Outcome{} : Outcome::failure(cantWrite(to, moved.error()));
+}
+
+struct AppendedFile::State {
+    std::string path;
+    RawFile file;
+};
+
+AppendedFile::AppendedFile(std::unique_ptr<State> state) : state_{std::move(state)} {}
+AppendedFile::AppendedFile(AppendedFile&&) noexcept = default;
+AppendedFile& AppendedFile::operator=(AppendedFile&&) noexcept = default;
+AppendedFile::~AppendedFile() = default;
+
+Result<AppendedFile> AppendedFile::open(const std::string& path) {
+    auto file = RawFile::openForAppending(path);
+    if (!file) return Result<AppendedFile>::failure(cantWrite(path, file.error()));
+    return AppendedFile{std::unique_ptr<State>{new State{path, std::move(*file)}}};
+}
+
+Outcome AppendedFile::append(std::string_view text) {
+    Outcome written = state_->file.writeAll(text.data(), text.size());
+    if (written) written = state_->file.flushToDisk();
+    return written ? Outcome{} : Outcome::failure(cantWrite(state_->path, written.error()));
+}
+
 } // namespace qx::os

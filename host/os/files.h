@@ -59,6 +59,11 @@ struct FileStamp {
 /// Nothing where there is no ordinary file.
 QX_HOST_API std::optional<FileStamp> stampOf(const std::string& path);
 
+/// It may be missing.
+QX_HOST_API void removeFile(const std::string& path);
+/// Gives a file another name in the same folder, replacing what has that.
+QX_HOST_API Outcome moveFile(const std::string& from, const std::string& to);
+
 enum class Backup {
     none,
     keep ///< the old file stays, as `target.bak`; an older backup is replaced
@@ -86,6 +91,26 @@ public:
 private:
     struct State;
     explicit AtomicFile(std::unique_ptr<State> state);
+
+    std::unique_ptr<State> state_;
+};
+
+/// A file that grows, and has on the disk all that was appended. Nobody else can append to it meanwhile.
+class QX_HOST_API AppendedFile {
+public:
+    /// What the file holds stays; it is made where there is none.
+    static Result<AppendedFile> open(const std::string& path);
+
+    AppendedFile(AppendedFile&&) noexcept;
+    AppendedFile& operator=(AppendedFile&&) noexcept;
+    ~AppendedFile();
+
+    /// Comes back when the text is on the disk.
+    Outcome append(std::string_view text);
+
+private:
+    struct State;
+    explicit AppendedFile(std::unique_ptr<State> state);
 
     std::unique_ptr<State> state_;
 };

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,6 +38,8 @@ std::string reasonFor(int error) {
         return "its name is too long";
     case ELOOP:
         return "its symbolic links lead in a circle";
+    case EWOULDBLOCK:
+        return "another program is using it";
     case EIO:
         return "the disk reported an error";
     default:
@@ -81,6 +84,15 @@ Result<RawFile> RawFile::createLike(const std::string& path, const std::string& 
     const bool sameOwner = modelled && ::fchown(descriptor, status.st_uid, status.st_gid) == 0;
     if (modelled) ::fchmod(descriptor, sameOwner ? status.st_mode & 07777 : mode);
     return RawFile{descriptor};
+}
+
+Result<RawFile> RawFile::openForAppending(const std::string& path) {
+    const int descriptor =
+        uninterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666); });
+    if (descriptor < 0) return failed<RawFile>();
+    RawFile file{descriptor};
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) return failed<RawFile>();
+    return file;
 }
 
 std::uint64_t RawFile::size() const {

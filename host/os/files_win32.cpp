@@ -98,6 +98,14 @@ Result<RawFile> RawFile::createLike(const std::string& path, const std::string& 
     return RawFile{descriptorOf(handle)};
 }
 
+Result<RawFile> RawFile::openForAppending(const std::string& path) {
+    const HANDLE handle =
+        ::CreateFileW(widePath(path).c_str(), FILE_APPEND_DATA | SYNCHRONIZE, FILE_SHARE_READ, nullptr,
+                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return Result<RawFile>::failure(reasonAt(path, ::GetLastError()));
+    return RawFile{descriptorOf(handle)};
+}
+
 std::uint64_t RawFile::size() const {
     LARGE_INTEGER size{};
     const HANDLE handle = handleOf(descriptor_);

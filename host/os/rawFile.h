@@ -27,6 +27,10 @@ public:
     /// exists.
     static Result<RawFile> createLike(const std::string& path, const std::string& model);
 
+    /// Opens a file to write behind what it holds, and makes it where there is none. Fails while another
+    /// program has it open in this way.
+    static Result<RawFile> openForAppending(const std::string& path);
+
     /// Size in bytes as far as the system knows it, else 0.
     std::uint64_t size() const;
     /// Reads what is there, `capacity` bytes at most; 0 at the end.
@@ -48,8 +52,6 @@ Outcome linkOrCopy(const std::string& from, const std::string& to);
 Outcome replaceBy(const std::string& from, const std::string& to);
 /// Whether anything has this name, a link that leads nowhere included.
 bool nameIsTaken(const std::string& path);
-/// Removes a file; it may be missing.
-void removeFile(const std::string& path);
 /// Makes renames in the folder of `path` survive a power failure, as far as the system can.
 void flushFolderOf(const std::string& path);
 /// Where the chain of symbolic links that starts at `path` ends; that end may be missing.

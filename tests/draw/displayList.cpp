@@ -14,7 +14,7 @@ constexpr int width = 200, height = 150;
 
 /// Notes which texts were painted.
 struct Painted : draw::TextPainter {
-    void paint(const shape::TextRun& run, const draw::View&, draw::Colour) override {
+    void paint(const shape::TextRun& run, const draw::View&, const draw::PixelRect&, draw::Colour) override {
         texts.emplace_back(run.bytes);
     }
     std::vector<std::string> texts;

@@ -238,16 +238,19 @@ protected:
     virtual BOOL OnInitDialog();
     virtual void OnOK();
     virtual void OnCancel();
+    BOOL OnCommand(WPARAM wParam, LPARAM lParam) override;
 
     DECLARE_MESSAGE_MAP()
 
 private:
     static INT_PTR CALLBACK dialogProcedure(HWND window, UINT message, WPARAM, LPARAM lParam);
     HWND create(HWND parent);
+    HWND parentWindow() const;
     void runLoop();
 
     UINT template_;
     CWnd* parent_;
+    UINT command_ = 0; ///< the last that a control gave
     int result_ = -1;
     bool isRunning_ = false;
 };

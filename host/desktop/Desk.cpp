@@ -1,0 +1,373 @@
+#include "desktop/Desk.h"
+
+#include "accmd.h"
+#include "desktop/marks.h"
+#include "dxf/Tag.h"
+#include "ed/ScriptSource.h"
+#include "ed/Tokenizer.h"
+#include "ed/prompts.h"
+#include "os/encoding.h"
+#include "rx/CommandStack.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+namespace qx::desktop {
+namespace {
+
+using ed::Ask;
+using ed::Input;
+
+constexpr double dragged = 4; // pixels, from which on a press and a release are two corners
+
+Desk* current = nullptr;
+
+/// Their inputs mean nothing to who repeats what was done to a drawing.
+bool changesNoDrawing(const std::string& command) {
+    constexpr std::array names{"OPEN", "SAVE", "SAVEAS", "QUIT", "ZOOM", "LIST"};
+    return std::ranges::find(names, command) != names.end();
+}
+
+std::string selectionForm(const ed::RecordSet& set) {
+    std::string form = "(select";
+    for (const db::Record* each : set.members())
+        if (each->handle != 0) form += " (handent \"" + dxf::handleText(each->handle) + "\")";
+    return form + ")\n";
+}
+
+Input cancelling() { return {.kind = Input::Kind::cancel, .text = {}}; }
+
+std::string lastLine(std::string_view text) {
+    if (text.empty()) return {};
+    const std::size_t before = text.find_last_of('\n', text.size() - 2);
+    return std::string{text.substr(before == std::string_view::npos ? 0 : before + 1)};
+}
+
+} // namespace
+
+/// What is shown of the open drawing.
+struct Desk::Shown {
+    explicit Shown(ed::Session& session)
+        : list{*session.drawing()}, watch{*session.drawing()}, pointing{session,
+                                                                        [this](const shape::Box& rectangle) {
+                                                                            return list.meeting(rectangle);
+                                                                        }} {}
+
+    draw::DisplayList list;
+    draw::ChangeWatch watch;
+    ed::Pointing pointing;
+};
+
+Desk::Desk(ed::Session& session, std::function<bool()> wait) : session_{session}, wait_{std::move(wait)} {
+    current = this;
+    session_.observer = this;
+    session_.line().keepsScript = true;
+    registerZoom();
+    if (session_.drawing()) showDrawing();
+}
+
+Desk::~Desk() {
+    rx::commandStack().removeGroup(L"QX_DESK");
+    session_.observer = nullptr;
+    current = nullptr;
+}
+
+// ---- the drawing
+
+void Desk::drawingChanges() {
+    shown_.reset();
+    chosen_.clear();
+    recovery_.close();
+    becameStale(Stale::scene);
+}
+
+void Desk::showDrawing() {
+    shown_ = std::make_unique<Shown>(session_);
+    zoomExtents();
+}
+
+/// Brings what is shown in step with what commands have done so far.
+void Desk::refresh() {
+    if (session_.drawing() && !shown_) showDrawing();
+    if (!shown_) return;
+    const std::vector<db::Record*> changed = shown_->watch.take();
+    becameStale(changed.empty() ? Stale::marks : Stale::scene);
+    if (!changed.empty()) shown_->list.update(changed);
+}
+
+void Desk::becameStale(Stale what) {
+    stale_ = std::max(stale_, what);
+    needsPaint_ = true;
+}
+
+// ---- answers
+
+Input Desk::next(Ask ask) {
+    ask_ = ask;
+    refresh();
+    const bool isCommand = ask == Ask::command;
+    while (answers_.empty() || !isCommand) {
+        if (isOver_) return isCommand ? Input{} : cancelling();
+        if (!isCommand && (isClosing_ || !launched_.empty())) return cancelling();
+        if (!answers_.empty()) break;
+        if (isCommand && !launched_.empty())
+            type(std::exchange(launched_, {}));
+        else if (isCommand && std::exchange(isClosing_, false))
+            isOver_ = !mayClose || mayClose();
+        else if (isCommand && std::exchange(isPausing_, false))
+            return {};
+        else
+            isOver_ = !wait_();
+    }
+    Input input = std::move(answers_.front());
+    answers_.pop_front();
+    if (isCommand && input.kind == Input::Kind::text) lastCommand_ = input.text;
+    return input;
+}
+
+void Desk::type(std::string_view line) {
+    ed::Tokenizer tokens{std::string{line} + '\n'};
+    for (Input input = tokens.next(); input.kind != Input::Kind::end; input = tokens.next()) {
+        // A form that was never closed takes the rest of its line.
+        if (input.kind == Input::Kind::unfinished) input.kind = Input::Kind::text;
+        const bool repeats = input.kind == Input::Kind::enter && ask_ == Ask::command && answers_.empty();
+        if (repeats && !lastCommand_.empty()) input = {.kind = Input::Kind::text, .text = lastCommand_};
+        answers_.push_back(std::move(input));
+    }
+    if (shown_) shown_->pointing.forgetCorner();
+    becameStale(Stale::marks);
+}
+
+void Desk::launch(std::string commandLine) {
+    answers_.clear();
+    launched_ = std::move(commandLine);
+}
+
+void Desk::cancel() {
+    answers_.clear();
+    const bool hadCorner = shown_ && shown_->pointing.corner();
+    if (hadCorner)
+        shown_->pointing.forgetCorner();
+    else
+        answers_.push_back(cancelling());
+    becameStale(Stale::marks);
+}
+
+bool Desk::spaceEnds(std::string_view typed) const {
+    const bool isForm = typed.starts_with('(') || typed.starts_with('"');
+    return !isForm && ask_ != Ask::text;
+}
+
+void Desk::answer(const std::vector<std::string>& texts) {
+    for (const std::string& each : texts) answers_.push_back({.kind = Input::Kind::text, .text = each});
+}
+
+// ---- mouse
+
+ed::Pointing::Cursor Desk::cursorAt(const AcGePoint2d& place, bool shift) const {
+    return {.world = view_.toWorld(place),
+            .pixel = view_.pixel() * dotsPerInch_ / 96,
+            .removes = shift,
+            .snaps = snaps_};
+}
+
+void Desk::moveTo(const AcGePoint2d& place) {
+    cursor_ = place;
+    becameStale(Stale::marks);
+}
+
+void Desk::leave() {
+    cursor_.reset();
+    becameStale(Stale::marks);
+}
+
+void Desk::press(const AcGePoint2d& place, bool shift) {
+    cursor_ = place;
+    pressedAt_ = shown_ && shown_->pointing.corner() ? std::nullopt : std::optional{place};
+    click(place, shift);
+}
+
+void Desk::release(const AcGePoint2d& place, bool shift) {
+    const auto from = std::exchange(pressedAt_, std::nullopt);
+    if (from && shown_ && shown_->pointing.corner() && (place - *from).length() > dragged)
+        click(place, shift);
+}
+
+void Desk::click(const AcGePoint2d& place, bool shift) {
+    if (!shown_) return;
+    answer(shown_->pointing.click(ask_, cursorAt(place, shift)));
+    becameStale(Stale::marks);
+}
+
+// ---- the view
+
+void Desk::setCanvas(draw::Colour* scene, int width, int height, draw::TextPainter& texts, int dotsPerInch) {
+    scene_ = scene;
+    texts_ = &texts;
+    dotsPerInch_ = dotsPerInch;
+    const bool isFirst = view_.width() == 1 && view_.height() == 1;
+    view_.resize(width, height);
+    if (isFirst) zoomExtents();
+    becameStale(Stale::scene);
+}
+
+void Desk::pan(int right, int down) {
+    view_.pan(right, down);
+    if (scene_ && stale_ != Stale::scene && shown_) {
+        draw::Raster raster{scene_, view_.width(), view_.height()};
+        for (const draw::PixelRect& each : raster.scroll(right, down)) {
+            raster.setClip(each);
+            raster.fill(each, groundColour(ground_));
+            shown_->list.draw(raster, view_, ground_, *texts_);
+        }
+    }
+    becameStale(Stale::marks);
+}
+
+void Desk::zoom(double factor, const AcGePoint2d& about) {
+    view_.zoom(factor, about);
+    becameStale(Stale::scene);
+}
+
+void Desk::zoomExtents() {
+    view_.fit(shown_ ? shown_->list.extents() : shape::Box{});
+    becameStale(Stale::scene);
+}
+
+void Desk::toggleSnaps() {
+    snaps_ = !snaps_;
+    session_.line().transcript.message(snaps_ ? "<对象捕捉 开> " : "<对象捕捉 关> ");
+    becameStale(Stale::marks);
+}
+
+void Desk::setGround(draw::Ground ground) {
+    ground_ = ground;
+    becameStale(Stale::scene);
+}
+
+void Desk::registerZoom() {
+    rx::commandStack().addCommand(L"QX_DESK", L"ZOOM", nullptr, ACRX_CMD_SESSION | ACRX_CMD_NO_UNDO_MARKER,
+                                  [] { current->zoomByCommand(); });
+}
+
+void Desk::zoomByCommand() {
+    const auto answered = askReal(session_.line(), {.prompt = "指定比例因子，或 [范围(E)/窗口(W)] <范围>: ",
+                                                    .keywords = ed::Keywords{"Extents Window"},
+                                                    .mayBeZero = false,
+                                                    .mayBeNegative = false});
+    if (answered.kind == ed::Answered::cancel) return;
+    if (answered.kind == ed::Answered::value)
+        return zoom(answered.value, {view_.width() * 0.5, view_.height() * 0.5});
+    if (answered.keyword != "Window") return zoomExtents();
+    shape::Box box;
+    for (const char* prompt : {"指定第一个角点: ", "指定对角点: "}) {
+        const auto corner = askPoint(session_.line(), {.prompt = prompt, .mayBeNone = false});
+        if (corner.kind != ed::Answered::value) return session_.rubberBand.reset();
+        session_.lastPoint = session_.frame().resolved(corner.value, session_.lastPoint);
+        box.add(session_.frame().toWorld(session_.lastPoint));
+        session_.rubberBand = {.from = session_.frame().toWorld(session_.lastPoint), .isRectangle = true};
+    }
+    session_.rubberBand.reset();
+    view_.fit(box);
+    becameStale(Stale::scene);
+}
+
+// ---- the picture
+
+void Desk::compose(draw::Colour* frame) {
+    if (!scene_) return;
+    if (stale_ == Stale::scene) drawScene();
+    stale_ = Stale::nothing;
+    needsPaint_ = false;
+    std::copy_n(scene_, static_cast<std::size_t>(view_.width()) * static_cast<std::size_t>(view_.height()),
+                frame);
+    draw::Raster raster{frame, view_.width(), view_.height()};
+    drawMarks(raster);
+}
+
+void Desk::drawScene() {
+    draw::Raster raster{scene_, view_.width(), view_.height()};
+    raster.fill(raster.bounds(), groundColour(ground_));
+    if (shown_) shown_->list.draw(raster, view_, ground_, *texts_);
+}
+
+/// What is selected, as long as the running command has not begun to change it.
+std::vector<db::Record*> Desk::markedRecords() const {
+    if (session_.selecting) return session_.selecting->members();
+    if (!isBusy()) return session_.pickFirst.members();
+    return session_.drawing()->history().changesSoFar() == 0 ? chosen_ : std::vector<db::Record*>{};
+}
+
+void Desk::drawMarks(draw::Raster& frame) const {
+    if (!shown_) return;
+    shown_->list.drawAgain(markedRecords(), frame, view_, ground_, draw::Emphasis::dashed);
+    if (!cursor_) return;
+    const ed::Pointing::Cursor cursor = cursorAt(*cursor_, false);
+    if (db::Record* under = shown_->pointing.under(ask_, cursor))
+        shown_->list.drawAgain({&under, 1}, frame, view_, ground_, draw::Emphasis::strong);
+    const auto snap = shown_->pointing.snap(ask_, cursor);
+    const AcGePoint2d target = snap ? view_.toScreen(snap->point) : *cursor_;
+    Marks marks{frame, ground_, dotsPerInch_};
+    if (shown_->pointing.corner()) {
+        marks.rectangle(view_.toScreen(*shown_->pointing.corner()), target);
+    } else if (session_.rubberBand) {
+        const AcGePoint2d from = view_.toScreen(session_.rubberBand->from);
+        session_.rubberBand->isRectangle ? marks.rectangle(from, target) : marks.rubberBand(from, target);
+    }
+    if (snap) marks.snap(snap->kind, target);
+    marks.cursor(*cursor_, ask_, session_.variables().number("PICKBOX"));
+}
+
+std::string Desk::status() const {
+    if (!cursor_) return {};
+    AcGePoint3d point = view_.toWorld(*cursor_);
+    const auto snap = shown_ ? shown_->pointing.snap(ask_, cursorAt(*cursor_, false)) : std::nullopt;
+    if (snap) point = snap->point;
+    std::array<char, 96> text{};
+    std::snprintf(text.data(), text.size(), "%.4f, %.4f", point.x, point.y);
+    return text.data() + (snap ? "  " + nameOf(snap->kind) : std::string{});
+}
+
+// ---- commands
+
+void Desk::commandBegins(const db::Drawing* drawing, const std::string& name) {
+    running_ = name;
+    chosen_.clear();
+    const std::string typed = lastLine(session_.line().takeScript());
+    const bool findsSelection = drawing && !session_.pickFirst.isEmpty();
+    before_ = (findsSelection ? selectionForm(session_.pickFirst) : std::string{}) + typed;
+}
+
+void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
+
+void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
+    chosen_.clear();
+    refresh();
+    const bool isSaved = (running_ == "SAVE" || running_ == "SAVEAS") && drawing && !drawing->isModified();
+    if (isSaved) recovery_.close();
+    log(end);
+}
+
+void Desk::log(ed::CommandEnd end) {
+    const std::string inputs = before_ + session_.line().takeScript();
+    const db::Drawing* drawing = session_.drawing();
+    const bool isWorthIt = drawing && end != ed::CommandEnd::rolledBack && !changesNoDrawing(running_);
+    if (!isWorthIt || isRecovering_ || !os::isFile(drawing->path())) return;
+    const Outcome written = recovery_.add(drawing->path(), inputs);
+    if (!written && onLogFailure) onLogFailure(written.error());
+}
+
+Outcome Desk::recover(const LeftLog& log) {
+    isRecovering_ = true;
+    ed::ScriptSource script{log.script, RecoveryLog::pathFor(session_.drawing()->path())};
+    const ed::RunEnd end = ed::CommandRunner{session_}.run(script);
+    isRecovering_ = false;
+    session_.line().takeScript();
+    if (end == ed::RunEnd::failed) return Outcome::failure(session_.line().failure());
+    return recovery_.goOnWith(session_.drawing()->path(), log);
+}
+
+} // namespace qx::desktop

@@ -1,0 +1,141 @@
+// What a drawing window does, without a window: it turns mouse and keys into answers to prompts, keeps the
+// view and what is shown in step with the drawing, and composes the picture. Whoever owns a real window hands
+// over what a person does, asks for the picture when `needsPaint()` says so, and lets `wait` handle what
+// happens while a prompt waits.
+#pragma once
+
+#include "desktop/RecoveryLog.h"
+#include "draw/ChangeWatch.h"
+#include "draw/DisplayList.h"
+#include "ed/CommandRunner.h"
+#include "ed/Pointing.h"
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qx::desktop {
+
+class Desk final : public ed::InputSource, public ed::CommandObserver {
+public:
+    /// `wait` handles what happens next and may take its time; false when the program has to end at once.
+    Desk(ed::Session& session, std::function<bool()> wait);
+    ~Desk() override;
+
+    // What a person does. Positions are pixels from the top left corner of the picture.
+
+    /// A line of text, as if it had been typed at the command line.
+    void type(std::string_view line);
+    /// Gives the running command up and starts this one.
+    void launch(std::string commandLine);
+    void cancel();
+    void moveTo(const AcGePoint2d& place);
+    void leave();
+    void press(const AcGePoint2d& place, bool shift);
+    /// The second corner of a rectangle that was drawn with the button down.
+    void release(const AcGePoint2d& place, bool shift);
+    void pan(int right, int down);
+    void zoom(double factor, const AcGePoint2d& about);
+    void zoomExtents();
+    void toggleSnaps();
+    void setGround(draw::Ground ground);
+    draw::Ground ground() const { return ground_; }
+    /// Gives the running command up and ends, if `mayClose` agrees then.
+    void close() { isClosing_ = true; }
+    std::function<bool()> mayClose;
+    /// Nothing is to be recovered: what was not saved was given up.
+    void dropRecovery() { recovery_.close(); }
+    /// The source ends the next time that a command is asked for, and may be read on later.
+    void pause() { isPausing_ = true; }
+
+    /// A space that is typed behind `typed` ends the answer, instead of being a part of it.
+    bool spaceEnds(std::string_view typed) const;
+    /// Whether a command runs, as far as a person can see.
+    bool isBusy() const { return ask_ != ed::Ask::command; }
+
+    // What it shows.
+
+    /// Memory of width * height pixels for the scene without marks, and who draws text into it. Both stay
+    /// until the next call. `dotsPerInch` says how large marks are.
+    void setCanvas(draw::Colour* scene, int width, int height, draw::TextPainter& texts,
+                   int dotsPerInch = 96);
+    bool needsPaint() const { return needsPaint_; }
+    /// The whole picture; `frame` is as large as the scene.
+    void compose(draw::Colour* frame);
+    const draw::View& view() const { return view_; }
+    /// Coordinates under the cursor, and what it snaps to.
+    std::string status() const;
+
+    // Recovery.
+
+    /// Runs what was left of an earlier session on the drawing that was just opened. The sentence when it
+    /// could not be done to the end.
+    Outcome recover(const LeftLog& log);
+    bool isRecovering() const { return isRecovering_; }
+    /// Told when the log can't be written.
+    std::function<void(const std::string& sentence)> onLogFailure;
+
+    // InputSource
+
+    ed::Input next(ed::Ask ask) override;
+    bool isInteractive() const override { return true; }
+    std::string name() const override { return "window"; }
+
+    // CommandObserver
+
+    void commandBegins(const db::Drawing* drawing, const std::string& name) override;
+    void drawingChanges() override;
+    void selected(const ed::RecordSet& set) override;
+    void message(std::string_view) override {}
+    void refused(const db::Record*, Acad::ErrorStatus) override {}
+    void commandEnds(db::Drawing* drawing, ed::CommandEnd end) override;
+
+private:
+    struct Shown; ///< of the open drawing
+    enum class Stale { nothing, marks, scene };
+
+    void showDrawing();
+    void refresh();
+    void becameStale(Stale what);
+    void log(ed::CommandEnd end);
+    ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
+    void click(const AcGePoint2d& place, bool shift);
+    void answer(const std::vector<std::string>& texts);
+    std::vector<db::Record*> markedRecords() const;
+    void drawScene();
+    void drawMarks(draw::Raster& frame) const;
+    void registerZoom();
+    void zoomByCommand();
+
+    ed::Session& session_;
+    std::function<bool()> wait_;
+    std::deque<ed::Input> answers_;
+    std::string launched_;
+    std::string lastCommand_;
+    bool isOver_ = false, isClosing_ = false, isPausing_ = false;
+    ed::Ask ask_ = ed::Ask::command;
+
+    draw::View view_{1, 1};
+    draw::Ground ground_ = draw::Ground::dark;
+    std::unique_ptr<Shown> shown_;
+    draw::Colour* scene_ = nullptr;
+    draw::TextPainter* texts_ = nullptr;
+    int dotsPerInch_ = 96;
+    Stale stale_ = Stale::scene;
+    bool needsPaint_ = true;
+    std::optional<AcGePoint2d> cursor_;
+    std::optional<AcGePoint2d> pressedAt_;
+    bool snaps_ = true;
+    std::vector<db::Record*> chosen_; ///< by the running command
+
+    RecoveryLog recovery_;
+    std::string running_; ///< name of the command
+    std::string before_;  ///< what is in the script before its name: the selection that it finds
+    bool isRecovering_ = false;
+};
+
+} // namespace qx::desktop

@@ -1,0 +1,323 @@
+#include "desktop/MainWindow_win32.h"
+
+#include "afx/ModalLoop.h"
+#include "desktop/resource.h"
+#include "os/encoding.h"
+
+#include <commdlg.h>
+#include <shellapi.h>
+
+#include <array>
+
+namespace qx::desktop {
+namespace {
+
+constexpr wchar_t className[] = L"QxDesk";
+constexpr int toolbarIcon = 24; // pixels at 96 dots per inch
+
+struct Button {
+    int command;
+    const wchar_t* text;
+    const wchar_t* tip;
+    int icon; ///< of the resources; 0: none
+};
+constexpr Button buttons[] = {
+    {ID_OPEN, L"打开", L"打开图形 (Ctrl+O)", 0},
+    {ID_SAVE, L"保存", L"保存图形 (Ctrl+S)", 0},
+    {ID_UNDO, L"放弃", L"放弃上一个命令 (Ctrl+Z)", 0},
+    {ID_REDO, L"重做", L"重做放弃的命令 (Ctrl+Y)", 0},
+    {ID_ZOOM_EXTENTS, L"全图", L"显示全部图形 (双击鼠标中键)", 0},
+    {ID_OBJECT_ALIGN, L"对象对齐", L"对象对齐 (KV_ObjectAlign)：把对象转到直线或切线上", IDI_OBJECT_ALIGN},
+    {ID_POSITION_ALIGN, L"位置对齐", L"位置对齐 (KV_PositionAlign)：对齐到边、中心线，或均匀分布",
+     IDI_POSITION_ALIGN},
+};
+
+/// What a menu or button does in words that could be typed.
+const char* typedFor(int command) {
+    switch (command) {
+    case ID_UNDO:
+        return "U";
+    case ID_REDO:
+        return "REDO";
+    case ID_ERASE:
+        return "ERASE";
+    case ID_GROUP:
+        return "GROUP";
+    case ID_ZOOM_WINDOW:
+        return "ZOOM W";
+    case ID_OBJECT_ALIGN:
+        return "KV_ObjectAlign";
+    case ID_POSITION_ALIGN:
+        return "KV_PositionAlign";
+    default:
+        return nullptr;
+    }
+}
+
+/// A file name that a person chooses; empty when they think better of it.
+std::wstring chosenFile(HWND owner, bool isForSaving) {
+    std::array<wchar_t, 4096> path{};
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof dialog;
+    dialog.hwndOwner = owner;
+    dialog.lpstrFilter = L"DXF 图形 (*.dxf)\0*.dxf\0所有文件\0*.*\0";
+    dialog.lpstrFile = path.data();
+    dialog.nMaxFile = static_cast<DWORD>(path.size());
+    dialog.lpstrDefExt = L"dxf";
+    dialog.Flags =
+        OFN_NOCHANGEDIR | OFN_HIDEREADONLY | (isForSaving ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
+    const BOOL isChosen = isForSaving ? ::GetSaveFileNameW(&dialog) : ::GetOpenFileNameW(&dialog);
+    return isChosen ? path.data() : std::wstring{};
+}
+
+std::string quoted(const std::wstring& path) { return '"' + os::toUtf8(path) + '"'; }
+
+} // namespace
+
+MainWindow::MainWindow() {
+    const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
+    ::InitCommonControlsEx(&classes);
+    const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+    const HICON icon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_DESK));
+    const WNDCLASSEXW info{.cbSize = sizeof info,
+                           .lpfnWndProc = &procedure,
+                           .hInstance = instance,
+                           .hIcon = icon,
+                           .hCursor = ::LoadCursorW(nullptr, IDC_ARROW),
+                           .hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1),
+                           .lpszMenuName = MAKEINTRESOURCEW(IDM_DESK),
+                           .lpszClassName = className};
+    ::RegisterClassExW(&info);
+    window_ = ::CreateWindowExW(WS_EX_ACCEPTFILES, className, L"qxdesk",
+                                WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                                CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
+    accelerators_ = ::LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_DESK));
+    makeToolbar();
+    statusLine_ = ::CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
+                                    0, 0, 0, window_, nullptr, instance, nullptr);
+    pane_.emplace(window_);
+    afx::setMainWindow(window_);
+}
+
+MainWindow::~MainWindow() {
+    afx::setMainWindow(nullptr);
+    if (window_) ::DestroyWindow(window_);
+    if (icons_) ::ImageList_Destroy(icons_);
+}
+
+void MainWindow::attach(ed::Session& session, Desk& desk) {
+    session_ = &session;
+    desk_ = &desk;
+    canvas_.emplace(window_, desk);
+    pane_->setDesk(&desk);
+    arrange();
+    ::ShowWindow(window_, SW_SHOWDEFAULT);
+    pane_->focus();
+}
+
+void MainWindow::makeToolbar() {
+    const HINSTANCE instance = ::GetModuleHandleW(nullptr);
+    const int size = ::MulDiv(toolbarIcon, static_cast<int>(::GetDpiForWindow(window_)), 96);
+    toolbar_ = ::CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
+                                 WS_CHILD | WS_VISIBLE | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS, 0, 0,
+                                 0, 0, window_, nullptr, instance, nullptr);
+    ::SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    icons_ = ::ImageList_Create(size, size, ILC_COLOR32, static_cast<int>(std::size(buttons)), 0);
+    ::SendMessageW(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(icons_));
+    for (const Button& each : buttons) {
+        int image = I_IMAGENONE;
+        if (each.icon) {
+            const auto icon = static_cast<HICON>(
+                ::LoadImageW(instance, MAKEINTRESOURCEW(each.icon), IMAGE_ICON, size, size, LR_DEFAULTCOLOR));
+            image = ::ImageList_AddIcon(icons_, icon);
+            ::DestroyIcon(icon);
+        }
+        TBBUTTON button{};
+        button.iBitmap = image;
+        button.idCommand = each.command;
+        button.fsState = TBSTATE_ENABLED;
+        button.fsStyle = BTNS_BUTTON | BTNS_AUTOSIZE | BTNS_SHOWTEXT;
+        button.iString = reinterpret_cast<INT_PTR>(each.text);
+        ::SendMessageW(toolbar_, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&button));
+    }
+}
+
+LRESULT CALLBACK MainWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+        auto* self = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
+        self->window_ = window;
+        ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+    }
+    auto* self = reinterpret_cast<MainWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+    return self ? self->handle(message, wParam, lParam) : ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+    case WM_SIZE:
+        arrange();
+        return 0;
+    case WM_SETFOCUS:
+        if (pane_) pane_->focus();
+        return 0;
+    case WM_COMMAND:
+        if (lParam == 0 || reinterpret_cast<HWND>(lParam) == toolbar_) obey(LOWORD(wParam));
+        return 0;
+    case WM_NOTIFY:
+        if (auto* header = reinterpret_cast<NMHDR*>(lParam); header->code == TTN_GETDISPINFOW)
+            showTip(*reinterpret_cast<NMTTDISPINFOW*>(lParam));
+        return 0;
+    case WM_DROPFILES:
+        takeDropped(reinterpret_cast<HDROP>(wParam));
+        return 0;
+    case WM_DPICHANGED: {
+        const RECT& place = *reinterpret_cast<const RECT*>(lParam);
+        pane_->setDotsPerInch(HIWORD(wParam));
+        ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                       place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        return 0;
+    }
+    case WM_CLOSE:
+        if (desk_) desk_->close();
+        return 0;
+    default:
+        return ::DefWindowProcW(window_, message, wParam, lParam);
+    }
+}
+
+void MainWindow::arrange() {
+    if (!canvas_) return;
+    RECT area{}, bar{};
+    ::SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
+    ::SendMessageW(statusLine_, WM_SIZE, 0, 0);
+    ::GetClientRect(window_, &area);
+    ::GetWindowRect(toolbar_, &bar);
+    area.top += bar.bottom - bar.top;
+    ::GetWindowRect(statusLine_, &bar);
+    area.bottom -= bar.bottom - bar.top;
+    RECT pane = area;
+    pane.top = area.bottom - pane_->heightFor(static_cast<int>(::GetDpiForWindow(window_)));
+    area.bottom = pane.top;
+    canvas_->place(area);
+    pane_->place(pane);
+}
+
+bool MainWindow::handleNext() {
+    canvas_->update();
+    showStatus();
+    showName();
+    MSG message{};
+    const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
+    if (got <= 0) return false;
+    if (message.message == WM_MOUSEWHEEL) {
+        canvas_->wheel(GET_WHEEL_DELTA_WPARAM(message.wParam), message.pt);
+        return true;
+    }
+    if (::TranslateAcceleratorW(window_, accelerators_, &message)) return true;
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+    return true;
+}
+
+void MainWindow::obey(int command) {
+    if (!desk_) return;
+    if (const char* typed = typedFor(command)) return desk_->launch(typed);
+    switch (command) {
+    case ID_OPEN:
+        return open();
+    case ID_SAVE:
+        return save();
+    case ID_SAVE_AS:
+        return saveAs();
+    case ID_EXIT:
+        return desk_->close();
+    case ID_ZOOM_EXTENTS:
+        return desk_->zoomExtents();
+    case ID_DARK:
+    case ID_LIGHT:
+        return desk_->setGround(command == ID_DARK ? draw::Ground::dark : draw::Ground::light);
+    case ID_SNAPS:
+        return desk_->toggleSnaps();
+    case ID_ABOUT:
+        return tells("qxdesk " QX_VERSION "\n图形窗口：打开 DXF 图形，执行对象对齐和位置对齐。");
+    default:
+        return;
+    }
+}
+
+bool MainWindow::isModified() const { return session_->drawing() && session_->drawing()->isModified(); }
+
+bool MainWindow::asks(const std::string& question) {
+    return ::MessageBoxW(window_, os::toWide(question).c_str(), L"qxdesk", MB_YESNO | MB_ICONQUESTION) ==
+           IDYES;
+}
+
+void MainWindow::tells(const std::string& sentence) {
+    ::MessageBoxW(window_, os::toWide(sentence).c_str(), L"qxdesk", MB_OK | MB_ICONINFORMATION);
+}
+
+void MainWindow::open() {
+    if (const std::wstring path = chosenFile(window_, false); !path.empty()) openFile(path);
+}
+
+/// The question about changes is asked in a window, and so answered beforehand.
+void MainWindow::openFile(const std::wstring& path) {
+    const bool drops = isModified();
+    if (drops && !asks("图形有未保存的修改。是否放弃这些修改?")) return;
+    desk_->launch((drops ? "OPEN Y\n" : "OPEN\n") + quoted(path));
+}
+
+void MainWindow::save() {
+    const db::Drawing* drawing = session_->drawing();
+    if (drawing && !os::isFile(drawing->path())) return saveAs();
+    desk_->launch("SAVE");
+}
+
+void MainWindow::saveAs() {
+    const std::wstring path = chosenFile(window_, true);
+    if (path.empty()) return;
+    desk_->launch("SAVEAS\n" + quoted(path) + (os::exists(os::toUtf8(path)) ? "\nY" : ""));
+}
+
+bool MainWindow::mayClose() {
+    if (!isModified()) return true;
+    const std::string question = "是否保存对 " + session_->drawing()->path() + " 的修改?";
+    const int answer =
+        ::MessageBoxW(window_, os::toWide(question).c_str(), L"qxdesk", MB_YESNOCANCEL | MB_ICONWARNING);
+    if (answer == IDYES) {
+        save();
+        desk_->close(); // asks again if that failed
+    }
+    return answer == IDNO;
+}
+
+void MainWindow::takeDropped(HDROP drop) {
+    std::array<wchar_t, 4096> path{};
+    const UINT length = ::DragQueryFileW(drop, 0, path.data(), static_cast<UINT>(path.size()));
+    ::DragFinish(drop);
+    if (length > 0) openFile(path.data());
+}
+
+void MainWindow::showTip(NMTTDISPINFOW& info) const {
+    for (const Button& each : buttons)
+        if (static_cast<UINT_PTR>(each.command) == info.hdr.idFrom)
+            info.lpszText = const_cast<wchar_t*>(each.tip);
+}
+
+void MainWindow::showStatus() {
+    const std::string status = desk_->status();
+    if (status == shownStatus_) return;
+    shownStatus_ = status;
+    ::SendMessageW(statusLine_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(os::toWide(status).c_str()));
+}
+
+void MainWindow::showName() {
+    const db::Drawing* drawing = session_->drawing();
+    const std::string name =
+        drawing ? drawing->path() + (drawing->isModified() ? "*" : "") + " - qxdesk" : "qxdesk";
+    if (name == shownName_) return;
+    shownName_ = name;
+    ::SetWindowTextW(window_, os::toWide(name).c_str());
+}
+
+} // namespace qx::desktop

@@ -1,0 +1,141 @@
+#include "desktop/MainWindow_win32.h"
+#include "desktop/dialogAnswers_win32.h"
+#include "ed/ScriptSource.h"
+#include "os/crashes.h"
+#include "os/encoding.h"
+#include "os/terminal.h"
+#include "rx/ModuleLoader.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qx::desktop {
+namespace {
+
+constexpr const char* usage = "usage: qxdesk [DRAWING.dxf] [-s SCRIPT]\n";
+
+struct Options {
+    std::string drawing, script;
+};
+
+std::optional<Options> parsed(const std::vector<std::string>& arguments) {
+    Options options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const bool isScript = arguments[i] == "-s" || arguments[i] == "--script";
+        std::string& place = isScript ? options.script : options.drawing;
+        if (isScript && ++i == arguments.size()) return std::nullopt;
+        if (!place.empty() || (!isScript && arguments[i].starts_with('-'))) return std::nullopt;
+        place = arguments[i];
+    }
+    return options;
+}
+
+/// The program from its first message to its last.
+class Program {
+public:
+    explicit Program(Options options)
+        : options_{std::move(options)}, session_{[this](std::string_view text) {
+              window_.pane().append(text);
+          }},
+          desk_{session_, [this] { return window_.handleNext(); }}, dialogs_{session_, desk_} {
+        session_.opened = [this](const db::Drawing& drawing) { noteOpened(drawing); };
+        session_.variables().force("CMDDIA", 1);
+        desk_.mayClose = [this] { return window_.mayClose(); };
+        desk_.onLogFailure = [this](const std::string& sentence) {
+            session_.line().note("无法写入恢复记录", sentence);
+        };
+        window_.attach(session_, desk_);
+    }
+
+    int run() {
+        const Outcome loaded = rx::moduleLoader().load(os::programFolder() + "/QX_GroupAlignment.arx");
+        if (!loaded) session_.line().note("无法加载模块", loaded.error());
+        if (!options_.drawing.empty()) open(options_.drawing);
+        if (!options_.script.empty()) runScript();
+        while (!isOver()) recoverWhatWasLeft();
+        desk_.dropRecovery();
+        rx::moduleLoader().setDrawingOpen(false);
+        rx::moduleLoader().unloadAll();
+        return 0;
+    }
+
+private:
+    /// Runs commands until the program ends, or a drawing was opened that somebody left work at.
+    bool isOver() {
+        if (left_ || session_.quitRequested) return session_.quitRequested;
+        ed::CommandRunner{session_}.run(desk_);
+        return !left_;
+    }
+
+    void open(const std::string& path) {
+        auto drawing = db::Drawing::read(path);
+        if (!drawing) return window_.tells("无法打开图形: " + drawing.error());
+        session_.setDrawing(std::move(*drawing));
+    }
+
+    // Between commands there is time to ask what shall become of what was left.
+    void noteOpened(const db::Drawing& drawing) {
+        const auto& findings = drawing.findings();
+        for (std::size_t i = 0; i < findings.size(); ++i) {
+            const std::string line =
+                findings[i].line > 0 ? " (第 " + std::to_string(findings[i].line) + " 行)" : "";
+            session_.line().transcript.sentence("发现 " + std::to_string(i + 1) + line + ": " +
+                                                findings[i].sentence);
+        }
+        left_ = RecoveryLog::find(drawing.path());
+        if (left_) desk_.pause();
+    }
+
+    void recoverWhatWasLeft() {
+        const LeftLog left = *std::exchange(left_, std::nullopt);
+        const std::string& path = session_.drawing()->path();
+        const std::string commands = std::to_string(left.commands) + " 个命令";
+        const bool wanted = left.fits && window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
+                                                      "没有保存。\n是否在图形上重做这些命令?");
+        const Outcome done = wanted ? desk_.recover(left) : Outcome::failure("");
+        if (done) return session_.line().transcript.sentence("已恢复 " + commands + "，请检查后保存。");
+        const auto aside = RecoveryLog::putAside(path);
+        const std::string place = aside ? *aside : aside.error();
+        if (!left.fits)
+            window_.tells("图形在上次没有正常结束之后被修改过，无法恢复。\n上次的命令保存在 " + place);
+        else if (wanted)
+            window_.tells("没有全部恢复: " + done.error() + "\n上次的命令保存在 " + place);
+        else
+            session_.line().transcript.sentence("没有恢复。上次的命令保存在 " + place);
+    }
+
+    void runScript() {
+        const auto bytes = os::readFile(options_.script);
+        if (!bytes) return window_.tells(bytes.error());
+        session_.variables().force("CMDDIA", 0);
+        ed::ScriptSource script{std::string{bytes->view()}, options_.script};
+        if (ed::CommandRunner{session_}.run(script) == ed::RunEnd::failed)
+            session_.line().transcript.sentence("脚本失败: " + session_.line().failure());
+        session_.variables().force("CMDDIA", 1);
+    }
+
+    Options options_;
+    MainWindow window_;
+    ed::Session session_;
+    Desk desk_;
+    DialogAnswers dialogs_;
+    std::optional<LeftLog> left_; ///< of the drawing that was just opened
+};
+
+} // namespace
+} // namespace qx::desktop
+
+int main(int count, char** arguments) {
+    using namespace qx::desktop;
+    qx::os::endOnCrash();
+    auto options = parsed(qx::os::programArguments(count, arguments));
+    if (!options) {
+        std::fputs(usage, stderr);
+        return 1;
+    }
+    return Program{std::move(*options)}.run();
+}

@@ -1,0 +1,126 @@
+// What a mouse answers, read from the script that the desk keeps beside the drawing.
+#include "accmd.h"
+#include "acedads.h"
+#include "desktop/DeskOnTest.h"
+#include "rx/CommandStack.h"
+
+namespace {
+
+using namespace qx;
+using qx::tests::DeskOnTest;
+
+// 100 x 75 units on 400 x 300 pixels; a pixel is a little more than a quarter of a unit.
+const drawings::DrawingText scene{
+    .entities = {"LINE|5 A1|10 0|20 0|11 100|21 0", "CIRCLE|5 A2|10 50|20 40|40 10",
+                 "LINE|5 A3|10 0|20 75|11 40|21 75", "LINE|5 A4|10 60|20 75|11 100|21 75",
+                 "LINE|5 A5|8 LOCKED|10 10|20 20|11 20|21 20"},
+    .groups = {{"PAIR", {"A3", "A4"}}}};
+
+/// A command that asks what a test wants to see answered.
+void askForAll() {
+    ads_name set{}, name{};
+    ads_point point{}, base{100, 0, 0};
+    acedSSGet(nullptr, nullptr, nullptr, nullptr, set);
+    acedEntSel(L"实体: ", name, point);
+    acedGetPoint(nullptr, L"点: ", point);
+    acedGetPoint(base, L"另一点: ", point);
+}
+
+class Pointing : public testing::Test {
+protected:
+    void SetUp() override {
+        rx::commandStack().addCommand(L"TEST", L"ASK", nullptr, ACRX_CMD_MODAL, &askForAll);
+    }
+    void TearDown() override { rx::commandStack().removeGroup(L"TEST"); }
+
+    /// The answers that the clicks gave to the selection prompt of ERASE.
+    std::string erased(const std::function<void(DeskOnTest&)>& select) {
+        DeskOnTest person{folder, scene};
+        person.type("ERASE");
+        select(person);
+        person.type("").work();
+        const std::string script = person.recoveryScript();
+        EXPECT_TRUE(script.starts_with("ERASE\n") && script.ends_with("\n\n; done\n")) << script;
+        return script.size() < 16 ? script : script.substr(6, script.size() - 14);
+    }
+    TemporaryFolder folder;
+};
+
+TEST_F(Pointing, SelectsForTheRunningCommand) {
+    const struct {
+        const char* name;
+        std::function<void(DeskOnTest&)> select;
+        const char* script;
+    } cases[] = {
+        {"a line", [](auto& p) { p.click(30, 0.5); }, "(handent \"A1\")\n"},
+        {"all of a group", [](auto& p) { p.click(70, 75); }, "(handent \"A4\")\n(handent \"A3\")\n"},
+        {"the wrong one is taken out", [](auto& p) { p.click(30, 0).click(40, 40).click(30, 0, true); },
+         "(handent \"A1\")\n(handent \"A2\")\nR\n(handent \"A1\")\nA\n"},
+        {"a window by two clicks", [](auto& p) { p.click(30, 20).click(70, 60); }, "W\n30,20,0\n70,60,0\n"},
+        {"a crossing by dragging", [](auto& p) { p.drag(70, 60, 55, 30); }, "C\n70,60,0\n55,30,0\n"},
+        {"a corner given up", [](auto& p) { p.click(30, 20).escape().click(30, 0); }, "(handent \"A1\")\n"},
+        {"options in between", [](auto& p) { p.type("all").type("r").click(40, 40); },
+         "all\nr\n(handent \"A2\")\n"},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        EXPECT_EQ(erased(each.select), each.script);
+    }
+}
+
+TEST_F(Pointing, AnswersEachKindOfPrompt) {
+    DeskOnTest person{folder, scene};
+    person.type("ASK").click(30, 0).type("").click(40, 40).click(99.5, 0.5).click(70, 60).work();
+    EXPECT_EQ(person.recoveryScript(), "ASK\n(handent \"A1\")\n\n(list (handent \"A2\") (list 40 40 0))\n"
+                                       "100,0,0\n70,60,0\n; done\n")
+        << "the point near the end is the end; far from everything it is where the cursor is";
+}
+
+TEST_F(Pointing, SnapsOnlyWhileSnapsAreOn) {
+    DeskOnTest person{folder, scene};
+    person.then([&] { person.desk.toggleSnaps(); });
+    person.type("ASK").click(30, 0).type("").click(40, 40).click(99.5, 0.5).click(70, 60).work();
+    EXPECT_NE(person.recoveryScript().find("\n99.5,0.5,0\n"), std::string::npos) << person.recoveryScript();
+    EXPECT_NE(person.transcript.find("<对象捕捉 关>"), std::string::npos);
+}
+
+TEST_F(Pointing, SelectsBeforeACommand) {
+    DeskOnTest person{folder, scene};
+    person.click(30, 0).then([&] { EXPECT_EQ(person.pickFirst(), "A1"); });
+    person.click(40, 40).then([&] { EXPECT_EQ(person.pickFirst(), "A1 A2"); });
+    person.click(30, 0, true).then([&] { EXPECT_EQ(person.pickFirst(), "A2"); });
+    person.escape().then([&] { EXPECT_EQ(person.pickFirst(), ""); });
+    person.drag(30, 20, 70, 60).then([&] { EXPECT_EQ(person.pickFirst(), "A2"); });
+    person.type("ERASE").work();
+    EXPECT_TRUE(person.drawing().find(0xA2)->has(db::Record::erased));
+    EXPECT_EQ(person.recoveryScript(), "(select (handent \"A2\"))\nERASE\n; done\n");
+}
+
+TEST_F(Pointing, EnterAloneRepeatsTheLastCommand) {
+    DeskOnTest person{folder, scene};
+    person.type("ERASE").click(30, 0).type("").type("").click(40, 40).type("").work();
+    EXPECT_TRUE(person.drawing().find(0xA1)->has(db::Record::erased));
+    EXPECT_TRUE(person.drawing().find(0xA2)->has(db::Record::erased));
+    EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
+}
+
+TEST_F(Pointing, AButtonGivesTheRunningCommandUp) {
+    DeskOnTest person{folder, scene};
+    person.type("ERASE").click(30, 0).then([&] { person.desk.launch("ERASE"); });
+    person.click(40, 40).type("").work();
+    EXPECT_FALSE(person.drawing().find(0xA1)->has(db::Record::erased));
+    EXPECT_TRUE(person.drawing().find(0xA2)->has(db::Record::erased));
+}
+
+TEST_F(Pointing, SpacesAreEnterWhereTheyMeanNothingElse) {
+    DeskOnTest person{folder, scene};
+    const auto check = [&](std::string_view typed, bool ends) {
+        person.then([&person, typed, ends] { EXPECT_EQ(person.desk.spaceEnds(typed), ends) << typed; });
+    };
+    check("ERASE", true), check("", true), check("(handent", false), check("\"a", false);
+    person.type("SAVEAS");
+    check("two", false);
+    person.escape().work();
+}
+
+} // namespace

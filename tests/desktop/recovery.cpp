@@ -1,0 +1,126 @@
+// Work that a program did not live to save.
+#include "desktop/DeskOnTest.h"
+
+namespace {
+
+using namespace qx;
+using desktop::LeftLog;
+using desktop::RecoveryLog;
+using tests::DeskOnTest;
+
+const drawings::DrawingText scene{.entities = {"LINE|5 A1|10 0|20 0|11 100|21 0",
+                                               "CIRCLE|5 A2|10 50|20 40|40 10", "POINT|5 A3|10 10|20 70",
+                                               "POINT|5 A4|10 90|20 70"}};
+
+class Recovery : public testing::Test {
+protected:
+    std::string plan() { return folder / "plan.dxf"; }
+    bool isLogThere() { return std::filesystem::exists(RecoveryLog::pathFor(plan())); }
+    TemporaryFolder folder;
+};
+
+TEST_F(Recovery, RepeatsWhatWasFinished) {
+    std::string done;
+    {
+        DeskOnTest person{folder, scene};
+        person.type("ERASE").click(30, 0).type("").type("ERASE").type("L").type("").type("U");
+        person.type("SETVAR").type("PICKBOX").type("many").type("5"); // the refused answer is no answer
+        person.click(50, 50).type("ERASE").type("ERASE").click(10, 70).work(); // the last one is given up
+        done = person.drawing().toBytes();
+        EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
+    }
+    const auto log = RecoveryLog::find(plan());
+    ASSERT_TRUE(log);
+    EXPECT_TRUE(log->fits);
+    EXPECT_EQ(log->commands, 6u) << log->script;
+
+    DeskOnTest again{folder};
+    EXPECT_TRUE(again.desk.recover(*log));
+    EXPECT_EQ(again.drawing().toBytes(), done);
+    EXPECT_EQ(again.session.variables().number("PICKBOX"), 5);
+    again.type("ERASE").type("(handent \"A4\")").type("").work();
+    const auto more = RecoveryLog::find(plan());
+    EXPECT_FALSE(more) << "somebody is at it";
+    EXPECT_NE(again.recoveryScript().find("A4"), std::string::npos);
+    EXPECT_TRUE(again.recoveryScript().starts_with(log->script));
+}
+
+TEST_F(Recovery, LogsAreThereOnlyWhileThereIsWorkToLose) {
+    DeskOnTest person{folder, scene};
+    EXPECT_FALSE(isLogThere()) << "nothing was done";
+    person.type("ERASE").type("L").type("").work();
+    EXPECT_TRUE(isLogThere());
+    person.type("SAVE").work();
+    EXPECT_FALSE(isLogThere()) << "saved";
+    person.type("U").work();
+    EXPECT_TRUE(isLogThere());
+    person.type("SAVEAS").type((folder / "other.dxf")).work();
+    EXPECT_FALSE(isLogThere()) << "saved elsewhere";
+    person.type("ERASE").type("L").type("").work();
+    EXPECT_FALSE(isLogThere());
+    EXPECT_TRUE(std::filesystem::exists(RecoveryLog::pathFor(folder / "other.dxf")));
+    person.session.setDrawing(nullptr);
+    EXPECT_EQ(folder.count(), 3u) << "the changes were given up, and the log with them";
+}
+
+TEST_F(Recovery, TellsWhatFitsFromWhatDoesNot) {
+    const std::string bytes = scene.bytes();
+    const std::string log = RecoveryLog::pathFor(plan());
+    put(plan(), bytes);
+    {
+        RecoveryLog writer;
+        ASSERT_TRUE(writer.add(plan(), "ERASE\nL\n\n"));
+        ASSERT_TRUE(writer.add(plan(), "U\n"));
+    }
+    const std::string whole = contentOf(log);
+    const struct {
+        const char* name;
+        std::string log, drawing;
+        int commands; ///< -1: nothing is found
+        bool fits;
+    } cases[] = {
+        {"as it was left", whole, bytes, 2, true},
+        {"cut off in a command", whole.substr(0, whole.size() - 3), bytes, 1, true},
+        {"cut off in the first", whole.substr(0, whole.find("L\n")), bytes, -1, false},
+        {"only begun", whole.substr(0, whole.find('\n') + 1), bytes, -1, false},
+        {"empty", "", bytes, -1, false},
+        {"some other file", "ERASE\n; done\n", bytes, -1, false},
+        {"the drawing was changed", whole, bytes + "999\nx\n", 2, false},
+        {"as long as before", whole, bytes.substr(0, bytes.size() - 4) + "eof\n", 2, false},
+        {"no drawing", whole, "", 2, false},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        put(log, each.log);
+        put(plan(), each.drawing);
+        const auto found = RecoveryLog::find(plan());
+        EXPECT_EQ(found ? static_cast<int>(found->commands) : -1, each.commands);
+        EXPECT_EQ(found && found->fits, each.fits);
+    }
+    std::filesystem::remove(log);
+    EXPECT_FALSE(RecoveryLog::find(plan()));
+}
+
+TEST_F(Recovery, AsideIsANameThatNobodyHas) {
+    put(plan(), scene.bytes());
+    for (const char* each : {"1", "2"}) {
+        put(RecoveryLog::pathFor(plan()), each);
+        const auto aside = RecoveryLog::putAside(plan());
+        ASSERT_TRUE(aside) << aside.error();
+        EXPECT_EQ(*aside, plan() + ".recovery-" + each + ".scr");
+        EXPECT_EQ(contentOf(*aside), each);
+        EXPECT_FALSE(isLogThere());
+    }
+}
+
+TEST_F(Recovery, AScriptThatFailsSaysWhere) {
+    put(plan(), scene.bytes());
+    DeskOnTest person{folder};
+    const Outcome outcome =
+        person.desk.recover({.script = "ERASE\nL\n\n; done\nNONSENSE\n; done\n", .commands = 2});
+    EXPECT_NE(outcome.error().find("recovery.scr:5: unknown command"), std::string::npos) << outcome.error();
+    person.type("ERASE").type("L").type("").work(); // life goes on
+    EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
+}
+
+} // namespace
