@@ -48,15 +48,18 @@ private:
 
 Canvas::Canvas(HWND parent, Desk& desk) : desk_{desk} {
     const HINSTANCE instance = ::GetModuleHandleW(nullptr);
-    const WNDCLASSEXW info{.cbSize = sizeof info,
-                           .style = CS_DBLCLKS,
-                           .lpfnWndProc = &procedure,
-                           .hInstance = instance,
-                           .lpszClassName = className};
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof info;
+    info.style = CS_DBLCLKS;
+    info.lpfnWndProc = &procedure;
+    info.hInstance = instance;
+    info.lpszClassName = className;
     ::RegisterClassExW(&info);
     window_ = ::CreateWindowExW(0, className, nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 1, 1,
                                 parent, nullptr, instance, this);
 }
+
+Canvas::~Canvas() = default;
 
 void Canvas::place(const RECT& place) {
     ::MoveWindow(window_, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
@@ -150,7 +153,7 @@ void Canvas::paint() {
 }
 
 void Canvas::mouseMoved(const AcGePoint2d& place, WPARAM keys) {
-    TRACKMOUSEEVENT leave{.cbSize = sizeof leave, .dwFlags = TME_LEAVE, .hwndTrack = window_};
+    TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, window_, 0};
     ::TrackMouseEvent(&leave);
     if (keys & MK_MBUTTON) {
         const POINT to{std::lround(place.x), std::lround(place.y)};

@@ -12,6 +12,7 @@ namespace qx::desktop {
 class Canvas {
 public:
     Canvas(HWND parent, Desk& desk);
+    ~Canvas();
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 

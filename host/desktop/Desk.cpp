@@ -31,11 +31,18 @@ bool changesNoDrawing(const std::string& command) {
     return std::ranges::find(names, command) != names.end();
 }
 
-std::string selectionForm(const ed::RecordSet& set) {
-    std::string form = "(select";
-    for (const db::Record* each : set.members())
-        if (each->handle != 0) form += " (handent \"" + dxf::handleText(each->handle) + "\")";
-    return form + ")\n";
+/// In answers of a bearable length.
+std::string selectionForms(const ed::RecordSet& set) {
+    constexpr std::size_t most = 100;
+    std::string forms;
+    std::size_t count = 0;
+    for (const db::Record* each : set.members()) {
+        if (each->handle == 0) continue;
+        if (count % most == 0) forms += count == 0 ? "(select" : ")\n(select add";
+        forms += " (handent \"" + dxf::handleText(each->handle) + "\")";
+        ++count;
+    }
+    return forms.empty() ? forms : forms + ")\n";
 }
 
 Input cancelling() { return {.kind = Input::Kind::cancel, .text = {}}; }
@@ -338,7 +345,7 @@ void Desk::commandBegins(const db::Drawing* drawing, const std::string& name) {
     chosen_.clear();
     const std::string typed = lastLine(session_.line().takeScript());
     const bool findsSelection = drawing && !session_.pickFirst.isEmpty();
-    before_ = (findsSelection ? selectionForm(session_.pickFirst) : std::string{}) + typed;
+    before_ = (findsSelection ? selectionForms(session_.pickFirst) : std::string{}) + typed;
 }
 
 void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }

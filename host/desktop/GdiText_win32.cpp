@@ -52,7 +52,7 @@ void GdiText::paint(const shape::TextRun& run, const draw::View& view, const dra
                        up = view.toScreen(run.origin + run.up) - origin;
     clipTo(clip);
     ::SetTextColor(context_, systemColour(colour));
-    for (const draw::TextStretch& stretch : stretchesOf(run)) {
+    for (const draw::TextStretch& stretch : draw::stretchesOf(run)) {
         const double size =
             up.length() * (stretch.isFullWidth ? draw::sizeOfFullWidth : draw::sizeOfCapitals);
         const int height = std::clamp(static_cast<int>(std::lround(size)), 1, largestFont);

@@ -5,7 +5,6 @@
 #include "os/encoding.h"
 
 #include <commdlg.h>
-#include <shellapi.h>
 
 #include <array>
 
@@ -79,14 +78,15 @@ MainWindow::MainWindow() {
     ::InitCommonControlsEx(&classes);
     const HINSTANCE instance = ::GetModuleHandleW(nullptr);
     const HICON icon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_DESK));
-    const WNDCLASSEXW info{.cbSize = sizeof info,
-                           .lpfnWndProc = &procedure,
-                           .hInstance = instance,
-                           .hIcon = icon,
-                           .hCursor = ::LoadCursorW(nullptr, IDC_ARROW),
-                           .hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1),
-                           .lpszMenuName = MAKEINTRESOURCEW(IDM_DESK),
-                           .lpszClassName = className};
+    WNDCLASSEXW info{};
+    info.cbSize = sizeof info;
+    info.lpfnWndProc = &procedure;
+    info.hInstance = instance;
+    info.hIcon = icon;
+    info.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+    info.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
+    info.lpszMenuName = MAKEINTRESOURCEW(IDM_DESK);
+    info.lpszClassName = className;
     ::RegisterClassExW(&info);
     window_ = ::CreateWindowExW(WS_EX_ACCEPTFILES, className, L"qxdesk",
                                 WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,

@@ -9,6 +9,7 @@
 #include <windows.h>
 // In this order.
 #include <commctrl.h>
+#include <shellapi.h>
 
 namespace qx::desktop {
 
@@ -46,7 +47,6 @@ private:
     void takeDropped(HDROP drop);
     void showStatus();
     void showTip(NMTTDISPINFOW& info) const;
-    bool isTakenByAccelerator(MSG& message);
     bool isModified() const;
 
     HWND window_ = nullptr, toolbar_ = nullptr, statusLine_ = nullptr;

@@ -70,7 +70,7 @@ bool repeatNext(ed::Session& session, HWND dialog) {
 DialogAnswers::DialogAnswers(ed::Session& session, const Desk& desk) {
     afx::setDialogEnd([&session, &desk](HWND dialog, UINT templateId, UINT command) {
         if (desk.isRecovering()) return;
-        DialogForm form{.dialog = static_cast<int>(templateId), .command = static_cast<int>(command)};
+        DialogForm form{static_cast<int>(templateId), static_cast<int>(command), {}};
         ::EnumChildWindows(dialog, &addControl, reinterpret_cast<LPARAM>(&form));
         session.line().noteAnswer({.kind = ed::Input::Kind::text, .text = textOf(form)});
     });

@@ -1,7 +1,6 @@
 #include "ed/CommandRunner.h"
 
 #include "accmd.h"
-#include "ed/forms.h"
 #include "os/encoding.h"
 #include "rx/ModuleLoader.h"
 
@@ -66,8 +65,8 @@ RunEnd CommandRunner::run(InputSource& source) {
 void CommandRunner::runInput(const Input& input) {
     if (input.kind == Input::Kind::cancel) session_.pickFirst.clear();
     if (input.kind != Input::Kind::text) return;
-    if (const auto handles = parseSelect(input.text); handles && session_.drawing())
-        selectFirst(*handles);
+    if (const auto selection = parseSelection(input.text); selection && session_.drawing())
+        selectFirst(*selection);
     else if (input.text.starts_with('('))
         callFunction(input.text);
     else
@@ -85,13 +84,14 @@ void CommandRunner::runCommand(const std::string& typed) {
     perform(os::toUtf8(command->globalName()), flags, [&] { return command->run(); });
 }
 
-void CommandRunner::selectFirst(const std::vector<std::uint64_t>& handles) {
+void CommandRunner::selectFirst(const TypedSelection& selection) {
     db::Drawing& drawing = *session_.drawing();
     std::vector<db::Record*> records;
-    for (const std::uint64_t handle : handles)
+    for (const std::uint64_t handle : selection.handles)
         if (db::Record* record = drawing.find(handle); record && drawing.isSelectable(record))
             records.push_back(record);
-    session_.pickFirst = RecordSet{&drawing};
+    const bool goesOn = selection.adds && session_.pickFirst.drawing() == &drawing;
+    if (!goesOn) session_.pickFirst = RecordSet{&drawing};
     session_.pickFirst.add(records);
 }
 

@@ -4,12 +4,11 @@
 #pragma once
 
 #include "ed/Session.h"
+#include "ed/forms.h"
 #include "os/Result.h"
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace qx::ed {
 
@@ -31,7 +30,7 @@ private:
 
     void runInput(const Input& input);
     void runCommand(const std::string& typed);
-    void selectFirst(const std::vector<std::uint64_t>& handles);
+    void selectFirst(const TypedSelection& selection);
     void callFunction(const std::string& form);
     void perform(const std::string& name, int flags, const Body& body);
     CommandEnd settle(const std::string& name, db::Drawing* step, const Outcome& outcome);

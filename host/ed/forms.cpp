@@ -79,12 +79,14 @@ std::optional<TypedPick> parsePick(std::string_view form) {
     return reader.mark(')').mark(')').isComplete() ? std::optional{pick} : std::nullopt;
 }
 
-std::optional<std::vector<std::uint64_t>> parseSelect(std::string_view form) {
-    std::vector<std::uint64_t> handles;
+std::optional<TypedSelection> parseSelection(std::string_view form) {
+    TypedSelection selection;
     FormReader reader{form};
     reader.mark('(').word("SELECT");
-    while (reader.isAt('(')) takeHandent(reader, handles.emplace_back());
-    return reader.mark(')').isComplete() ? std::optional{std::move(handles)} : std::nullopt;
+    selection.adds = reader.isAt('a') || reader.isAt('A');
+    if (selection.adds) reader.word("ADD");
+    while (reader.isAt('(')) takeHandent(reader, selection.handles.emplace_back());
+    return reader.mark(')').isComplete() ? std::optional{std::move(selection)} : std::nullopt;
 }
 
 } // namespace qx::ed

@@ -24,8 +24,13 @@ struct TypedPick {
 };
 QX_HOST_API std::optional<TypedPick> parsePick(std::string_view form);
 
-/// The handles in `(select (handent "2F") (handent "30"))`, which between commands says what is selected
-/// before the next one.
-QX_HOST_API std::optional<std::vector<std::uint64_t>> parseSelect(std::string_view form);
+/// `(select (handent "2F") (handent "30"))`, which between commands says what is selected before the next
+/// one, or
+/// `(select add (handent "31"))`, which adds to that.
+struct TypedSelection {
+    std::vector<std::uint64_t> handles;
+    bool adds = false;
+};
+QX_HOST_API std::optional<TypedSelection> parseSelection(std::string_view form);
 
 } // namespace qx::ed
