@@ -55,7 +55,7 @@ std::size_t Drawing::lineOf(const char* where) const {
 }
 
 std::string_view Drawing::bytesOf(const Record* record) const {
-    if (!record->begin) return {};
+    if (!record->begin) return ""; // a cursor can walk it
     const Record* next = RecordChain::next(record);
     const char* end = next && next->begin ? next->begin : bytes_.data() + bytes_.size();
     return {record->begin, static_cast<std::size_t>(end - record->begin)};
