@@ -3,9 +3,7 @@
 #include "db/FieldTable.h"
 #include "db/HandleHash.h"
 #include "db/classes.h"
-#include "dbdict.h"
 #include "dbents.h"
-#include "dbgroup.h"
 #include "dbsymtb.h"
 #include "dxf/Tag.h"
 #include "os/encoding.h"
@@ -71,7 +69,7 @@ std::size_t Drawing::lineOf(const char* where) const {
 }
 
 std::string_view Drawing::bytesOf(const Record* record) const {
-    if (!record->begin) return {};
+    if (!record->begin) return ""; // a cursor can walk it
     const Record* next = RecordChain::next(record);
     const char* end = next && next->begin ? next->begin : bytes_.data() + bytes_.size();
     return {record->begin, static_cast<std::size_t>(end - record->begin)};
@@ -106,27 +104,6 @@ Record* Drawing::find(std::uint64_t handle) const {
 Record* Drawing::findBlock(std::string_view name) const {
     const BlockDefinition* definition = blocks_->namedUtf8(name);
     return definition ? definition->record : nullptr;
-}
-
-// The root dictionary is the first object of its section.
-Record* Drawing::groupDictionary() const {
-    Record* root = objects_ ? RecordChain::next(objects_) : nullptr;
-    if (!root || root->kind != Kind::dictionary) return nullptr;
-    const auto* dictionary = static_cast<const AcDbDictionary*>(live(root));
-    AcDbObjectId id;
-    if (!dictionary || dictionary->getAt(L"ACAD_GROUP", id) != Acad::eOk) return nullptr;
-    return id.record()->kind == Kind::dictionary ? id.record() : nullptr;
-}
-
-std::vector<Record*> Drawing::groups() const {
-    std::vector<Record*> found;
-    Record* record = groupDictionary();
-    const auto* dictionary = record ? static_cast<const AcDbDictionary*>(live(record)) : nullptr;
-    if (!dictionary) return found;
-    for (const auto& entry : dictionary->entries())
-        if (entry.id.record()->kind == Kind::group && !entry.id.isErased())
-            found.push_back(entry.id.record());
-    return found;
 }
 
 namespace {
@@ -274,26 +251,35 @@ bool Drawing::canAppend(const Record* blockRecord, const AcDbEntity& entity) con
     return isKnown && definition && (definition->isInSection() || definition->end);
 }
 
-Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
-    BlockDefinition* definition = blocks_->of(blockRecord);
+std::uint64_t Drawing::takeHandle() {
     if (nextHandle_ == 0) {
         nextHandle_ = dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1);
         for (const Record* each = records_.first(); each; each = RecordChain::next(each))
             nextHandle_ = std::max(nextHandle_, each->handle + 1);
     }
+    return nextHandle_++;
+}
+
+Record* Drawing::addNew(Kind kind, AcDbObject* object, Record* owner) {
+    const std::uint64_t handle = takeHandle();
     Record* record = records_.append();
-    record->handle = nextHandle_++;
-    record->live = entity;
-    record->owner = blockRecord;
-    record->kind = kindOfNew(*entity);
+    record->handle = handle;
+    record->live = object;
+    record->owner = owner;
+    record->kind = kind;
     record->set(Record::isNew);
+    object->setRecord(record);
+    history_.logNew(record);
+    addToIndex(record);
+    return record;
+}
+
+Record* Drawing::append(Record* blockRecord, AcDbEntity* entity) {
+    Record* record = addNew(kindOfNew(*entity), entity, blockRecord);
     record->set(Record::openForWrite);
     ++openCount_;
-    entity->setRecord(record);
     entity->setLayerState(currentLayer());
-    history_.logNew(record);
-    definition->made.push_back(record);
-    addToIndex(record);
+    blocks_->of(blockRecord)->made.push_back(record);
     if (blockRecord != modelSpace_) noteChangeOfPart(record);
     return record;
 }
@@ -310,8 +296,8 @@ void Drawing::noteChangeOfPart(const Record* record) {
     }
 }
 
-const Record* Drawing::endOfEntities() const {
-    const Record* each = entities_;
+const Record* Drawing::endOf(const Record* section) {
+    const Record* each = section;
     while (each && each->kind != Kind::endSection) each = RecordChain::next(each);
     return each;
 }

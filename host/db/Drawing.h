@@ -44,6 +44,13 @@ struct TextStyle {
     double widthFactor = 1, obliqueDegrees = 0;
 };
 
+/// A group or dictionary that was made in this session. The record's owner is the dictionary that names it;
+/// the root dictionary has neither.
+struct NamedObject {
+    Record* record = nullptr;
+    std::string name; ///< UTF-8
+};
+
 class QX_HOST_API Drawing {
 public:
     /// A drawing, or one sentence that names the file and, where there is one, the line: text DXF of any
@@ -127,6 +134,10 @@ public:
     Record* groupDictionary() const;
     /// Group records in the order of their names, erased ones left out.
     std::vector<Record*> groups() const;
+    /// Whether the group dictionary names something so, without regard to case.
+    bool hasGroup(std::string_view name) const;
+    /// For an unnamed group: the first of *A1, *A2, ... that is free.
+    std::string freeGroupName() const;
     const Layers& layers() const { return *layers_; }
     Blocks& blocks() const { return *blocks_; }
     /// By name, as the file spells it; a plain one when there is none.
@@ -168,6 +179,12 @@ public:
     bool canAppend(const Record* blockRecord, const AcDbEntity& entity) const;
     /// A new entity into such a block; the drawing takes it over, open for writing.
     Record* append(Record* blockRecord, AcDbEntity* entity);
+    /// A new group under a name (UTF-8, without backslashes) that hasGroup() does not know, with the
+    /// dictionaries that it needs; one whose name begins with an asterisk is unnamed. The members are main
+    /// entities that find() finds by their handles. The version must have groups.
+    Record* makeGroup(std::string name, std::vector<Record*> members);
+    /// Groups and dictionaries made in this session, erased ones included, owners before what they own.
+    const std::vector<NamedObject>& newNamed() const { return newNamed_; }
 
     /// Opening for writing is refused with eLockViolation while the drawing is not locked for a command.
     bool isLocked() const { return locked_; }
@@ -244,7 +261,11 @@ private:
     Acad::ErrorStatus refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const;
     bool isOnLockedLayer(Record* record) const;
     const LayerState& currentLayer() const;
-    const Record* endOfEntities() const;
+    std::uint64_t takeHandle();
+    Record* addNew(Kind kind, AcDbObject* object, Record* owner);
+    Record* addNamed(Kind kind, std::unique_ptr<AcDbObject> object, Record* owner, std::string name);
+    Record* rootDictionary() const;
+    static const Record* endOf(const Record* section);
 
     std::string path_;
     std::optional<os::FileStamp>
@@ -260,6 +281,7 @@ private:
     Record* header_ = nullptr;   ///< the section with the variables
     Record* entities_ = nullptr; ///< the section
     Record* objects_ = nullptr;  ///< the section
+    std::vector<NamedObject> newNamed_;
     History history_;
     std::size_t savedAt_ = 0;
     std::size_t openCount_ = 0;

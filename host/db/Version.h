@@ -21,6 +21,8 @@ public:
 
     /// R13: handles for all objects, subclass markers, a table of block records.
     bool hasSubclasses() const { return number_ >= 1012; }
+    /// And the dictionaries that name them.
+    bool hasGroups() const { return hasSubclasses(); }
     bool hasLightweightPolylines() const { return number_ >= 1014; }
     /// Entities name the block record that owns them.
     bool hasOwners() const { return number_ >= 1015; }

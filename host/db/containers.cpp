@@ -83,8 +83,8 @@ bool AcDbLayerTableRecord::isLocked() const { return stateOf(*this).locked; }
 
 // ---- dictionaries
 
-// Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360). Names of objects that are
-// not there are left out; of two with the same name the first one counts.
+// Entries are pairs of a name (3) and a hard or soft owner's handle (350 or 360), then the new ones. Names of
+// objects that are not there are left out; of two with the same name the first one counts.
 bool AcDbDictionary::afterReading(const Drawing& drawing) {
     const std::string_view bytes = drawing.bytesOf(objectId().record());
     AcDbDictionaryEntries entries;
@@ -98,6 +98,9 @@ bool AcDbDictionary::afterReading(const Drawing& drawing) {
             entries.push_back({foldedName(utf8), qx::os::toWide(utf8), AcDbObjectId{record}});
         name = {};
     }
+    for (const qx::db::NamedObject& each : drawing.newNamed())
+        if (each.record->owner == objectId().record())
+            entries.push_back({foldedName(each.name), qx::os::toWide(each.name), AcDbObjectId{each.record}});
     std::ranges::stable_sort(entries, {}, &AcDbDictionaryEntry::key);
     entries_ = std::make_shared<const AcDbDictionaryEntries>(std::move(entries));
     return true;

@@ -28,10 +28,6 @@ ShortText tagText(int code, std::string_view value, std::string_view lineEnd) {
     return codeText(code).add(lineEnd).add(value).add(lineEnd);
 }
 
-std::string tagString(int code, std::string_view value, std::string_view lineEnd) {
-    return std::string{codeText(code).view()}.append(lineEnd).append(value).append(lineEnd);
-}
-
 int slotsOf(const Field& field) {
     if (!field.hasValue()) return 0;
     return field.isPoint() ? 3 : 1;
@@ -65,6 +61,10 @@ ShortText& ShortText::add(std::string_view text) {
     std::memcpy(bytes_ + size_, text.data(), text.size());
     size_ = static_cast<std::uint8_t>(size_ + text.size());
     return *this;
+}
+
+std::string tagString(int code, std::string_view value, std::string_view lineEnd) {
+    return std::string{codeText(code).view()}.append(lineEnd).append(value).append(lineEnd);
 }
 
 ShortText realText(double value) {

@@ -38,6 +38,9 @@ private:
 /// The shortest text that reads back as the same number, with a point or an exponent.
 ShortText realText(double value);
 
+/// The two lines of a tag.
+std::string tagString(int code, std::string_view value, std::string_view lineEnd);
+
 struct Patch {
     const char* at;       ///< in the record's bytes
     std::size_t replaced; ///< how many bytes go

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <map>
 #include <optional>
 #include <string>
@@ -91,6 +92,19 @@ std::u32string withoutMultilineEscapes(std::u32string text) {
     return plain;
 }
 
+std::string unicodeEscape(char32_t utf16) {
+    char text[16];
+    std::snprintf(text, sizeof text, "\\U+%04X", static_cast<unsigned>(utf16));
+    return text;
+}
+
+std::string escaped(char32_t character) {
+    if (character < 0x80) return std::string(1, static_cast<char>(character));
+    if (character < 0x10000) return unicodeEscape(character);
+    const char32_t rest = character - 0x10000;
+    return unicodeEscape(0xd800 + (rest >> 10)) + unicodeEscape(0xdc00 + (rest & 0x3ff));
+}
+
 } // namespace
 
 const Encoding& Encoding::of(std::string_view codePage) {
@@ -125,6 +139,13 @@ std::u32string Encoding::decodeMultiline(std::string_view bytes) const {
 std::string Encoding::toUtf8(std::string_view bytes) const {
     if (os::isAscii(bytes) && bytes.find('\\') == std::string_view::npos) return std::string{bytes};
     return os::toUtf8(decode(bytes));
+}
+
+std::string Encoding::fromUtf8(std::string_view utf8) const {
+    if (isUtf8() || os::isAscii(utf8)) return std::string{utf8};
+    std::string bytes;
+    for (char32_t each : os::toUtf32(utf8)) bytes += escaped(each);
+    return bytes;
 }
 
 } // namespace qx::dxf

@@ -34,6 +34,9 @@ public:
     /// that it is no code.
     std::u32string decodeMultiline(std::string_view bytes) const;
     std::string toUtf8(std::string_view bytes) const;
+    /// Bytes that toUtf8() reads as that text, which has no backslash. In a code page all that is not ASCII
+    /// becomes an escape, whether or not the page has it.
+    std::string fromUtf8(std::string_view utf8) const;
 
 private:
     explicit Encoding(const std::string& codePage);

@@ -114,9 +114,11 @@ std::vector<Report::State> Report::statesBefore(db::Drawing& drawing, const std:
     return states;
 }
 
-// What a command drew only to measure against is nobody's object, and neither is the block that it was in.
+// What a command drew only to measure against is nobody's object, and neither is the block or dictionary that
+// something is in.
 bool Report::isPassing(const db::Record& record, const State& before, const State& after) {
-    return record.kind == db::Kind::blockRecord || (!before.exists && !after.exists);
+    return record.kind == db::Kind::blockRecord || record.kind == db::Kind::dictionary ||
+           (!before.exists && !after.exists);
 }
 
 std::string Report::changes(db::Drawing& drawing, const std::vector<db::Record*>& records,

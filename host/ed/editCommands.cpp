@@ -12,18 +12,6 @@
 namespace qx::ed {
 namespace {
 
-// What the person selects, or has selected before the command.
-std::vector<AcDbObjectId> askObjects() {
-    std::vector<AcDbObjectId> ids;
-    ads_name set{}, name{};
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return ids;
-    AcDbObjectId id;
-    for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i)
-        if (acdbGetObjectId(id, name) == Acad::eOk) ids.push_back(id);
-    acedSSFree(set);
-    return ids;
-}
-
 std::string shortest(double value) {
     char buffer[32];
     return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
@@ -46,6 +34,17 @@ bool takeBack(Session& session) {
 }
 
 } // namespace
+
+std::vector<AcDbObjectId> askObjects() {
+    std::vector<AcDbObjectId> ids;
+    ads_name set{}, name{};
+    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return ids;
+    AcDbObjectId id;
+    for (int i = 0; acedSSName(set, i, name) == RTNORM; ++i)
+        if (acdbGetObjectId(id, name) == Acad::eOk) ids.push_back(id);
+    acedSSFree(set);
+    return ids;
+}
 
 void undoCommand() {
     Session& session = *Session::current();

@@ -25,6 +25,7 @@ constexpr HostCommand commands[] = {
     {L"UNDO", undoManyCommand, stepless},
     {L"REDO", redoCommand, stepless},
     {L"ERASE", eraseCommand, ACRX_CMD_USEPICKSET},
+    {L"GROUP", groupCommand, ACRX_CMD_USEPICKSET},
     {L"LIST", listCommand, ACRX_CMD_USEPICKSET},
     {L"SETVAR", setVariableCommand, stepless},
     {L"ARX", modulesCommand, stepless},

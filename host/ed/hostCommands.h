@@ -1,10 +1,11 @@
 // The host's own commands, registered on the command stack like those of modules: OPEN, SAVE, SAVEAS, QUIT,
-// U, UNDO, REDO, ERASE, LIST, SETVAR, ARX. They act on the current session.
+// U, UNDO, REDO, ERASE, GROUP, LIST, SETVAR, ARX. They act on the current session.
 #pragma once
 
 #include "ed/Session.h"
 
 #include <string>
+#include <vector>
 
 namespace qx::ed {
 
@@ -20,6 +21,7 @@ void undoCommand();
 void undoManyCommand();
 void redoCommand();
 void eraseCommand();
+void groupCommand();
 void listCommand();
 void setVariableCommand();
 void modulesCommand();
@@ -28,6 +30,9 @@ void modulesCommand();
 void say(Session& session, const std::string& sentence);
 /// A question with a yes and a no, Enter meaning no.
 bool confirms(Session& session, const std::string& question);
+
+/// What the person selects, or has selected before the command; nothing when that is cancelled.
+std::vector<AcDbObjectId> askObjects();
 
 /// False, with a sentence, when no drawing is open.
 bool hasDrawing(Session& session);

@@ -39,6 +39,7 @@ private:
 class QX_HOST_API AcDbDictionary : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDictionary)
+    /// Called again whenever the dictionary gets a new object.
     bool afterReading(const qx::db::Drawing& drawing) override;
 
     AcDbDictionaryIterator* newIterator(AcRx::DictIterType type = AcRx::kDictSorted) const;

@@ -4,6 +4,7 @@
 #include "dbidar.h"
 #include "dbmain.h"
 
+#include <utility>
 #include <vector>
 
 class QX_HOST_API AcDbGroup : public AcDbObject {
@@ -22,6 +23,8 @@ public:
 
     // Host side: the members as the drawing lists them, erased ones included.
     const std::vector<qx::db::Record*>& members() const { return members_; }
+    /// For a group that is being made.
+    void setMembers(std::vector<qx::db::Record*> members) { members_ = std::move(members); }
 
     struct Data {
         Adesk::Int32 selectable = 1;

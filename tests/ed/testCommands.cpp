@@ -1,9 +1,13 @@
 #include "aced.h"
+#include "acedads.h"
 #include "acutads.h"
+#include "dbdict.h"
 #include "dbents.h"
+#include "dbgroup.h"
 #include "dbobjptr.h"
 #include "drawings/DrawingText.h"
 #include "ed/Editor.h"
+#include "os/encoding.h"
 #include "rx/CommandStack.h"
 
 #include <gtest/gtest.h>
@@ -116,6 +120,141 @@ TEST(Commands, tellTheirProgress) {
     EXPECT_EQ(seen.back(), many - 1);
     editor.run("U\nERASE\nL\n\n");
     EXPECT_EQ(seen.size(), many - 1) << "the command after it selects little";
+}
+
+// Answers to GROUP in a drawing with the groups PAIR (A1 A3) and *A2 (A2).
+const struct GroupCase {
+    const char *name, *answers, *groups;
+    const char *transcript = "", *failure = "";
+} groupCases[] = {
+    {"by a name", "Desk\n(handent \"A3\")\n(handent \"A2\")\n\n", "*A2: A2, Desk: A3 A2, PAIR: A1 A3",
+     "GROUP\n输入编组名或 <未命名>: Desk\n选择对象: (handent \"A3\")\n找到 1 个\n选择对象: (handent \"A2\")\n"
+     "找到 1 个，总计 2 个\n选择对象: \n编组“Desk”有 2 个对象。\n"},
+    {"members of other groups, by a pick", "Desk\n500,500\n\n", "*A2: A2, Desk: A3 A1, PAIR: A1 A3",
+     "编组“Desk”有 2 个对象。"},
+    {"without a name", "\n(handent \"A1\")\n\n", "*A1: A1, *A2: A2, PAIR: A1 A3", "编组“*A1”有 1 个对象。"},
+    {"without a name, twice", "\nL\n\nGROUP\n\nL\n\n", "*A1: A3, *A2: A2, *A3: A3, PAIR: A1 A3"},
+    {"a name with blanks", "\"big desk\"\nL\n\n", "*A2: A2, big desk: A3, PAIR: A1 A3"},
+    {"a name in Chinese", "座椅\nL\n\n", "*A2: A2, PAIR: A1 A3, 座椅: A3"},
+    {"nothing selected", "Desk\n\n", "*A2: A2, PAIR: A1 A3", "没有选择对象，没有建立编组。"},
+    {"selection cancelled", "Desk\nALL\n^C", "*A2: A2, PAIR: A1 A3"},
+    {"name cancelled", "^C", "*A2: A2, PAIR: A1 A3"},
+    {"taken back", "Desk\nL\n\nU\n", "*A2: A2, PAIR: A1 A3", "已放弃 GROUP"},
+    {"done again", "Desk\nL\n\nU\nREDO\n", "*A2: A2, Desk: A3, PAIR: A1 A3", "已重做 GROUP"},
+    {"a name that exists", "pair\nL\n\n", "*A2: A2, PAIR: A1 A3", "编组“pair”已存在。",
+     "2: there is a group \"pair\" already"},
+    {"a name that exists since", "Desk\nL\n\nGROUP\ndesk\n", "*A2: A2, Desk: A3, PAIR: A1 A3", "",
+     "6: there is a group \"desk\" already"},
+    {"no name", "*A1\nL\n\n", "*A2: A2, PAIR: A1 A3", "编组名无效。",
+     "2: \"*A1\" can't be the name of a group"},
+};
+
+std::string groupsOf(db::Drawing& drawing) {
+    std::string text;
+    AcDbDictionary* dictionary = nullptr;
+    EXPECT_EQ(drawing.database().getGroupDictionary(dictionary), Acad::eOk);
+    const std::unique_ptr<AcDbDictionaryIterator> each{dictionary->newIterator()};
+    for (; !each->done(); each->next()) {
+        text += (text.empty() ? "" : ", ") + os::toUtf8(std::wstring_view{each->name()}) + ':';
+        AcDbObjectIdArray ids;
+        AcDbObjectPointer<AcDbGroup> { each->objectId() } -> allEntityIds(ids);
+        for (int i = 0; i < ids.length(); ++i) text += ' ' + drawings::hex(ids[i].handle().value());
+    }
+    dictionary->close();
+    return text;
+}
+
+std::string groupScene(const std::string& version = "AC1015") {
+    drawings::DrawingText text{.entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0",
+                                            "LINE|5 A2|8 LOCKED|10 0|20 100|11 100|21 100",
+                                            "CIRCLE|5 A3|10 500|20 400|40 100"},
+                               .groups = {{"PAIR", {"A1", "A3"}}, {"*A2", {"A2"}}},
+                               .version = version};
+    return text.bytes();
+}
+
+TEST(GroupCommand, makesAGroup) {
+    for (const GroupCase& each : groupCases) {
+        SCOPED_TRACE(each.name);
+        Editor editor{groupScene()};
+        const std::string before = editor.drawing().toBytes();
+        const auto run = editor.run(std::string{"GROUP\n"} + each.answers);
+        EXPECT_EQ(run.failure, *each.failure ? std::string{"test.scr:"} + each.failure : "");
+        EXPECT_NE(run.transcript.find(each.transcript), std::string::npos) << run.transcript;
+        EXPECT_EQ(groupsOf(editor.drawing()), each.groups);
+        EXPECT_EQ(groupsOf(*drawings::read(run.bytes)), each.groups);
+        expectInOrder(editor);
+        while (!editor.drawing().history().undo().empty()) continue;
+        EXPECT_EQ(editor.drawing().toBytes(), before);
+    }
+}
+
+TEST(GroupCommand, refusesNamesThatAGroupCantHave) {
+    std::vector<std::string> names{"\"\"", "\" a\"", "\"a \"", "\"a\tb\"", "\xE5\xBA", std::string(256, 'x')};
+    for (const char c : std::string_view{"<>/\\:;?*|,=`"}) names.push_back(std::string{"a"} + c);
+    for (const std::string& name : names) {
+        Editor editor{groupScene()};
+        const auto run = editor.run("GROUP\n" + name + "\nL\n\n");
+        EXPECT_EQ(run.end, RunEnd::failed) << name;
+        EXPECT_NE(run.transcript.find("编组名无效。"), std::string::npos) << run.transcript;
+        EXPECT_EQ(run.bytes, groupScene());
+    }
+}
+
+TEST(GroupCommand, asksAPersonAgain) {
+    Editor editor{groupScene()};
+    tests::Person person{"GROUP\na*\nPair\nDesk\nL\n\n", "input"};
+    EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), RunEnd::sourceEnded);
+    EXPECT_EQ(groupsOf(editor.drawing()), "*A2: A2, Desk: A3, PAIR: A1 A3");
+}
+
+TEST(GroupCommand, groupsWhatWasSelectedBefore) {
+    Editor editor{groupScene()};
+    const auto body = [] {
+        ads_name set{};
+        ASSERT_EQ(acedSSGet(L"X", nullptr, nullptr, nullptr, set), RTNORM);
+        EXPECT_EQ(acedSSSetFirst(set, nullptr), RTNORM);
+    };
+    editor.runBody(body, "", ACRX_CMD_REDRAW);
+    editor.run("GROUP\nDesk\n");
+    EXPECT_EQ(groupsOf(editor.drawing()), "*A2: A2, Desk: A1 A2 A3, PAIR: A1 A3");
+}
+
+// A2 alone is picked, in *A2 and in the new group.
+TEST(GroupCommand, groupsArePickedAsAWhole) {
+    Editor editor{groupScene()};
+    const std::string_view made = "GROUP\nDesk\n(handent \"A2\")\n(handent \"A1\")\n\n";
+    const auto found = [&](const std::string& script) {
+        const std::string text = editor.run(script + "LIST\n50,100\n\n").transcript;
+        const std::size_t at = text.rfind("找到");
+        return text.substr(at, text.find('\n', at) - at);
+    };
+    EXPECT_EQ(found(""), "找到 1 个，1 个编组");
+    EXPECT_EQ(found(std::string{made}), "找到 2 个，2 个编组") << "PAIR is a group of A1, not of A2";
+    EXPECT_EQ(found("U\n"), "找到 1 个，1 个编组");
+    EXPECT_EQ(found("REDO\n"), "找到 2 个，2 个编组");
+}
+
+TEST(GroupCommand, needsADrawingThatCanHaveGroups) {
+    for (const char* version : {"AC1009", "AC2.10"}) {
+        Editor editor{groupScene(version)};
+        const auto run = editor.run("GROUP\n");
+        EXPECT_EQ(run.failure, "test.scr:1: a drawing of R12 or before can't have groups");
+        EXPECT_NE(run.transcript.find("R12 及更早版本的图形不能有编组。"), std::string::npos);
+    }
+}
+
+// Who shares a handle with somebody before him, or has none, is left out.
+TEST(GroupCommand, leavesOutWhatHasNoHandleOfItsOwn) {
+    const std::string point = "|10 0.0|20 0.0";
+    Editor editor{
+        drawings::DrawingText{.entities = {"POINT|5 A1" + point, "POINT|5 A1" + point, "POINT|5 0" + point}}
+            .bytes()};
+    const auto run = editor.run("GROUP\nDesk\nALL\n\n");
+    EXPECT_NE(run.transcript.find("2 个对象没有自己的句柄，不能编组。\n编组“Desk”有 1 个对象。"),
+              std::string::npos)
+        << run.transcript;
+    EXPECT_EQ(groupsOf(editor.drawing()), "Desk: A1");
 }
 
 // What a command does against the host's rules, after it has moved an object.

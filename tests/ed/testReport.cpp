@@ -19,7 +19,8 @@ using tests::Editor;
 
 const std::string scene = drawings::DrawingText{.entities = {"LINE|5 A1|10 0|20 0|11 10|21 5",
                                                              "LINE|5 A2|8 LOCKED|10 0|20 100|11 100|21 100",
-                                                             "LINE|5 A3|10 0|20 0|11 0.1|21 0"}}
+                                                             "LINE|5 A3|10 0|20 0|11 0.1|21 0"},
+                                                .hasGroupDictionary = false}
                               .bytes();
 
 void moveSelected(double dx) {
@@ -81,11 +82,16 @@ TEST_F(Report, knowsNewAndErasedObjects) {
     expect(R"("change":"erased","before":{"min":[0,0,0],"max":[10,5,0]},"after":null})");
 }
 
+TEST_F(Report, knowsNewGroupsWithoutTheirDictionary) {
+    editor.run("GROUP\nDesk\n(handent \"A1\")\n\n");
+    expect(
+        R"("changed":[{"handle":"1001","class":"AcDbGroup","change":"created","before":null,"after":null}],)");
+}
+
 // What each of the commands changed, one after the other: "handle change, x from -> to".
 std::string changesOf(const std::string& json) {
-    static const std::regex entry{
-        R"re("handle":"(\w+)","class":"\w+","change":"(\w+)",)re"
-        R"re("before":(null|.{8}([^,]*)[^}]*}),"after":(null|.{8}([^,]*)))re"};
+    static const std::regex entry{R"re("handle":"(\w+)","class":"\w+","change":"(\w+)",)re"
+                                  R"re("before":(null|.{8}([^,]*)[^}]*}),"after":(null|.{8}([^,]*)))re"};
     std::string text;
     for (std::sregex_iterator at{json.begin(), json.end(), entry}, end; at != end; ++at) {
         const auto x = [&](std::size_t group) {
