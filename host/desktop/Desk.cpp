@@ -96,8 +96,7 @@ void Desk::showDrawing() {
     zoomExtents();
 }
 
-/// Brings what is shown in step with what commands have done so far.
-void Desk::refresh() {
+void Desk::follow() {
     if (session_.drawing() && !shown_) showDrawing();
     if (!shown_) return;
     const std::vector<db::Record*> changed = shown_->watch.take();
@@ -114,7 +113,7 @@ void Desk::becameStale(Stale what) {
 
 Input Desk::next(Ask ask) {
     ask_ = ask;
-    refresh();
+    follow();
     const bool isCommand = ask == Ask::command;
     while (answers_.empty() || !isCommand) {
         if (isOver_) return isCommand ? Input{} : cancelling();
@@ -352,7 +351,7 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
-    refresh();
+    follow();
     const bool isSaved = (running_ == "SAVE" || running_ == "SAVEAS") && drawing && !drawing->isModified();
     if (isSaved) recovery_.close();
     log(end);

@@ -49,6 +49,8 @@ public:
     std::function<bool()> mayClose;
     /// Nothing is to be recovered: what was not saved was given up.
     void dropRecovery() { recovery_.close(); }
+    /// It was closed, or nothing can be waited for any more.
+    bool isOver() const { return isOver_; }
     /// The source ends the next time that a command is asked for, and may be read on later.
     void pause() { isPausing_ = true; }
 
@@ -64,6 +66,8 @@ public:
     void setCanvas(draw::Colour* scene, int width, int height, draw::TextPainter& texts,
                    int dotsPerInch = 96);
     bool needsPaint() const { return needsPaint_; }
+    /// Brings what is shown in step with the drawing; done by itself whenever a prompt waits.
+    void follow();
     /// The whole picture; `frame` is as large as the scene.
     void compose(draw::Colour* frame);
     const draw::View& view() const { return view_; }
@@ -99,7 +103,6 @@ private:
     enum class Stale { nothing, marks, scene };
 
     void showDrawing();
-    void refresh();
     void becameStale(Stale what);
     void log(ed::CommandEnd end);
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;

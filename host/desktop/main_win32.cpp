@@ -56,7 +56,10 @@ public:
         if (!loaded) session_.line().note("无法加载模块", loaded.error());
         if (!options_.drawing.empty()) open(options_.drawing);
         if (!options_.script.empty()) runScript();
-        while (!isOver()) recoverWhatWasLeft();
+        while (!session_.quitRequested && !desk_.isOver()) {
+            if (left_) recoverWhatWasLeft();
+            ed::CommandRunner{session_}.run(desk_);
+        }
         desk_.dropRecovery();
         rx::moduleLoader().setDrawingOpen(false);
         rx::moduleLoader().unloadAll();
@@ -64,13 +67,6 @@ public:
     }
 
 private:
-    /// Runs commands until the program ends, or a drawing was opened that somebody left work at.
-    bool isOver() {
-        if (left_ || session_.quitRequested) return session_.quitRequested;
-        ed::CommandRunner{session_}.run(desk_);
-        return !left_;
-    }
-
     void open(const std::string& path) {
         auto drawing = db::Drawing::read(path);
         if (!drawing) return window_.tells("无法打开图形: " + drawing.error());
@@ -92,6 +88,8 @@ private:
 
     void recoverWhatWasLeft() {
         const LeftLog left = *std::exchange(left_, std::nullopt);
+        desk_.follow();
+        window_.showName();
         const std::string& path = session_.drawing()->path();
         const std::string commands = std::to_string(left.commands) + " 个命令";
         const bool wanted = left.fits && window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
