@@ -6,6 +6,7 @@
 
 #include <commdlg.h>
 
+#include <algorithm>
 #include <array>
 
 namespace qx::desktop {
@@ -88,9 +89,13 @@ MainWindow::MainWindow() {
     info.lpszMenuName = MAKEINTRESOURCEW(IDM_DESK);
     info.lpszClassName = className;
     ::RegisterClassExW(&info);
-    window_ = ::CreateWindowExW(WS_EX_ACCEPTFILES, className, L"qxdesk",
-                                WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                                CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance, this);
+    RECT screen{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+    constexpr LONG width = 1280, height = 860; // where there is room
+    window_ =
+        ::CreateWindowExW(WS_EX_ACCEPTFILES, className, L"qxdesk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                          screen.left, screen.top, std::min(width, screen.right - screen.left),
+                          std::min(height, screen.bottom - screen.top), nullptr, nullptr, instance, this);
     accelerators_ = ::LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDA_DESK));
     makeToolbar();
     statusLine_ = ::CreateWindowExW(0, STATUSCLASSNAMEW, nullptr, WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
