@@ -137,4 +137,34 @@ TEST(DisplayList, DrawsTheSelectedDashed) {
     EXPECT_NEAR(left, 0.8, 0.01); // one of two lines has six pixels of ten
 }
 
+TEST(DisplayList, ShowsCurvesAndEndlessLinesAndNoHiddenEdges) {
+    const struct {
+        const char* name;
+        std::string entity;
+        std::size_t least, most; ///< red pixels
+    } cases[] = {
+        {"construction line from edge to edge", "XLINE|62 1|10 50|20 40|11 1|21 0", 200, 200},
+        {"ray to one edge", "RAY|62 1|10 50|20 40|11 1|21 0", 95, 105},
+        {"line that only begins outside", "RAY|62 1|10 -5000|20 40|11 1|21 0", 200, 200},
+        {"ray away from what is shown", "RAY|62 1|10 -5000|20 40|11 -1|21 0", 0, 0},
+        {"spline",
+         "SPLINE|62 1|70 8|71 3|72 8|73 4|40 0|40 0|40 0|40 0|40 1|40 1|40 1|40 1|10 0|20 0|10 30|20 90|10 "
+         "70|20 -20|10 100|20 75",
+         190, 330},
+        {"face with two hidden edges", "3DFACE|62 1|10 0|20 0|11 100|21 0|12 100|22 75|13 0|23 75|70 10", 370,
+         385},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        const auto drawing = drawings::read(DrawingText{
+            .entities = {"LINE|10 0|20 0|11 0|21 75", "POINT|10 100|20 75",
+                         each.entity}}.bytes());
+        Shown shown{*drawing};
+        const std::size_t count = countOf(shown.drawn(), red);
+        EXPECT_GE(count, each.least);
+        EXPECT_LE(count, each.most);
+        EXPECT_NEAR(shown.list.extents().max.x, 100, 1e-9);
+    }
+}
+
 } // namespace

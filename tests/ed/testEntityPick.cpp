@@ -164,4 +164,33 @@ TEST(Forms, areReadStrictly) {
     for (const char* text : {"(list)", "(handent \"2F\")", ""})
         EXPECT_EQ(ed::parsePick(text), std::nullopt) << text;
 }
+
+TEST(Forms, selectionsMayBeLongAndMayAdd) {
+    const auto told = [](std::string_view form) {
+        const auto selection = ed::parseSelection(form);
+        if (!selection) return std::string{"none"};
+        std::string text = selection->adds ? "+" : "";
+        for (const std::uint64_t each : selection->handles) text += drawings::hex(each) + ' ';
+        return text;
+    };
+    EXPECT_EQ(told("(select)"), "");
+    EXPECT_EQ(told("(select (handent \"2F\") (handent \"30\"))"), "2F 30 ");
+    EXPECT_EQ(told("( SELECT Add (handent \"2F\") )"), "+2F ");
+    for (const char* text : {"", "(select", "(select x)", "(select (handent))", "(select (handent \"2F\")) x",
+                             "(selects)", "(select (handent \"2F\") add)"})
+        EXPECT_EQ(told(text), "none") << text;
+}
+
+TEST(Forms, saysWhatIsSelectedBeforeACommand) {
+    Editor editor{scene.bytes()};
+    const auto isErased = [&](std::uint64_t handle) {
+        return editor.drawing().find(handle)->has(db::Record::erased);
+    };
+    EXPECT_EQ(
+        editor.run("(select (handent \"A1\"))\n(select add (handent \"A3\") (handent \"FFFF\"))\nERASE\n")
+            .end,
+        ed::RunEnd::sourceEnded);
+    EXPECT_TRUE(isErased(0xA1) && isErased(0xA3));
+    EXPECT_FALSE(isErased(0xA2));
+}
 } // namespace

@@ -98,4 +98,32 @@ TEST(Tokenizer, countsLines) {
     EXPECT_EQ(lines, "2 3 4 6 6 ");
 }
 
+TEST(Tokenizer, answersComeBackFromTheirScript) {
+    const Input answers[] = {
+        {.kind = Input::Kind::text, .text = "L"},
+        {.kind = Input::Kind::enter, .text = {}},
+        {.kind = Input::Kind::text, .text = "two words.dxf", .quoted = true},
+        {.kind = Input::Kind::text, .text = "", .quoted = true},
+        {.kind = Input::Kind::text, .text = "(list (handent \"2F\") (list 1 2 0))"},
+        {.kind = Input::Kind::cancel, .text = {}},
+        {.kind = Input::Kind::enter, .text = {}},
+        {.kind = Input::Kind::text, .text = "; no comment", .quoted = true},
+        {.kind = Input::Kind::text, .text = "a;b"},
+        {.kind = Input::Kind::text, .text = "^C", .quoted = true},
+        {.kind = Input::Kind::cancel, .text = {}},
+        {.kind = Input::Kind::cancel, .text = {}},
+        {.kind = Input::Kind::text, .text = "中文"},
+    };
+    std::string script;
+    for (const Input& each : answers) script += qx::ed::scriptOf(each);
+    qx::ed::Tokenizer tokens{script};
+    for (const Input& each : answers) {
+        const Input again = tokens.next();
+        EXPECT_EQ(again.text, each.text) << script;
+        EXPECT_EQ(again.kind, each.kind) << script;
+    }
+    EXPECT_EQ(tokens.next().kind, Input::Kind::end);
+    EXPECT_EQ(qx::ed::scriptOf({.kind = Input::Kind::text, .text = "two words"}), "\"two words\"\n");
+}
+
 } // namespace

@@ -1,5 +1,7 @@
 #include "SavedFile.h"
 
+#include <chrono>
+
 using namespace qx::os;
 namespace fs = std::filesystem;
 
@@ -99,6 +101,39 @@ TEST(AtomicFile, BackupThatCantBeMadeStopsTheSave) {
     EXPECT_FALSE(save(folder / "out", "new", Backup::keep));
     EXPECT_EQ(contentOf(folder / "out"), "old");
     EXPECT_EQ(folder.count(), 2u);
+}
+
+TEST(AppendedFile, HasEverythingOnTheDiskAndOneWriter) {
+    TemporaryFolder folder;
+    {
+        auto file = AppendedFile::open(folder / "log");
+        ASSERT_TRUE(file) << file.error();
+        EXPECT_TRUE(file->append("one\n"));
+        EXPECT_EQ(contentOf(folder / "log"), "one\n") << "read by another while it is open";
+        EXPECT_NE(AppendedFile::open(folder / "log").error().find("using it"), std::string::npos);
+        EXPECT_TRUE(file->append(""));
+        EXPECT_TRUE(file->append("two\n"));
+    }
+    auto again = AppendedFile::open(folder / "log");
+    ASSERT_TRUE(again) << again.error();
+    EXPECT_TRUE(again->append("three\n"));
+    EXPECT_EQ(contentOf(folder / "log"), "one\ntwo\nthree\n");
+    EXPECT_NE(AppendedFile::open(folder / "no/log").error().find("it does not exist."), std::string::npos);
+}
+
+TEST(FileStamp, TellsWhatWasWrittenSince) {
+    TemporaryFolder folder;
+    EXPECT_FALSE(stampOf(folder / "file"));
+    EXPECT_FALSE(stampOf(folder / "."));
+    put(folder / "file", "x");
+    const auto before = stampOf(folder / "file");
+    ASSERT_TRUE(before);
+    EXPECT_EQ(stampOf(folder / "file"), before);
+    put(folder / "file", "xy");
+    EXPECT_NE(stampOf(folder / "file"), before);
+    put(folder / "file", "x");
+    fs::last_write_time(folder / "file", fs::last_write_time(folder / "file") + std::chrono::hours{1});
+    EXPECT_NE(stampOf(folder / "file"), before) << "as long as before, but later";
 }
 
 } // namespace
