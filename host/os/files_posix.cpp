@@ -39,7 +39,7 @@ std::string reasonFor(int error) {
     case ELOOP:
         return "its symbolic links lead in a circle";
     case EWOULDBLOCK:
-        return "another program is using it";
+        return "another program has it open";
     case EIO:
         return "the disk reported an error";
     default:

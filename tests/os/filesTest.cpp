@@ -110,7 +110,7 @@ TEST(AppendedFile, HasEverythingOnTheDiskAndOneWriter) {
         ASSERT_TRUE(file) << file.error();
         EXPECT_TRUE(file->append("one\n"));
         EXPECT_EQ(contentOf(folder / "log"), "one\n") << "read by another while it is open";
-        EXPECT_NE(AppendedFile::open(folder / "log").error().find("using it"), std::string::npos);
+        EXPECT_NE(AppendedFile::open(folder / "log").error().find("has it open"), std::string::npos);
         EXPECT_TRUE(file->append(""));
         EXPECT_TRUE(file->append("two\n"));
     }
