@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
 
 namespace qx::desktop {
 namespace {
@@ -162,9 +163,13 @@ bool CommandPane::isKeyTaken(WPARAM key) {
     }
 }
 
-void CommandPane::takeKey(const MSG& message) {
+void CommandPane::redirect(MSG& message) {
+    if (message.hwnd != output_ || message.message != WM_KEYDOWN || ::GetKeyState(VK_CONTROL) < 0) return;
+    constexpr std::array reading{VK_UP,  VK_DOWN,  VK_LEFT, VK_RIGHT, VK_HOME,
+                                 VK_END, VK_PRIOR, VK_NEXT, VK_SHIFT};
+    if (std::ranges::find(reading, static_cast<int>(message.wParam)) != reading.end()) return;
     focus();
-    ::SendMessageW(input_, message.message, message.wParam, message.lParam);
+    message.hwnd = input_;
 }
 
 } // namespace qx::desktop

@@ -26,8 +26,9 @@ public:
     int heightFor(int dotsPerInch) const;
     void setDotsPerInch(int dotsPerInch);
     void focus() { ::SetFocus(input_); }
-    /// A key that was pressed elsewhere in the window.
-    void takeKey(const MSG& message);
+    /// A key that is pressed where one reads goes to where one types, unless it moves through the text or
+    /// copies.
+    void redirect(MSG& message);
 
 private:
     static LRESULT CALLBACK inputProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,

@@ -219,6 +219,7 @@ bool MainWindow::handleNext() {
         return true;
     }
     if (::TranslateAcceleratorW(window_, accelerators_, &message)) return true;
+    pane_->redirect(message);
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
     return true;
@@ -309,11 +310,19 @@ void MainWindow::showTip(NMTTDISPINFOW& info) const {
             info.lpszText = const_cast<wchar_t*>(each.tip);
 }
 
-void MainWindow::showStatus() {
-    const std::string status = desk_->status();
-    if (status == shownStatus_) return;
-    shownStatus_ = status;
-    ::SendMessageW(statusLine_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(os::toWide(status).c_str()));
+void MainWindow::showStatus() { setStatus(desk_->status()); }
+
+void MainWindow::setStatus(const std::string& text) {
+    if (text == shownStatus_) return;
+    shownStatus_ = text;
+    ::SendMessageW(statusLine_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(os::toWide(text).c_str()));
+}
+
+void MainWindow::showProgress(std::string_view job, std::uint64_t done, std::uint64_t total) {
+    if (total == 0) return;
+    const std::string name = job == "loading" ? "正在打开" : job == "saving" ? "正在保存" : std::string{job};
+    setStatus(name + " " + std::to_string(done * 100 / total) + " %");
+    ::UpdateWindow(statusLine_);
 }
 
 void MainWindow::showName() {

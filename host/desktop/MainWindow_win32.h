@@ -4,8 +4,10 @@
 #include "desktop/Canvas_win32.h"
 #include "desktop/CommandPane_win32.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <windows.h>
 // In this order.
 #include <commctrl.h>
@@ -28,6 +30,8 @@ public:
     bool handleNext();
     /// The name of the drawing and whether it has changes, in the caption.
     void showName();
+    /// How far a long job is, in the status line.
+    void showProgress(std::string_view job, std::uint64_t done, std::uint64_t total);
     /// A question with yes and no; the answer.
     bool asks(const std::string& question);
     void tells(const std::string& sentence);
@@ -46,6 +50,7 @@ private:
     void saveAs();
     void takeDropped(HDROP drop);
     void showStatus();
+    void setStatus(const std::string& text);
     void showTip(NMTTDISPINFOW& info) const;
     bool isModified() const;
 

@@ -43,6 +43,9 @@ public:
           }},
           desk_{session_, [this] { return window_.handleNext(); }}, dialogs_{session_, desk_} {
         session_.opened = [this](const db::Drawing& drawing) { noteOpened(drawing); };
+        session_.progress = [this](std::string_view job, std::uint64_t done, std::uint64_t total) {
+            window_.showProgress(job, done, total);
+        };
         session_.variables().force("CMDDIA", 1);
         desk_.mayClose = [this] { return window_.mayClose(); };
         desk_.onLogFailure = [this](const std::string& sentence) {
@@ -68,7 +71,9 @@ public:
 
 private:
     void open(const std::string& path) {
-        auto drawing = db::Drawing::read(path);
+        auto drawing = db::Drawing::read(path, [this](std::uint64_t done, std::uint64_t total) {
+            window_.showProgress("loading", done, total);
+        });
         if (!drawing) return window_.tells("无法打开图形: " + drawing.error());
         session_.setDrawing(std::move(*drawing));
     }

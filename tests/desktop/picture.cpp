@@ -104,6 +104,24 @@ TEST_F(Picture, RectanglesAndRubberBandsFollowTheCursor) {
     EXPECT_NE(window, crossing);
 }
 
+void askFromCorner() {
+    ads_point base{0, 75, 0}, point{};
+    acedGetPoint(base, L"点: ", point);
+}
+
+TEST_F(Picture, ABasePointHasARubberBandToTheCursor) {
+    rx::commandStack().addCommand(L"TEST", L"FROM", nullptr, ACRX_CMD_MODAL, &askFromCorner);
+    const auto before = person.picture();
+    std::size_t banded = 0, plain = 0, rectangle = 0;
+    person.type("FROM").move(50, 40).then([&] { banded = differing(before, person.picture()); });
+    person.escape().move(50, 40).then([&] { plain = differing(before, person.picture()); });
+    person.type("ERASE").type("C").type("0,75").move(50, 40);
+    person.then([&] { rectangle = differing(before, person.picture()); }).escape().work();
+    EXPECT_GT(banded, plain + 80) << "dashes over half the picture";
+    EXPECT_GT(rectangle, 10000u) << "also to a corner that was typed";
+    rx::commandStack().removeGroup(L"TEST");
+}
+
 TEST_F(Picture, PanningByPixelsIsWhatDrawingAnewWouldShow) {
     for (const auto& [right, down] : {std::pair{37, -12}, {-400, 0}, {0, 1}, {1000, 1000}, {-640, -989}}) {
         person.then([&, r = right, d = down] { person.desk.pan(r, d); }).work();
