@@ -1,9 +1,9 @@
 // Tells whoever moves the mouse where things of a running drawing window are, and what it says.
-//   locate canvas DRAWING X Y   pixel on the screen that shows a point of the drawing, as long as all of it is shown
-//   locate button ID            middle of a toolbar button, by its command
-//   locate control ID           middle of a control of the dialog that is open
-//   locate caption|prompt|dialog|message   text: of the window, of the question that waits, of the open dialog
-// Ends with 1 when there is no such thing now.
+//   locate canvas DRAWING X Y   pixel on the screen that shows a point of the drawing, as long as all of it
+//   is shown locate button ID            middle of a toolbar button, by its command locate control ID middle
+//   of a control of the dialog that is open locate caption|prompt|dialog|message   text: of the window, of
+//   the question that waits, of the open dialog locate caption|prompt|dialog   text: of the window, of the
+//   question that waits, of the open dialog
 #include "draw/DisplayList.h"
 #include "os/encoding.h"
 #include "os/terminal.h"
@@ -52,8 +52,9 @@ std::optional<POINT> middleOfButton(int command) {
     const HANDLE process = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ, FALSE, id);
     void* memory = ::VirtualAllocEx(process, nullptr, sizeof(RECT), MEM_COMMIT, PAGE_READWRITE);
     RECT place{};
-    const bool isFound = ::SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(memory)) &&
-                         ::ReadProcessMemory(process, memory, &place, sizeof place, nullptr);
+    const bool isFound =
+        ::SendMessageW(bar, TB_GETRECT, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(memory)) &&
+        ::ReadProcessMemory(process, memory, &place, sizeof place, nullptr);
     ::VirtualFreeEx(process, memory, 0, MEM_RELEASE);
     ::CloseHandle(process);
     if (!isFound) return std::nullopt;
@@ -94,7 +95,8 @@ int main(int count, char** values) {
         return tell(onCanvas(words[1], std::atof(words[2].c_str()), std::atof(words[3].c_str())));
     if (what == "button" && words.size() == 2) return tell(middleOfButton(std::atoi(words[1].c_str())));
     if (what == "control" && words.size() == 2)
-        return tell(middleOf(openDialog() ? ::GetDlgItem(openDialog(), std::atoi(words[1].c_str())) : nullptr));
+        return tell(
+            middleOf(openDialog() ? ::GetDlgItem(openDialog(), std::atoi(words[1].c_str())) : nullptr));
     if (what == "caption") return tell(mainWindow());
     if (what == "prompt") return tell(::FindWindowExW(mainWindow(), nullptr, L"Static", nullptr));
     if (what == "dialog") return tell(openDialog());
