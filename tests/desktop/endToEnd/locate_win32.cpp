@@ -1,8 +1,8 @@
 // Tells whoever moves the mouse where things of a running drawing window are, and what it says.
-//   locate canvas DRAWING X Y     pixel on the screen with that point of the drawing, while all of it is
-//   shown locate button ID              middle of a toolbar button, by its command locate control ID middle
-//   of a control of the dialog that is open locate caption|prompt|dialog  text of the window, of the question
-//   that waits, of the dialog that is open
+//   locate canvas DRAWING X Y     pixel with that point of the drawing, while all of it is shown
+//   locate button ID              middle of a toolbar button, by its command
+//   locate control ID             middle of a control of the open dialog
+//   locate caption|prompt|dialog  text of the window, of the question that waits, of the open dialog
 // Ends with 1 when there is no such thing now.
 #include "draw/DisplayList.h"
 #include "os/encoding.h"
