@@ -91,7 +91,9 @@ MainWindow::MainWindow() {
     ::RegisterClassExW(&info);
     RECT screen{};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
-    constexpr LONG width = 1280, height = 860; // where there is room
+    const LONG dotsPerInch = static_cast<LONG>(::GetDpiForSystem());
+    const LONG width = ::MulDiv(1280, dotsPerInch, 96),
+               height = ::MulDiv(860, dotsPerInch, 96); // if there is room
     window_ =
         ::CreateWindowExW(WS_EX_ACCEPTFILES, className, L"qxdesk", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                           screen.left, screen.top, std::min(width, screen.right - screen.left),

@@ -140,5 +140,7 @@ int main(int count, char** arguments) {
         std::fputs(usage, stderr);
         return 1;
     }
-    return Program{std::move(*options)}.run();
+    Program program{std::move(*options)};
+    // Freeing a large drawing object by object would only keep the person waiting.
+    std::_Exit(program.run());
 }
