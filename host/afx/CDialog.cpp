@@ -100,7 +100,7 @@ BOOL CDialog::OnCommand(WPARAM wParam, LPARAM lParam) {
 }
 
 void CDialog::runLoop() {
-    if (isRunning_) ::ShowWindow(m_hWnd, SW_SHOW);
+    if (isRunning_ && qx::afx::areDialogsShown()) ::ShowWindow(m_hWnd, SW_SHOW);
     qx::afx::runModalLoop(m_hWnd, [this] { return isRunning_ && m_hWnd; });
     isRunning_ = false;
 }

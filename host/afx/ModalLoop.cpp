@@ -10,6 +10,7 @@ namespace {
 IdleStep idleStep;
 DialogEnd dialogEnd;
 HWND programWindow = nullptr;
+std::function<bool()> dialogsShown;
 std::exception_ptr kept;
 
 /// The window first, then its parents up to the dialog. Only objects take part.
@@ -47,6 +48,10 @@ void setDialogEnd(DialogEnd end) { dialogEnd = std::move(end); }
 void tellDialogEnd(HWND dialog, UINT templateId, UINT command) {
     if (dialogEnd) dialogEnd(dialog, templateId, command);
 }
+
+void setDialogsShown(std::function<bool()> shown) { dialogsShown = std::move(shown); }
+
+bool areDialogsShown() { return !dialogsShown || dialogsShown(); }
 
 void setMainWindow(HWND window) { programWindow = window; }
 

@@ -14,11 +14,15 @@ namespace qx::afx {
 using IdleStep = std::function<bool(HWND dialog)>;
 QX_HOST_API void setIdleStep(IdleStep step);
 
-/// Told of each modal dialog that has ended while its controls are still there: its template, and the last command
-/// that one of them gave.
+/// Told of each modal dialog that has ended while its controls are still there: its template, and the last
+/// command that one of them gave.
 using DialogEnd = std::function<void(HWND dialog, UINT templateId, UINT command)>;
 QX_HOST_API void setDialogEnd(DialogEnd end);
 void tellDialogEnd(HWND dialog, UINT templateId, UINT command);
+
+/// Asked whether a dialog is to be seen; without it all are.
+QX_HOST_API void setDialogsShown(std::function<bool()> shown);
+bool areDialogsShown();
 
 /// The window that dialogs stand before which were made without a parent; null for none.
 QX_HOST_API void setMainWindow(HWND window);

@@ -91,6 +91,8 @@ public:
     std::string toBytes() const;
     /// True when steps were done or taken back since the drawing was read or marked as saved.
     bool isModified() const { return history_.position() != savedAt_; }
+    /// It differs from its file whatever is undone.
+    void markChanged() { savedAt_ = static_cast<std::size_t>(-1); }
     void markSaved() {
         savedAt_ = history_.position();
         stamp_ = os::stampOf(path_);

@@ -172,4 +172,10 @@ void CommandPane::redirect(MSG& message) {
     message.hwnd = input_;
 }
 
+bool CommandPane::scroll(const MSG& message) {
+    if (::WindowFromPoint(message.pt) != output_) return false;
+    ::SendMessageW(output_, message.message, message.wParam, message.lParam);
+    return true;
+}
+
 } // namespace qx::desktop

@@ -29,6 +29,8 @@ public:
     /// A key that is pressed where one reads goes to where one types, unless it moves through the text or
     /// copies.
     void redirect(MSG& message);
+    /// A turn of the wheel over what was said scrolls that; false elsewhere.
+    bool scroll(const MSG& message);
 
 private:
     static LRESULT CALLBACK inputProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,

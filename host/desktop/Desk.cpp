@@ -31,6 +31,12 @@ bool changesNoDrawing(const std::string& command) {
     return std::ranges::find(names, command) != names.end();
 }
 
+/// They mean commands that were finished before.
+bool takesBack(const std::string& command) {
+    constexpr std::array names{"U", "UNDO", "REDO"};
+    return std::ranges::find(names, command) != names.end();
+}
+
 /// In answers of a bearable length.
 std::string selectionForms(const ed::RecordSet& set) {
     constexpr std::size_t most = 100;
@@ -88,6 +94,7 @@ void Desk::drawingChanges() {
     shown_.reset();
     chosen_.clear();
     recovery_.close();
+    wasSaved_ = false;
     becameStale(Stale::scene);
 }
 
@@ -245,7 +252,6 @@ void Desk::zoomExtents() {
 
 void Desk::toggleSnaps() {
     snaps_ = !snaps_;
-    session_.line().transcript.message(snaps_ ? "<对象捕捉 开> " : "<对象捕捉 关> ");
     becameStale(Stale::marks);
 }
 
@@ -303,7 +309,7 @@ void Desk::drawScene() {
 /// What is selected, as long as the running command has not begun to change it.
 std::vector<db::Record*> Desk::markedRecords() const {
     if (session_.selecting) return session_.selecting->members();
-    if (!isBusy()) return session_.pickFirst.members();
+    if (!isBusy() || !session_.pickFirst.isEmpty()) return session_.pickFirst.members();
     return session_.drawing()->history().changesSoFar() == 0 ? chosen_ : std::vector<db::Record*>{};
 }
 
@@ -312,8 +318,8 @@ void Desk::drawMarks(draw::Raster& frame) const {
     shown_->list.drawAgain(markedRecords(), frame, view_, ground_, draw::Emphasis::dashed);
     if (!cursor_) return;
     const ed::Pointing::Cursor cursor = cursorAt(*cursor_, false);
-    if (db::Record* under = shown_->pointing.under(ask_, cursor))
-        shown_->list.drawAgain({&under, 1}, frame, view_, ground_, draw::Emphasis::strong);
+    const auto taken = shown_->pointing.taken(ask_, cursor);
+    shown_->list.drawAgain(taken, frame, view_, ground_, draw::Emphasis::strong);
     const auto snap = shown_->pointing.snap(ask_, cursor);
     const AcGePoint2d target = snap ? view_.toScreen(snap->point) : *cursor_;
     Marks marks{frame, ground_, dotsPerInch_};
@@ -352,8 +358,8 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
     follow();
-    const bool isSaved = (running_ == "SAVE" || running_ == "SAVEAS") && drawing && !drawing->isModified();
-    if (isSaved) recovery_.close();
+    if (drawing && !drawing->isModified()) recovery_.close();
+    wasSaved_ = wasSaved_ || running_ == "SAVE" || running_ == "SAVEAS";
     log(end);
 }
 
@@ -362,18 +368,33 @@ void Desk::log(ed::CommandEnd end) {
     const db::Drawing* drawing = session_.drawing();
     const bool isWorthIt = drawing && end != ed::CommandEnd::rolledBack && !changesNoDrawing(running_);
     if (!isWorthIt || isRecovering_ || !os::isFile(drawing->path())) return;
-    const Outcome written = recovery_.add(drawing->path(), inputs);
+    const bool refersBack = wasSaved_ && takesBack(running_);
+    if (refersBack && !drawing->isModified()) return;
+    const Outcome written =
+        refersBack ? recovery_.keepCopy(*drawing) : recovery_.add(drawing->path(), inputs);
     if (!written && onLogFailure) onLogFailure(written.error());
 }
 
 Outcome Desk::recover(const LeftLog& log) {
     isRecovering_ = true;
+    Outcome done = log.copy.empty() ? Outcome{} : takeCopy(log.copy);
     ed::ScriptSource script{log.script, RecoveryLog::pathFor(session_.drawing()->path())};
-    const ed::RunEnd end = ed::CommandRunner{session_}.run(script);
+    if (done && ed::CommandRunner{session_}.run(script) == ed::RunEnd::failed)
+        done = Outcome::failure(session_.line().failure());
     isRecovering_ = false;
     session_.line().takeScript();
-    if (end == ed::RunEnd::failed) return Outcome::failure(session_.line().failure());
-    return recovery_.goOnWith(session_.drawing()->path(), log);
+    wasSaved_ = !log.copy.empty();
+    return done ? recovery_.goOnWith(session_.drawing()->path(), log) : done;
+}
+
+/// What is in the copy are unsaved changes of the drawing.
+Outcome Desk::takeCopy(const std::string& copy) {
+    auto drawing = db::Drawing::read(copy);
+    if (!drawing) return Outcome::failure(drawing.error());
+    (*drawing)->rename(session_.drawing()->path());
+    (*drawing)->markChanged();
+    session_.setDrawing(std::move(*drawing));
+    return {};
 }
 
 } // namespace qx::desktop

@@ -42,6 +42,7 @@ public:
     void zoom(double factor, const AcGePoint2d& about);
     void zoomExtents();
     void toggleSnaps();
+    bool areSnapsOn() const { return snaps_; }
     void setGround(draw::Ground ground);
     draw::Ground ground() const { return ground_; }
     /// Gives the running command up and ends, if `mayClose` agrees then.
@@ -105,6 +106,7 @@ private:
     void showDrawing();
     void becameStale(Stale what);
     void log(ed::CommandEnd end);
+    Outcome takeCopy(const std::string& copy);
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
     void click(const AcGePoint2d& place, bool shift);
     void answer(const std::vector<std::string>& texts);
@@ -139,6 +141,7 @@ private:
     std::string running_; ///< name of the command
     std::string before_;  ///< what is in the script before its name: the selection that it finds
     bool isRecovering_ = false;
+    bool wasSaved_ = false; ///< since it was opened: what is undone may be older than the file
 };
 
 } // namespace qx::desktop

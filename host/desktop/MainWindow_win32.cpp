@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace qx::desktop {
 namespace {
@@ -55,7 +56,7 @@ const char* typedFor(int command) {
 }
 
 /// A file name that a person chooses; empty when they think better of it.
-std::wstring chosenFile(HWND owner, bool isForSaving) {
+std::wstring chosenFile(HWND owner, const std::wstring& folder, bool isForSaving) {
     std::array<wchar_t, 4096> path{};
     OPENFILENAMEW dialog{};
     dialog.lStructSize = sizeof dialog;
@@ -64,6 +65,7 @@ std::wstring chosenFile(HWND owner, bool isForSaving) {
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = static_cast<DWORD>(path.size());
     dialog.lpstrDefExt = L"dxf";
+    dialog.lpstrInitialDir = folder.c_str();
     dialog.Flags =
         OFN_NOCHANGEDIR | OFN_HIDEREADONLY | (isForSaving ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     const BOOL isChosen = isForSaving ? ::GetSaveFileNameW(&dialog) : ::GetOpenFileNameW(&dialog);
@@ -170,6 +172,9 @@ LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_COMMAND:
         if (lParam == 0 || reinterpret_cast<HWND>(lParam) == toolbar_) obey(LOWORD(wParam));
         return 0;
+    case WM_INITMENUPOPUP:
+        checkMenu(reinterpret_cast<HMENU>(wParam));
+        return 0;
     case WM_NOTIFY:
         if (auto* header = reinterpret_cast<NMHDR*>(lParam); header->code == TTN_GETDISPINFOW)
             showTip(*reinterpret_cast<NMTTDISPINFOW*>(lParam));
@@ -197,6 +202,10 @@ void MainWindow::arrange() {
     RECT area{}, bar{};
     ::SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
     ::SendMessageW(statusLine_, WM_SIZE, 0, 0);
+    const int coordinates = ::MulDiv(400, static_cast<int>(::GetDpiForWindow(window_)), 96);
+    const std::array<int, 2> parts{coordinates, -1};
+    ::SendMessageW(statusLine_, SB_SETPARTS, parts.size(), reinterpret_cast<LPARAM>(parts.data()));
+    shownSnaps_ = nullptr;
     ::GetClientRect(window_, &area);
     ::GetWindowRect(toolbar_, &bar);
     area.top += bar.bottom - bar.top;
@@ -217,7 +226,7 @@ bool MainWindow::handleNext() {
     const BOOL got = ::GetMessageW(&message, nullptr, 0, 0);
     if (got <= 0) return false;
     if (message.message == WM_MOUSEWHEEL) {
-        canvas_->wheel(GET_WHEEL_DELTA_WPARAM(message.wParam), message.pt);
+        if (!pane_->scroll(message)) canvas_->wheel(GET_WHEEL_DELTA_WPARAM(message.wParam), message.pt);
         return true;
     }
     if (::TranslateAcceleratorW(window_, accelerators_, &message)) return true;
@@ -264,15 +273,21 @@ void MainWindow::tells(const std::string& sentence) {
     ::MessageBoxW(window_, os::toWide(sentence).c_str(), L"qxdesk", MB_OK | MB_ICONINFORMATION);
 }
 
-void MainWindow::open() {
-    if (const std::wstring path = chosenFile(window_, false); !path.empty()) openFile(path);
+std::wstring MainWindow::folder() const {
+    const std::wstring path = session_->drawing() ? os::toWide(session_->drawing()->path()) : std::wstring{};
+    return path.substr(0, std::min(path.find_last_of(L"/\\"), path.size()));
 }
 
-/// The question about changes is asked in a window, and so answered beforehand.
+void MainWindow::open() {
+    if (const std::wstring path = chosenFile(window_, folder(), false); !path.empty()) openFile(path);
+}
+
+// The command's own question about changes is answered beforehand.
 void MainWindow::openFile(const std::wstring& path) {
-    const bool drops = isModified();
-    if (drops && !asks("图形有未保存的修改。是否放弃这些修改?")) return;
-    desk_->launch((drops ? "OPEN Y\n" : "OPEN\n") + quoted(path));
+    const Changes changes = askAboutChanges();
+    if (changes == Changes::stay) return;
+    if (changes == Changes::save) return desk_->launch("SAVE\nOPEN\n" + quoted(path));
+    desk_->launch((isModified() ? "OPEN Y\n" : "OPEN\n") + quoted(path));
 }
 
 void MainWindow::save() {
@@ -282,21 +297,32 @@ void MainWindow::save() {
 }
 
 void MainWindow::saveAs() {
-    const std::wstring path = chosenFile(window_, true);
+    const std::wstring path = chosenFile(window_, folder(), true);
     if (path.empty()) return;
     desk_->launch("SAVEAS\n" + quoted(path) + (os::exists(os::toUtf8(path)) ? "\nY" : ""));
 }
 
-bool MainWindow::mayClose() {
-    if (!isModified()) return true;
+MainWindow::Changes MainWindow::askAboutChanges() {
+    if (!isModified()) return Changes::drop;
     const std::string question = "是否保存对 " + session_->drawing()->path() + " 的修改?";
-    const int answer =
-        ::MessageBoxW(window_, os::toWide(question).c_str(), L"qxdesk", MB_YESNOCANCEL | MB_ICONWARNING);
-    if (answer == IDYES) {
+    switch (
+        ::MessageBoxW(window_, os::toWide(question).c_str(), L"qxdesk", MB_YESNOCANCEL | MB_ICONWARNING)) {
+    case IDYES:
+        return Changes::save;
+    case IDNO:
+        return Changes::drop;
+    default:
+        return Changes::stay;
+    }
+}
+
+bool MainWindow::mayClose() {
+    const Changes changes = askAboutChanges();
+    if (changes == Changes::save) {
         save();
         desk_->close(); // asks again if that failed
     }
-    return answer == IDNO;
+    return changes == Changes::drop;
 }
 
 void MainWindow::takeDropped(HDROP drop) {
@@ -312,7 +338,19 @@ void MainWindow::showTip(NMTTDISPINFOW& info) const {
             info.lpszText = const_cast<wchar_t*>(each.tip);
 }
 
-void MainWindow::showStatus() { setStatus(desk_->status()); }
+void MainWindow::checkMenu(HMENU menu) const {
+    if (!desk_) return;
+    const bool isDark = desk_->ground() == draw::Ground::dark;
+    ::CheckMenuRadioItem(menu, ID_DARK, ID_LIGHT, isDark ? ID_DARK : ID_LIGHT, MF_BYCOMMAND);
+    ::CheckMenuItem(menu, ID_SNAPS, desk_->areSnapsOn() ? MF_CHECKED : MF_UNCHECKED);
+}
+
+void MainWindow::showStatus() {
+    setStatus(desk_->status());
+    const wchar_t* snaps = desk_->areSnapsOn() ? L"对象捕捉 开 (F3)" : L"对象捕捉 关 (F3)";
+    if (snaps == std::exchange(shownSnaps_, snaps)) return;
+    ::SendMessageW(statusLine_, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(snaps));
+}
 
 void MainWindow::setStatus(const std::string& text) {
     if (text == shownStatus_) return;

@@ -39,6 +39,8 @@ public:
     bool mayClose();
 
 private:
+    enum class Changes { save, drop, stay }; ///< what shall become of them
+
     static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     void makeToolbar();
@@ -52,7 +54,11 @@ private:
     void showStatus();
     void setStatus(const std::string& text);
     void showTip(NMTTDISPINFOW& info) const;
+    void checkMenu(HMENU menu) const;
+    std::wstring folder() const;
     bool isModified() const;
+    /// Drops them when there are none.
+    Changes askAboutChanges();
 
     HWND window_ = nullptr, toolbar_ = nullptr, statusLine_ = nullptr;
     HIMAGELIST icons_ = nullptr;
@@ -62,6 +68,7 @@ private:
     ed::Session* session_ = nullptr;
     Desk* desk_ = nullptr;
     std::string shownStatus_, shownName_;
+    const wchar_t* shownSnaps_ = nullptr;
 };
 
 } // namespace qx::desktop

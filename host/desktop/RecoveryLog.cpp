@@ -8,7 +8,8 @@
 namespace qx::desktop {
 namespace {
 
-constexpr std::string_view firstLine = "; recovery of ", endOfCommand = "; done\n";
+constexpr std::string_view firstLine = "; recovery of ", copyLine = "; from a copy of ",
+                           endOfCommand = "; done\n";
 
 // FNV-1a. Source: Fowler, Noll, Vo, 1991.
 std::uint64_t sumOf(std::string_view bytes) {
@@ -32,63 +33,94 @@ std::size_t countOf(std::string_view part, std::string_view text) {
     return count;
 }
 
+/// What stands behind these words when the text begins with them; the line is then taken off.
+std::optional<std::string> takeLine(std::string_view& text, std::string_view words) {
+    const std::size_t end = text.find('\n');
+    if (!text.starts_with(words) || end == std::string_view::npos) return std::nullopt;
+    std::string rest{text.substr(words.size(), end - words.size())};
+    text.remove_prefix(end + 1);
+    return rest;
+}
+
+bool isStill(const std::string& file, const std::string& mark) {
+    const auto now = markOf(file);
+    return now && *now == mark;
+}
+
 } // namespace
 
 std::optional<LeftLog> RecoveryLog::find(const std::string& drawing) {
     if (!os::isFile(pathFor(drawing))) return std::nullopt;
     if (!os::AppendedFile::open(pathFor(drawing))) return std::nullopt;
     const auto bytes = os::readFile(pathFor(drawing));
-    if (!bytes || !bytes->view().starts_with(firstLine)) return std::nullopt;
-    const std::string_view text = bytes->view();
-    const std::size_t end = text.rfind(endOfCommand), begin = text.find('\n');
-    if (end == std::string_view::npos || end <= begin) return std::nullopt;
-    LeftLog log{.script = std::string{text.substr(begin + 1, end + endOfCommand.size() - begin - 1)}};
+    if (!bytes) return std::nullopt;
+    std::string_view text = bytes->view();
+    const auto ownMark = takeLine(text, firstLine),
+               copyMark = ownMark ? takeLine(text, copyLine) : std::nullopt;
+    const std::size_t end = text.rfind(endOfCommand);
+    const bool isFinished = end != std::string_view::npos;
+    if (!ownMark || (!isFinished && !copyMark)) return std::nullopt;
+    LeftLog log{.script = isFinished ? std::string{text.substr(0, end + endOfCommand.size())} : std::string{},
+                .commands = 0,
+                .copy = copyMark ? copyFor(drawing) : std::string{},
+                .fits = false};
     log.commands = countOf(endOfCommand, log.script);
-    const auto mark = markOf(drawing);
-    log.fits = mark && text.substr(firstLine.size(), begin - firstLine.size()) == *mark;
+    log.fits = isStill(drawing, *ownMark) && (!copyMark || isStill(log.copy, *copyMark));
     return log;
 }
 
 Result<std::string> RecoveryLog::putAside(const std::string& drawing) {
-    const std::string path = pathFor(drawing);
     std::string aside;
-    for (int i = 1; aside.empty() || os::exists(aside); ++i)
-        aside = drawing + ".recovery-" + std::to_string(i) + ".scr";
-    const Outcome moved = os::moveFile(path, aside);
-    return moved ? Result<std::string>{aside} : Result<std::string>::failure(moved.error());
+    for (int i = 1; aside.empty() || os::exists(aside + ".scr") || os::exists(aside + ".dxf"); ++i)
+        aside = drawing + ".recovery-" + std::to_string(i);
+    Outcome moved = os::moveFile(pathFor(drawing), aside + ".scr");
+    if (moved && os::isFile(copyFor(drawing))) moved = os::moveFile(copyFor(drawing), aside + ".dxf");
+    return moved ? Result<std::string>{aside + ".scr"} : Result<std::string>::failure(moved.error());
 }
 
 // Whole at any moment: a log that is there already stays until the new one takes its place.
-Outcome RecoveryLog::begin(const std::string& drawing, const std::string& script) {
-    const auto mark = markOf(drawing);
-    if (!mark) return Outcome::failure(mark.error());
-    const std::string path = pathFor(drawing);
-    auto fresh = os::AtomicFile::create(path);
+Outcome RecoveryLog::begin(const std::string& drawing, const std::string& copy, const std::string& script) {
+    file_.reset();
+    std::string head;
+    for (const auto& [line, path] : {std::pair{firstLine, drawing}, std::pair{copyLine, copy}}) {
+        if (path.empty()) continue;
+        const auto mark = markOf(path);
+        if (!mark) return Outcome::failure(mark.error());
+        head += std::string{line} + *mark + '\n';
+    }
+    auto fresh = os::AtomicFile::create(pathFor(drawing));
     if (!fresh) return Outcome::failure(fresh.error());
-    fresh->write(std::string{firstLine} + *mark + '\n' + script);
+    fresh->write(head + script);
     if (Outcome made = fresh->commit(); !made) return made;
-    auto file = os::AppendedFile::open(path);
+    auto file = os::AppendedFile::open(pathFor(drawing));
     if (!file) return Outcome::failure(file.error());
     file_.emplace(std::move(*file));
-    path_ = path;
+    drawing_ = drawing;
     return {};
 }
 
 Outcome RecoveryLog::add(const std::string& drawing, const std::string& inputs) {
     const std::string block = inputs + std::string{endOfCommand};
-    return file_ ? file_->append(block) : begin(drawing, block);
+    return file_ ? file_->append(block) : begin(drawing, {}, block);
+}
+
+// The copy is there before the log speaks of it.
+Outcome RecoveryLog::keepCopy(const db::Drawing& drawing) {
+    const std::string copy = copyFor(drawing.path());
+    const Outcome saved = drawing.save(copy, os::Backup::none);
+    return saved ? begin(drawing.path(), copy, {}) : saved;
 }
 
 Outcome RecoveryLog::goOnWith(const std::string& drawing, const LeftLog& log) {
-    close();
-    return begin(drawing, log.script);
+    return begin(drawing, log.copy, log.script);
 }
 
 void RecoveryLog::close() {
     if (!file_) return;
     file_.reset();
-    os::removeFile(path_);
-    path_.clear();
+    os::removeFile(pathFor(drawing_));
+    os::removeFile(copyFor(drawing_));
+    drawing_.clear();
 }
 
 } // namespace qx::desktop

@@ -3,6 +3,7 @@
 // a drawing is opened was left by a program that ended before its time, and can be run on the untouched file.
 #pragma once
 
+#include "db/Drawing.h"
 #include "os/Result.h"
 #include "os/files.h"
 
@@ -16,16 +17,18 @@ namespace qx::desktop {
 struct LeftLog {
     std::string script;       ///< of the commands that were finished, each with a mark behind it
     std::size_t commands = 0; ///< how many
-    bool fits = false;        ///< the drawing is still the file that they were done to
+    std::string copy;         ///< the file that they were done to; empty: the drawing itself
+    bool fits = false;        ///< these files are still as they were
 };
 
 class RecoveryLog {
 public:
     /// "plan.dxf.recovery.scr"
     static std::string pathFor(const std::string& drawing) { return drawing + ".recovery.scr"; }
+    static std::string copyFor(const std::string& drawing) { return drawing + ".recovery.dxf"; }
     /// Nothing when there is none, nothing was finished, or a running program still writes it.
     static std::optional<LeftLog> find(const std::string& drawing);
-    /// Gives a log that doesn't fit a name under which it is in nobody's way; that name.
+    /// Gives a log, and its copy, names under which they are in nobody's way; that of the log.
     static Result<std::string> putAside(const std::string& drawing);
 
     RecoveryLog() = default;
@@ -37,15 +40,17 @@ public:
     /// The inputs of a command that was finished; on the disk when this comes back. The first one makes the
     /// log, for the file as it is then.
     Outcome add(const std::string& drawing, const std::string& inputs);
+    /// Writes a copy of the drawing, from which the log goes on.
+    Outcome keepCopy(const db::Drawing& drawing);
     /// Goes on with a log that was left, as if its commands had just been done.
     Outcome goOnWith(const std::string& drawing, const LeftLog& log);
     /// Nothing is to be recovered any more.
     void close();
 
 private:
-    Outcome begin(const std::string& drawing, const std::string& script);
+    Outcome begin(const std::string& drawing, const std::string& copy, const std::string& script);
 
-    std::string path_; ///< empty: there is no log yet
+    std::string drawing_; ///< empty: there is no log yet
     std::optional<os::AppendedFile> file_;
 };
 

@@ -80,6 +80,7 @@ DialogAnswers::DialogAnswers(ed::Session& session, const Desk& desk) {
 
 DialogAnswers::~DialogAnswers() {
     afx::setIdleStep({});
+    afx::setDialogsShown({});
     afx::setDialogEnd({});
 }
 

@@ -87,6 +87,7 @@ private:
             session_.line().transcript.sentence("发现 " + std::to_string(i + 1) + line + ": " +
                                                 findings[i].sentence);
         }
+        if (desk_.isRecovering()) return;
         left_ = RecoveryLog::find(drawing.path());
         if (left_) desk_.pause();
     }
@@ -95,20 +96,23 @@ private:
         const LeftLog left = *std::exchange(left_, std::nullopt);
         desk_.follow();
         window_.showName();
-        const std::string& path = session_.drawing()->path();
+        const std::string path = session_.drawing()->path();
         const std::string commands = std::to_string(left.commands) + " 个命令";
-        const bool wanted = left.fits && window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
-                                                      "没有保存。\n是否在图形上重做这些命令?");
-        const Outcome done = wanted ? desk_.recover(left) : Outcome::failure("");
-        if (done) return session_.line().transcript.sentence("已恢复 " + commands + "，请检查后保存。");
-        const auto aside = RecoveryLog::putAside(path);
-        const std::string place = aside ? *aside : aside.error();
         if (!left.fits)
-            window_.tells("图形在上次没有正常结束之后被修改过，无法恢复。\n上次的命令保存在 " + place);
-        else if (wanted)
-            window_.tells("没有全部恢复: " + done.error() + "\n上次的命令保存在 " + place);
+            window_.tells("图形在上次没有正常结束之后被修改过，无法恢复。\n上次的命令保存在 " +
+                          putAside(path));
+        else if (!window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
+                               "没有保存。\n是否在图形上重做这些命令?"))
+            session_.line().transcript.sentence("没有恢复。上次的命令保存在 " + putAside(path));
+        else if (const Outcome done = desk_.recover(left); !done)
+            window_.tells("没有全部恢复: " + done.error() + "\n上次的命令保存在 " + putAside(path));
         else
-            session_.line().transcript.sentence("没有恢复。上次的命令保存在 " + place);
+            session_.line().transcript.sentence("已恢复 " + commands + "，请检查后保存。");
+    }
+
+    static std::string putAside(const std::string& drawing) {
+        const auto aside = RecoveryLog::putAside(drawing);
+        return aside ? *aside : aside.error();
     }
 
     void runScript() {

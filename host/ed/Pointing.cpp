@@ -55,6 +55,12 @@ db::Record* Pointing::under(Ask ask, const Cursor& cursor) const {
     return pickedAt(*session_.drawing(), aroundCursor(cursor, reach), cursor.world, reach);
 }
 
+std::vector<db::Record*> Pointing::taken(Ask ask, const Cursor& cursor) const {
+    db::Record* record = under(ask, cursor);
+    if (!record) return {};
+    return ask == Ask::entity ? std::vector<db::Record*>{record} : withGroups(session_, record);
+}
+
 std::optional<Snap> Pointing::snap(Ask ask, const Cursor& cursor) const {
     if (ask != Ask::point || !cursor.snaps || !session_.drawing()) return std::nullopt;
     const double reach = cursor.pixel * aperturePixels;

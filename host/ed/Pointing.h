@@ -29,6 +29,8 @@ public:
 
     /// The entity that a click would take; null where it would take none.
     db::Record* under(Ask ask, const Cursor& cursor) const;
+    /// All that a click would take, with the groups that belong to it.
+    std::vector<db::Record*> taken(Ask ask, const Cursor& cursor) const;
     /// The point that a click would give instead of the cursor's own. Only prompts for points snap.
     std::optional<Snap> snap(Ask ask, const Cursor& cursor) const;
     /// What the click answers, one text after the other; none when more clicks are needed. While no command

@@ -81,7 +81,7 @@ TEST_F(Pointing, SnapsOnlyWhileSnapsAreOn) {
     person.then([&] { person.desk.toggleSnaps(); });
     person.type("ASK").click(30, 0).type("").click(40, 40).click(99.5, 0.5).click(70, 60).work();
     EXPECT_NE(person.recoveryScript().find("\n99.5,0.5,0\n"), std::string::npos) << person.recoveryScript();
-    EXPECT_NE(person.transcript.find("<对象捕捉 关>"), std::string::npos);
+    EXPECT_FALSE(person.desk.areSnapsOn());
 }
 
 TEST_F(Pointing, SelectsBeforeACommand) {
@@ -94,6 +94,14 @@ TEST_F(Pointing, SelectsBeforeACommand) {
     person.type("ERASE").work();
     EXPECT_TRUE(person.drawing().find(0xA2)->has(db::Record::erased));
     EXPECT_EQ(person.recoveryScript(), "(select (handent \"A2\"))\nERASE\n; done\n");
+}
+
+TEST_F(Pointing, WhatIsSelectedFirstIsGrouped) {
+    DeskOnTest person{folder, scene};
+    person.click(30, 0).click(40, 40).then([&] { person.desk.launch("GROUP"); }).type("").work();
+    EXPECT_EQ(person.drawing().groups().size(), 2u) << person.transcript;
+    person.click(30, 0).then([&] { EXPECT_EQ(person.pickFirst(), "A1 A2"); }).work();
+    EXPECT_EQ(person.recoveryScript(), "(select (handent \"A1\") (handent \"A2\"))\nGROUP\n\n; done\n");
 }
 
 TEST_F(Pointing, EnterAloneRepeatsTheLastCommand) {

@@ -54,6 +54,10 @@ TEST_F(Recovery, LogsAreThereOnlyWhileThereIsWorkToLose) {
     EXPECT_FALSE(isLogThere()) << "saved";
     person.type("U").work();
     EXPECT_TRUE(isLogThere());
+    person.type("REDO").work();
+    EXPECT_FALSE(isLogThere()) << "as it was saved";
+    EXPECT_EQ(folder.count(), 2u) << "the drawing and its backup";
+    person.type("U").work();
     person.type("SAVEAS").type((folder / "other.dxf")).work();
     EXPECT_FALSE(isLogThere()) << "saved elsewhere";
     person.type("ERASE").type("L").type("").work();
@@ -61,6 +65,43 @@ TEST_F(Recovery, LogsAreThereOnlyWhileThereIsWorkToLose) {
     EXPECT_TRUE(std::filesystem::exists(RecoveryLog::pathFor(folder / "other.dxf")));
     person.session.setDrawing(nullptr);
     EXPECT_EQ(folder.count(), 3u) << "the changes were given up, and the log with them";
+}
+
+// What is undone then was done before the file was written.
+TEST_F(Recovery, KnowsWhatWasUndoneAfterSaving) {
+    const struct {
+        const char* name;
+        std::vector<std::string> lines;
+    } cases[] = {
+        {"undone", {"ERASE", "L", "", "SAVE", "U"}},
+        {"undone, and something else done", {"ERASE", "L", "", "SAVE", "U", "ERASE", "(handent \"A1\")", ""}},
+        {"undone and done again further on",
+         {"ERASE", "L", "", "ERASE", "L", "", "SAVE", "UNDO", "2", "REDO"}},
+        {"after two saves", {"ERASE", "L", "", "SAVE", "ERASE", "L", "", "SAVE", "U", "U"}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        std::string done;
+        {
+            DeskOnTest person{folder, scene};
+            for (const std::string& line : each.lines) person.type(line);
+            person.work();
+            done = person.drawing().toBytes();
+        }
+        const auto log = RecoveryLog::find(plan());
+        ASSERT_TRUE(log && log->fits);
+        DeskOnTest again{folder};
+        const Outcome outcome = again.desk.recover(*log);
+        EXPECT_TRUE(outcome) << outcome.error();
+        EXPECT_EQ(again.drawing().toBytes(), done);
+        EXPECT_TRUE(again.drawing().isModified());
+        EXPECT_EQ(again.drawing().path(), plan());
+        again.type("ERASE").type("(handent \"A2\")").type("").type("U").type("SAVE").work();
+        EXPECT_EQ(contentOf(plan()), done);
+        EXPECT_FALSE(isLogThere());
+        EXPECT_EQ(folder.count(), 2u);
+        std::filesystem::remove(folder / "plan.dxf.bak");
+    }
 }
 
 TEST_F(Recovery, TellsWhatFitsFromWhatDoesNot) {
@@ -117,7 +158,7 @@ TEST_F(Recovery, AScriptThatFailsSaysWhere) {
     put(plan(), scene.bytes());
     DeskOnTest person{folder};
     const Outcome outcome =
-        person.desk.recover({.script = "ERASE\nL\n\n; done\nNONSENSE\n; done\n", .commands = 2});
+        person.desk.recover({.script = "ERASE\nL\n\n; done\nNONSENSE\n; done\n", .commands = 2, .copy = {}});
     EXPECT_NE(outcome.error().find("recovery.scr:5: unknown command"), std::string::npos) << outcome.error();
     person.type("ERASE").type("L").type("").work(); // life goes on
     EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
