@@ -169,6 +169,18 @@ UserCoordinateSystem Drawing::ucs() const {
 
 // ---- objects
 
+namespace {
+
+/// Why the object can't be used, empty for one that can.
+std::string faultIn(const ReadFields& read, std::string_view bytes) {
+    if (read.isGroupOpen) return "a group of an application (102 {) has no end";
+    if (!read.fault) return {};
+    const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
+    return "the value " + std::to_string(line) + " lines further on is no number";
+}
+
+} // namespace
+
 std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     const std::string_view bytes = bytesOf(record);
     const bool isVertex = record->kind == Kind::vertex && record->owner;
@@ -177,15 +189,12 @@ std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
         newObject(record->kind, bytes, header ? bytesOf(header) : std::string_view{});
     if (const Fields fields = object->fields(); fields.table) {
         const ReadFields read = readFields(bytes, *fields.table, fields.base);
-        if (read.fault) {
-            const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
-            addFinding(record, "the value " + std::to_string(line) +
-                                   " lines further on is no number; the object " +
-                                   "is kept as it is and can't be used");
+        if (const std::string fault = faultIn(read, bytes); !fault.empty()) {
+            addFinding(record, fault + "; the object is kept as it is and can't be used");
             return nullptr;
         }
         object->setLayerState(layers_->named(read.layer));
-        if (read.hasXData) object->setXDataPoints(readXDataPoints(bytes));
+        if (!read.tail.empty()) object->setTail(readTail(read.tail, *fields.table->tail));
     }
     object->setRecord(record);
     if (object->afterReading(*this)) return object;

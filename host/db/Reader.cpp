@@ -4,6 +4,7 @@
 // Old versions have no table of block records, no owners and often no handles. Records without bytes stand in
 // for the table and for the block records, so that the rest of the host knows one form of drawing only.
 #include "db/Drawing.h"
+#include "db/FieldTable.h"
 #include "db/Oddities.h"
 #include "db/TextEncoding.h"
 #include "db/classes.h"
@@ -109,7 +110,7 @@ private:
     // Of the record being read.
     std::string_view ownerHandle_; ///< empty when it gives none
     int markers_ = 0;              ///< of subclasses; owners stand before the second one
-    bool isInGroup_ = false;       ///< between 102 { and 102 }
+    ApplicationGroups groups_;
     bool isInPaper_ = false;
 
     // Neighbours mostly share an owner.
@@ -190,7 +191,8 @@ void Reader::beginRecord(Record* record) {
     record_ = record;
     ownerHandle_ = {};
     markers_ = 0;
-    isInGroup_ = isInPaper_ = false;
+    groups_ = {};
+    isInPaper_ = false;
 }
 
 void Reader::checkPlace() {
@@ -216,7 +218,7 @@ void Reader::headerTag(const dxf::Tag& tag) {
         break;
     case 5:
     case 105:
-        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section &&
+        if (record_->handle == 0 && !groups_.isInside() && record_->kind != Kind::section &&
             (tag.code == 105 || section_ != Section::tables || !isDimensionStyle(*record_, tag.begin)))
             record_->handle = dxf::toHandle(tag.value).value_or(0);
         break;
@@ -227,10 +229,11 @@ void Reader::headerTag(const dxf::Tag& tag) {
         ++markers_;
         break;
     case 102:
-        isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
+        groups_.step(tag);
         break;
     case 330:
-        if (!isInGroup_ && markers_ < 2 && ownerHandle_.empty()) ownerHandle_ = dxf::trimmed(tag.value);
+        if (!groups_.isInside() && markers_ < 2 && ownerHandle_.empty())
+            ownerHandle_ = dxf::trimmed(tag.value);
         break;
     default:
         break;

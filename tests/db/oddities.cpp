@@ -65,6 +65,28 @@ TEST(Oddities, areFoundWhileReading) {
     for (const auto& [text, expected] : cases) EXPECT_EQ(findings(text.bytes()), expected);
 }
 
+// Such an object can neither be selected nor moved, and is written as it stood.
+TEST(Oddities, ofAnObjectAreFoundWhenItIsRead) {
+    const std::string kept = "; the object is kept as it is and can't be used",
+                      open = "a group of an application (102 {) has no end" + kept;
+    const std::pair<std::string, std::string> cases[] = {
+        {"LINE|8 0|10 1.0|11 x", "the value 9 lines further on is no number" + kept},
+        {"LINE|102 {ACAD_REACTORS|330 E2|8 0|10 1.0|11 2.0", open},
+        {"LINE|8 0|102 {A|102 {B|102 }|10 1.0|11 2.0|1001 X|1002 {|1002 }", open},
+        {"MTEXT|8 0|10 1.0|40 1.0|1 a|102 {A|101 Embedded Object|11 1.0|102 }", open},
+    };
+    for (const auto& [entity, expected] : cases) {
+        const DrawingText text{.entities = {entity, line}};
+        const auto drawing = read(text.bytes());
+        EXPECT_FALSE(drawing->isSelectable(drawing->find(0x100))) << entity;
+        EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eNotApplicable) << entity;
+        ASSERT_EQ(drawing->findings().size(), 1u) << entity;
+        EXPECT_EQ(drawing->findings()[0].sentence, expected);
+        EXPECT_EQ(drawing->findings()[0].line, drawing->lineOf(drawing->find(0x100)->begin));
+        EXPECT_EQ(drawing->toBytes(), text.bytes());
+    }
+}
+
 TEST(Oddities, areFewLinesHoweverManyThereAre) {
     DrawingText text;
     for (int i = 0; i < 25; ++i) text.entities.push_back(line + "|5 AA");
