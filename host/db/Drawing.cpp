@@ -190,7 +190,7 @@ std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     if (const Fields fields = object->fields(); fields.table) {
         const ReadFields read = readFields(bytes, *fields.table, fields.base);
         if (const std::string fault = faultIn(read, bytes); !fault.empty()) {
-            addFinding(record, fault + "; the object is kept as it is and can't be used");
+            addUnusable(record, fault);
             return nullptr;
         }
         object->setLayerState(layers_->named(read.layer));

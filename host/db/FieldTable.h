@@ -54,7 +54,7 @@ struct Field {
     Role role;
     std::int16_t code;
     std::uint16_t offset;
-    double fallback = 0;          ///< what a missing group means; of each coordinate for points
+    double fallback = 0;          ///< what a missing group means; of vectors the x, of points each coordinate
     const char* marker = nullptr; ///< of a subclass
     const Guard* guard = nullptr; ///< null: the field always counts
     constexpr bool isPoint() const {

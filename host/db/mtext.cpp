@@ -82,12 +82,11 @@ const FieldTable& AcDbMText::table() {
                               {Role::text, 1, offsetof(Data, text)},
                               {Role::text, 7, offsetof(Data, styleName)},
                               {Role::normal, 210, offsetof(Data, normal)},
-                              {Role::vector, 11, offsetof(Data, direction), 0, nullptr, &direction},
+                              {Role::vector, 11, offsetof(Data, direction), 1, nullptr, &direction},
                               {Role::angleDegrees, 50, offsetof(Data, rotationDegrees), 0, nullptr, &angle},
                               {Role::integer, 73, offsetof(Data, lineSpacingStyle), 1},
                               {Role::plain, 44, offsetof(Data, lineSpacing), 1},
                           });
-        made.slots[made.slotOf(11)].fallback = 1; // lines run along x where nothing is said
         made.tail = &tailGrammar;
         return made;
     }();

@@ -121,7 +121,10 @@ void Patcher::compareFields(std::string_view bytes) {
             compareVertex(tag);
     }
     finishVertex();
-    if (listed) finishListed(*listed);
+    if (listed) {
+        finishListed(*listed);
+        lastVertexTag_ = listed->behind;
+    }
     if (tags.end()) compareTail(tags.end(), bytes.data() + bytes.size());
     if (!defaultAnchor_) defaultAnchor_ = tags.end() ? tags.end() : bytes.data() + bytes.size();
 }

@@ -90,7 +90,7 @@ private:
     std::size_t vertex_ = 0;              ///< 1-based, of the vertex being compared
     const char* afterX_ = nullptr;        ///< behind its group 10
     bool isYMissing_ = false;             ///< so far
-    const char* lastVertexTag_ = nullptr; ///< behind it; null: the file has no vertices
+    const char* lastVertexTag_ = nullptr; ///< behind it, or behind a list; null: the file has none
     const char* defaultAnchor_ = nullptr;
 };
 

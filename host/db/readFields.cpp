@@ -27,6 +27,8 @@ void addSlots(const Field& field, std::vector<Slot>& slots) {
         add(field.code + 10 * i, field.offset + static_cast<std::size_t>(i) * sizeof(double), Form::real,
             isDirection ? 8 : 1 << i);
     if (field.role == Role::normal) slots.back().fallback = 1;
+    if (field.role == Role::vector || field.role == Role::direction)
+        slots.back().fallback = slots[slots.size() - 2].fallback = 0;
 }
 
 bool isUntranslated(Role role) {
