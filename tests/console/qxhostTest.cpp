@@ -130,6 +130,27 @@ TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
     EXPECT_EQ(run("a.dxf -s -", "").errors.find("a.dxf"), std::string::npos) << "nothing odd, nothing said";
 }
 
+TEST_F(Qxhost, tellsOnceWhatItFindsLater) {
+    const auto countOf = [](const std::string& text, const std::string& part) {
+        int count = 0;
+        for (std::size_t at = 0; (at = text.find(part, at)) != text.npos; at += part.size()) ++count;
+        return count;
+    };
+    put(folder / "odd.dxf",
+        drawings::DrawingText{.entities = {"WIPEOUT|10 1.0", "LINE|10 x", "SPLINE|71 3", "INSERT|2 B"},
+                              .blocks = {{"B", {"LINE|10 1.0|11 2.0", "INSERT|2 B"}}}}
+            .bytes());
+    EXPECT_EQ(countOf(run("odd.dxf -s -", "").errors, "finding "), 1);
+    const Outcome listed = run("odd.dxf -s -", "LIST\nALL\n\nLIST\nALL\n\n");
+    EXPECT_EQ(countOf(listed.output, "3 个对象不能选择：类别不能测量，或者数据不能使用。"), 2)
+        << listed.output;
+    for (const Outcome& each : {listed, run("odd.dxf -s - --svg p.svg", "")}) {
+        EXPECT_EQ(countOf(each.errors, "qxhost: finding "), 4) << each.errors;
+        for (const char* part : {"finding 4: odd.dxf:", "is no number", "makes no curve", "contains itself"})
+            EXPECT_EQ(countOf(each.errors, part), 1) << part << '\n' << each.errors;
+    }
+}
+
 TEST_F(Qxhost, talksToWhoeverTypes) {
     const Outcome result =
         run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
