@@ -17,6 +17,8 @@ QX_HOST_API std::string toUtf8(std::u32string_view codePoints);
 QX_HOST_API std::string toUtf8(std::wstring_view wide);
 
 QX_HOST_API bool isAscii(std::string_view bytes);
+/// How many bytes at the front are ASCII. Whole files are asked for, so it goes by many bytes at once.
+QX_HOST_API std::size_t asciiLength(std::string_view bytes);
 /// Where the first byte stands that toUtf32() would not decode; the size when there is none.
 QX_HOST_API std::size_t brokenUtf8In(std::string_view bytes);
 
