@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace qx::db {
 
@@ -260,12 +261,19 @@ bool Drawing::canAppend(const Record* blockRecord, const AcDbEntity& entity) con
     return isKnown && definition && (definition->isInSection() || definition->end);
 }
 
+// The largest one of all is left, since $HANDSEED is to name the one behind.
 std::uint64_t Drawing::takeHandle() {
+    constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
     if (nextHandle_ == 0) {
-        nextHandle_ = dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1);
+        nextHandle_ = std::max<std::uint64_t>(dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1), 1);
         for (const Record* each = records_.first(); each; each = RecordChain::next(each))
-            nextHandle_ = std::max(nextHandle_, each->handle + 1);
+            nextHandle_ = std::max(nextHandle_, std::min(each->handle, largest - 1) + 1);
     }
+    if (nextHandle_ == largest) {
+        takesGaps_ = true;
+        nextHandle_ = 1;
+    }
+    while (takesGaps_ && find(nextHandle_)) ++nextHandle_;
     return nextHandle_++;
 }
 

@@ -304,6 +304,7 @@ private:
     mutable std::size_t indexed_ = 0;
     mutable std::uint32_t mark_ = 0;
     std::uint64_t nextHandle_ = 0; ///< 0 until the first new object asks for one
+    bool takesGaps_ = false;       ///< there are none behind all others any more
     AcDbDatabase database_{*this};
 };
 
