@@ -4,6 +4,7 @@
 #include "console/terminalLine.h"
 #include "draw/Svg.h"
 #include "ed/ScriptSource.h"
+#include "os/encoding.h"
 #include "os/files.h"
 #include "os/terminal.h"
 #include "rx/ModuleLoader.h"
@@ -26,7 +27,9 @@ void print(std::FILE* stream, std::string_view text) {
     std::fflush(stream);
 }
 
-void printError(const std::string& sentence) { print(stderr, "qxhost: " + sentence + '\n'); }
+void printError(const std::string& sentence) {
+    print(stderr, "qxhost: " + os::withoutControls(sentence, "\n") + '\n');
+}
 
 Exit failed(Exit exit, const std::string& sentence) {
     printError(sentence);

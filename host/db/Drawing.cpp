@@ -49,7 +49,7 @@ Drawing::~Drawing() {
 
 void Drawing::addFindingAt(const char* where, std::string sentence) const {
     if (findings_.size() >= mostFindings || !noted_.emplace(where, sentence).second) return;
-    findings_.push_back({lineOf(where), std::move(sentence)});
+    findings_.push_back({lineOf(where), os::withoutControls(sentence)});
 }
 
 // Counted once for all findings, as there may be many in a large file.

@@ -124,6 +124,24 @@ std::size_t asciiLength(std::string_view bytes) {
     return at;
 }
 
+std::string withoutControls(std::string_view utf8, std::string_view kept) {
+    std::string shown;
+    shown.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const auto first = static_cast<unsigned char>(utf8.front());
+        // Those above ASCII are U+0080 to U+009F.
+        const bool isLong = first == 0xC2 && utf8.size() > 1 && static_cast<unsigned char>(utf8[1]) < 0xA0;
+        const bool isControl =
+            isLong || first == 0x7F || (first < 0x20 && kept.find(utf8.front()) == kept.npos);
+        if (isControl)
+            shown += "\uFFFD";
+        else
+            shown += utf8.front();
+        utf8.remove_prefix(isLong ? 2 : 1);
+    }
+    return shown;
+}
+
 bool isAscii(std::string_view bytes) { return asciiLength(bytes) == bytes.size(); }
 
 std::size_t brokenUtf8In(std::string_view bytes) {

@@ -151,6 +151,23 @@ TEST_F(Qxhost, tellsOnceWhatItFindsLater) {
     }
 }
 
+// Names may hold what would clear the screen or write over other lines.
+TEST_F(Qxhost, givesTheTerminalNoOrdersFromADrawing) {
+    put(folder / "odd.dxf",
+        drawings::DrawingText{
+            .entities = {"LINE|8 a\\U+001B[2Jb\x1B[31mc\\U+009Bd\x7F|10 0|11 1", "INSERT|2 \\U+001B[2JB"},
+            .blocks = {{"\\U+001B[2JB", {"INSERT|2 \\U+001B[2JB", "LINE|11 1.0"}}},
+            .version = "AC1032"}
+            .bytes());
+    const Outcome result = run("odd.dxf -s - -o b.dxf", "LIST\nALL\n\n");
+    EXPECT_NE(result.output.find("a\uFFFD[2Jb\uFFFD[31mc\uFFFDd\uFFFD"), std::string::npos) << result.output;
+    EXPECT_NE(result.errors.find("block \"\uFFFD[2JB\" contains itself"), std::string::npos) << result.errors;
+    for (const std::string& each : {result.output, result.errors})
+        for (const char* control : {"\x1B", "\x7F", "\u009B", "\r"})
+            EXPECT_EQ(each.find(control), std::string::npos) << each;
+    EXPECT_EQ(contentOf(folder / "b.dxf"), contentOf(folder / "odd.dxf"));
+}
+
 TEST_F(Qxhost, talksToWhoeverTypes) {
     const Outcome result =
         run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");
