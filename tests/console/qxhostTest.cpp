@@ -159,7 +159,8 @@ TEST_F(Qxhost, givesTheTerminalNoOrdersFromADrawing) {
             .blocks = {{"\\U+001B[2JB", {"INSERT|2 \\U+001B[2JB", "LINE|11 1.0"}}},
             .version = "AC1032"}
             .bytes());
-    const Outcome result = run("odd.dxf -s - -o b.dxf", "LIST\nALL\n\n");
+    const Outcome result = run("odd.dxf -s - -o b.dxf --report r.json", "LIST\nALL\n\n");
+    EXPECT_NE(contentOf(folder / "r.json").find("block \\\"\uFFFD[2JB"), std::string::npos);
     EXPECT_NE(result.output.find("a\uFFFD[2Jb\uFFFD[31mc\uFFFDd\uFFFD"), std::string::npos) << result.output;
     EXPECT_NE(result.errors.find("block \"\uFFFD[2JB\" contains itself"), std::string::npos) << result.errors;
     for (const std::string& each : {result.output, result.errors})
