@@ -154,14 +154,15 @@ TEST_F(Qxhost, tellsOnceWhatItFindsLater) {
 // Names may hold what would clear the screen or write over other lines.
 TEST_F(Qxhost, givesTheTerminalNoOrdersFromADrawing) {
     put(folder / "odd.dxf",
-        drawings::DrawingText{
-            .entities = {"LINE|8 a\\U+001B[2Jb\x1B[31mc\\U+009Bd\x7F|10 0|11 1", "INSERT|2 \\U+001B[2JB"},
-            .blocks = {{"\\U+001B[2JB", {"INSERT|2 \\U+001B[2JB", "LINE|11 1.0"}}},
-            .version = "AC1032"}
+        drawings::DrawingText{.entities = {"LINE|8 \\U+000Aa\\U+001B[2Jb\x1B[31mc\\U+009Bd\x7F|10 0|11 1",
+                                           "INSERT|2 \\U+001B[2JB"},
+                              .blocks = {{"\\U+001B[2JB", {"INSERT|2 \\U+001B[2JB", "LINE|11 1.0"}}},
+                              .version = "AC1032"}
             .bytes());
     const Outcome result = run("odd.dxf -s - -o b.dxf --report r.json", "LIST\nALL\n\n");
     EXPECT_NE(contentOf(folder / "r.json").find("block \\\"\uFFFD[2JB"), std::string::npos);
-    EXPECT_NE(result.output.find("a\uFFFD[2Jb\uFFFD[31mc\uFFFDd\uFFFD"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("图层 \uFFFDa\uFFFD[2Jb\uFFFD[31mc\uFFFDd\uFFFD"), std::string::npos)
+        << result.output;
     EXPECT_NE(result.errors.find("block \"\uFFFD[2JB\" contains itself"), std::string::npos) << result.errors;
     for (const std::string& each : {result.output, result.errors})
         for (const char* control : {"\x1B", "\x7F", "\u009B", "\r"})
