@@ -4,6 +4,7 @@
 #include "console/terminalLine.h"
 #include "draw/Svg.h"
 #include "ed/ScriptSource.h"
+#include "os/encoding.h"
 #include "os/files.h"
 #include "os/terminal.h"
 #include "rx/ModuleLoader.h"
@@ -26,7 +27,9 @@ void print(std::FILE* stream, std::string_view text) {
     std::fflush(stream);
 }
 
-void printError(const std::string& sentence) { print(stderr, "qxhost: " + sentence + '\n'); }
+void printError(const std::string& sentence) {
+    print(stderr, "qxhost: " + os::withoutControls(sentence, "\n") + '\n');
+}
 
 Exit failed(Exit exit, const std::string& sentence) {
     printError(sentence);
@@ -52,20 +55,6 @@ void writeTranscript(std::string_view text) {
     if (isPerson) std::fflush(stdout);
 }
 
-// What the reader noticed, as sentences of the program's own; the report has all of it.
-void printFindings(const db::Drawing& drawing) {
-    constexpr std::size_t most = 20;
-    const auto& findings = drawing.findings();
-    for (std::size_t i = 0; i < std::min(findings.size(), most); ++i) {
-        const std::string line = findings[i].line > 0 ? ':' + std::to_string(findings[i].line) : "";
-        printError("finding " + std::to_string(i + 1) + ": " + drawing.path() + line + ": " +
-                   findings[i].sentence);
-    }
-    if (findings.size() > most)
-        printError(drawing.path() + ": " + std::to_string(findings.size() - most) +
-                   " more findings; --report has them");
-}
-
 // The smallest drawing: model space, and layer 0.
 constexpr std::string_view emptyDrawing =
     "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1024\n9\n$HANDSEED\n5\n100\n0\nENDSEC\n"
@@ -87,14 +76,33 @@ constexpr std::string_view emptyDrawing =
 
 Program::Program(Options options) : options_{std::move(options)}, session_{writeTranscript} {
     if (options_.report) session_.observer = &report_;
-    session_.opened = [this](const db::Drawing& drawing) {
-        progress_.clear();
-        printFindings(drawing);
+    session_.opened = [this](const db::Drawing&) {
+        findingsTold_ = 0;
+        printFindings();
     };
+    session_.commandDone = [this] { printFindings(); };
     if (os::isTerminal(StandardStream::error))
         session_.progress = [this](std::string_view job, std::uint64_t done, std::uint64_t total) {
             progress_.show(job, done, total);
         };
+}
+
+// What was noticed, as sentences of the program's own; the report has all of it.
+void Program::printFindings() {
+    constexpr std::size_t most = 20;
+    const db::Drawing* drawing = session_.drawing();
+    if (!drawing) return;
+    const auto& findings = drawing->findings();
+    std::size_t next = std::exchange(findingsTold_, findings.size());
+    if (next < findings.size()) progress_.clear();
+    for (; next < std::min(findings.size(), most); ++next) {
+        const std::string line = findings[next].line > 0 ? ':' + std::to_string(findings[next].line) : "";
+        printError("finding " + std::to_string(next + 1) + ": " + drawing->path() + line + ": " +
+                   findings[next].sentence);
+    }
+    if (next < findings.size())
+        printError(drawing->path() + ": " + std::to_string(findings.size() - next) +
+                   " more findings; --report has them");
 }
 
 // A result over an input or over another result would lose that without a word. Only the drawing may be
@@ -125,6 +133,7 @@ Exit Program::run() {
          {&Program::read, &Program::loadModules, &Program::runCommands, &Program::writeResults}) {
         const Exit exit = (this->*step)();
         progress_.clear();
+        printFindings();
         if (exit != Exit::done) return writeReport(exit);
     }
     const bool isShown = std::fflush(stdout) == 0 && !std::ferror(stdout);

@@ -25,6 +25,8 @@ private:
     Exit runCommands();
     Exit writeResults();
     Exit writeReport(Exit otherwise);
+    /// Those of the open drawing that were not yet told.
+    void printFindings();
     bool mayReplace(const std::string& path) const;
     /// A path that is given for two things, empty when there is none.
     std::string pathUsedTwice() const;
@@ -34,6 +36,7 @@ private:
     ed::Session session_;
     ed::Report report_;
     std::optional<std::string> scriptText_;
+    std::size_t findingsTold_ = 0; ///< of the open drawing
 };
 
 } // namespace qx::console

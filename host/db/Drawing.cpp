@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace qx::db {
 
@@ -48,7 +49,7 @@ Drawing::~Drawing() {
 
 void Drawing::addFindingAt(const char* where, std::string sentence) const {
     if (findings_.size() >= mostFindings || !noted_.emplace(where, sentence).second) return;
-    findings_.push_back({lineOf(where), std::move(sentence)});
+    findings_.push_back({lineOf(where), os::withoutControls(sentence)});
 }
 
 // Counted once for all findings, as there may be many in a large file.
@@ -169,6 +170,18 @@ UserCoordinateSystem Drawing::ucs() const {
 
 // ---- objects
 
+namespace {
+
+/// Why the object can't be used, empty for one that can.
+std::string faultIn(const ReadFields& read, std::string_view bytes) {
+    if (read.isGroupOpen) return "a group of an application (102 {) has no end";
+    if (!read.fault) return {};
+    const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
+    return "the value " + std::to_string(line) + " lines further on is no number";
+}
+
+} // namespace
+
 std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
     const std::string_view bytes = bytesOf(record);
     const bool isVertex = record->kind == Kind::vertex && record->owner;
@@ -177,15 +190,12 @@ std::unique_ptr<AcDbObject> Drawing::decoded(Record* record) const {
         newObject(record->kind, bytes, header ? bytesOf(header) : std::string_view{});
     if (const Fields fields = object->fields(); fields.table) {
         const ReadFields read = readFields(bytes, *fields.table, fields.base);
-        if (read.fault) {
-            const auto line = static_cast<std::size_t>(std::count(bytes.data(), read.fault, '\n'));
-            addFinding(record, "the value " + std::to_string(line) +
-                                   " lines further on is no number; the object " +
-                                   "is kept as it is and can't be used");
+        if (const std::string fault = faultIn(read, bytes); !fault.empty()) {
+            addUnusable(record, fault);
             return nullptr;
         }
         object->setLayerState(layers_->named(read.layer));
-        if (read.hasXData) object->setXDataPoints(readXDataPoints(bytes));
+        if (!read.tail.empty()) object->setTail(readTail(read.tail, *fields.table->tail));
     }
     object->setRecord(record);
     if (object->afterReading(*this)) return object;
@@ -251,12 +261,19 @@ bool Drawing::canAppend(const Record* blockRecord, const AcDbEntity& entity) con
     return isKnown && definition && (definition->isInSection() || definition->end);
 }
 
+// The largest one of all is left, since $HANDSEED is to name the one behind.
 std::uint64_t Drawing::takeHandle() {
+    constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
     if (nextHandle_ == 0) {
-        nextHandle_ = dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1);
+        nextHandle_ = std::max<std::uint64_t>(dxf::toHandle(headerValue("$HANDSEED", 5)).value_or(1), 1);
         for (const Record* each = records_.first(); each; each = RecordChain::next(each))
-            nextHandle_ = std::max(nextHandle_, each->handle + 1);
+            nextHandle_ = std::max(nextHandle_, std::min(each->handle, largest - 1) + 1);
     }
+    if (nextHandle_ == largest) {
+        takesGaps_ = true;
+        nextHandle_ = 1;
+    }
+    while (takesGaps_ && find(nextHandle_)) ++nextHandle_;
     return nextHandle_++;
 }
 

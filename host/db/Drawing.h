@@ -77,6 +77,10 @@ public:
     void addFinding(const Record* where, std::string sentence) const {
         addFindingAt(where ? where->begin : nullptr, std::move(sentence));
     }
+    /// The same about an object that can only be kept, and why.
+    void addUnusable(const Record* where, const std::string& why) const {
+        addFinding(where, why + "; the object is kept as it is and can't be used");
+    }
     /// `where` points into the bytes of the file; null: the whole file is meant.
     void addFindingAt(const char* where, std::string sentence) const;
     /// 1-based line of the file on which that byte stands; 0 for null.
@@ -302,6 +306,7 @@ private:
     mutable std::size_t indexed_ = 0;
     mutable std::uint32_t mark_ = 0;
     std::uint64_t nextHandle_ = 0; ///< 0 until the first new object asks for one
+    bool takesGaps_ = false;       ///< there are none behind all others any more
     AcDbDatabase database_{*this};
 };
 

@@ -54,7 +54,7 @@ struct Field {
     Role role;
     std::int16_t code;
     std::uint16_t offset;
-    double fallback = 0;          ///< what a missing group means; of each coordinate for points
+    double fallback = 0;          ///< what a missing group means; of vectors the x, of points each coordinate
     const char* marker = nullptr; ///< of a subclass
     const Guard* guard = nullptr; ///< null: the field always counts
     constexpr bool isPoint() const {
@@ -86,7 +86,9 @@ struct VertexGroups {
     }
 };
 
+struct GroupGrammar;
 struct ListedGroups;
+extern const GroupGrammar xdataGrammar;
 
 /// A point among the fields, as motions see it.
 struct PointField {
@@ -121,11 +123,12 @@ struct FieldTable {
     std::array<std::uint8_t, codes> slotByCode;
     const VertexGroups* vertices = nullptr;
     const ListedGroups* lists = nullptr;
-    std::uint16_t listOffset = 0;     ///< of the list that they fill; 0: none
-    std::vector<PointField> points;   ///< those of `fields` that every motion reaches
-    std::vector<Field> untranslated;  ///< those that a translation leaves alone: they turn or scale
-    const Field* normal = nullptr;    ///< one of the latter
-    const Field* elevation = nullptr; ///< the one that lifts the plane
+    const GroupGrammar* tail = &xdataGrammar; ///< of what stands behind the fields
+    std::uint16_t listOffset = 0;             ///< of the list that they fill; 0: none
+    std::vector<PointField> points;           ///< those of `fields` that every motion reaches
+    std::vector<Field> untranslated;          ///< those that a translation leaves alone: they turn or scale
+    const Field* normal = nullptr;            ///< one of the latter
+    const Field* elevation = nullptr;         ///< the one that lifts the plane
 };
 
 /// The member of type T at that offset.
@@ -139,35 +142,54 @@ inline GroupList* listOf(const Fields& fields) {
     return offset != 0 ? &memberAt<GroupList>(fields.base, offset) : nullptr;
 }
 
-/// Calls `visit` with each value of the lists of an object: its own, and the points in the extended data.
+/// Calls `visit` with each value of the lists of an object: its own, and those behind its fields.
 template <class Visit> void forEachListed(const Fields& fields, Visit&& visit) {
-    for (GroupList* list : {listOf(fields), fields.xdata})
+    for (GroupList* list : {listOf(fields), fields.tail})
         if (list)
             for (GroupValue& each : list->values) visit(each);
 }
+
+/// What stands between 102 { and 102 } belongs to an application; such groups may hold others.
+class ApplicationGroups {
+public:
+    /// To be called with each tag of a record.
+    void step(const dxf::Tag& tag) {
+        if (tag.code != 102) return;
+        const std::string_view mark = dxf::trimmed(tag.value);
+        if (mark.starts_with('{')) ++depth_;
+        if (mark.starts_with('}') && depth_ > 0) --depth_;
+    }
+    bool isInside() const { return depth_ > 0; }
+
+private:
+    std::size_t depth_ = 0;
+};
 
 /// Walks the tags of a record that can be fields: application groups are passed over, and the walk ends
 /// before embedded objects and extended data, whose groups mean something else.
 class FieldTags {
 public:
     explicit FieldTags(std::string_view bytes) : cursor_{bytes.data(), bytes.data() + bytes.size()} {}
-    /// False at the end; the tag is then the first of the extended data, where there is any.
+    /// False at the end, and from then on.
     bool next(dxf::Tag& tag) {
-        while (cursor_.next(tag)) {
-            if (tag.code == 102) inGroup_ = dxf::trimmed(tag.value).starts_with('{');
-            if (!end_ && (tag.code == 101 || tag.code >= 1000)) end_ = tag.begin;
-            if (tag.code >= 1000) return false;
-            if (!inGroup_ && !end_) return true;
+        while (!end_ && cursor_.next(tag)) {
+            if (tag.code == 101 || tag.code >= 1000)
+                end_ = tag.begin;
+            else if (groups_.step(tag); !groups_.isInside())
+                return true;
         }
         return false;
     }
     /// Where an embedded object or extended data begin, once the walk has ended; null when there are neither.
     const char* end() const { return end_; }
+    /// True, once the walk has ended, when an application group was not closed: whatever is behind its
+    /// beginning was passed over.
+    bool isGroupOpen() const { return groups_.isInside(); }
 
 private:
     dxf::TagCursor cursor_;
     const char* end_ = nullptr;
-    bool inGroup_ = false;
+    ApplicationGroups groups_;
 };
 
 /// Which of the groups stand among a record's fields: a bit for each, in the order of the codes.
@@ -176,8 +198,9 @@ Adesk::Int32 presentGroups(std::string_view bytes, std::initializer_list<int> co
 /// What readFields() found besides the fields.
 struct ReadFields {
     const char* fault = nullptr; ///< the value that is no number; then what was read is not to be used
+    bool isGroupOpen = false;    ///< as FieldTags says; the same holds
     std::string_view layer;
-    bool hasXData = false;
+    std::string_view tail; ///< of the bytes: embedded object and extended data
 };
 
 /// Reads the fields of a record's bytes into `base`. Extended data, application groups and embedded objects
@@ -187,8 +210,8 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
 /// An integer as a field holds it, without what stands behind the point; empty for what is none or too large.
 std::optional<Adesk::Int32> toInteger(std::string_view text);
 
-/// Points in the extended data of a record's bytes; null when there are none.
-std::unique_ptr<GroupList> readXDataPoints(std::string_view bytes);
+/// The numbers that move in an embedded object and extended data; null when there are none.
+std::unique_ptr<GroupList> readTail(std::string_view bytes, const GroupGrammar& grammar);
 
 /// What a change can reach in a live object (fields, vertices, lists), as so many
 /// bytes, a multiple of 8: how many, copied out, and exchanged with bytes that were copied out of the same

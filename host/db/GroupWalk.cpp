@@ -9,6 +9,12 @@ constexpr ListedGroup xdataGroups[] = {
 
 const GroupGrammar xdataGrammar{xdataGroups};
 
+bool countsInTail(const dxf::Tag& tag) {
+    if (tag.code == embeddedObject) return true;
+    const bool isXDataPoint = tag.code >= 1011 && tag.code <= 1033;
+    return (isXDataPoint || tag.code < 1000) && dxf::toReal(tag.value);
+}
+
 unsigned numbersOf(Role role) {
     switch (role) {
     case Role::worldPoint:

@@ -33,10 +33,14 @@ struct ListedGroups {
     GroupGrammar grammar;
 };
 
+/// The mark before an object that another one holds.
+constexpr int embeddedObject = 101;
+
 /// Points and directions in the extended data: 1011 moves and turns, 1012 turns and scales, 1013 only turns.
 extern const GroupGrammar xdataGrammar;
-/// True for the groups that it is about. Those that are no numbers are passed over.
-constexpr bool isXDataPoint(int code) { return code >= 1011 && code <= 1033; }
+/// True for the tags behind the fields that a grammar is to see: the mark of an embedded object, and
+/// coordinates. Those that are no numbers are passed over.
+bool countsInTail(const dxf::Tag& tag);
 
 /// How many numbers a value has.
 unsigned numbersOf(Role role);

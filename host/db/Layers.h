@@ -1,5 +1,5 @@
-// The layers of a drawing, by name and with their state. Names compare without regard to the case of ASCII
-// letters.
+// The layers of a drawing, by name and with their state. Names compare without regard to the case of Latin,
+// Greek and Cyrillic letters.
 #pragma once
 
 #include "db/Record.h"
@@ -50,7 +50,7 @@ private:
     mutable std::size_t nextRecent_ = 0;
 };
 
-/// ASCII letters in lower case; other characters stay.
+/// Latin, Greek and Cyrillic letters in lower case, whatever the system's language; other characters stay.
 std::string foldedName(std::string_view utf8);
 /// What two spellings of the same name have in common: the folded name, or the bytes themselves where not all
 /// of them could be decoded, so that different names don't become one.

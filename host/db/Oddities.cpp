@@ -58,18 +58,33 @@ bool HandleSet::contains(std::uint64_t handle) const {
 }
 
 void Oddities::forgetRecords() {
-    handles_ = {};
-    for (auto* each : {&repeats_, &handleless_, &ownerless_, &sameNames_, &groups_, &keptOnly_})
+    handles_ = others_ = {};
+    insertions_.clear();
+    lastInsertions_ = {};
+    for (auto* each : {&repeats_, &handleless_, &ownerless_, &sameNames_, &strayParts_, &endlessBlocks_,
+                       &groups_, &keptOnly_})
         each->clear();
 }
 
 void Oddities::note(const Record* record, std::string_view bytes) {
-    if (record->handle != 0 && !handles_.add(record->handle)) repeats_.push_back(record);
+    const bool isNew = record->handle == 0 || handles_.add(record->handle);
+    if (!isNew) repeats_.push_back(record);
     if (record->kind == Kind::group) groups_.push_back(record);
-    if (!isMainEntity(record->kind)) return;
+    if (!isMainEntity(record->kind)) {
+        if (isNew && record->handle != 0) others_.add(record->handle);
+        return;
+    }
     if (record->handle == 0) handleless_.push_back(record);
     if (record->owner && record->owner == drawing_.modelSpace() && isKeptOnly(drawing_, record->kind, bytes))
         keptOnly_.push_back(record);
+}
+
+void Oddities::noteInsertion(const Record* record, std::string_view block) {
+    const std::size_t place =
+        block.size() * 11 + (block.empty() ? 0u : static_cast<unsigned char>(block.back()));
+    auto*& last = lastInsertions_[place % lastInsertions_.size()];
+    if (!last || last->first != block) last = &*insertions_.try_emplace(block, Insertions{record}).first;
+    ++last->second.count;
 }
 
 void Oddities::report() {
@@ -84,6 +99,12 @@ void Oddities::report() {
     reportAll(
         sameNames_, "layer or block has a name that is given before; the first one counts",
         "layers or blocks have names that are given before, this is the first; the first of a name counts");
+    reportAll(
+        strayParts_, "vertex, attribute or sequence end belongs to no entity; it is kept and not shown",
+        "vertices, attributes or sequence ends belong to no entity, this is the first; they are kept and "
+        "not shown");
+    reportAll(endlessBlocks_, "block has no ENDBLK", "blocks have no ENDBLK, this is the first");
+    reportLostBlocks();
     reportLostMembers();
     if (!keptOnly_.empty()) reportKeptOnly();
 }
@@ -110,14 +131,30 @@ void Oddities::reportLostMembers() const {
         const std::size_t lost = lostMembersOf(group);
         if (lost == 0) continue;
         if (++told <= mostRepeats)
-            drawing_.addFinding(group, counted(lost, "member of this group is not there; it is passed over",
-                                               "members of this group are not there; they are passed over"));
+            drawing_.addFinding(
+                group, counted(lost, "member of this group is no entity that is there; it is passed over",
+                               "members of this group are no entities that are there; they "
+                               "are passed over"));
         else
             ++more;
     }
     if (more > 0)
         drawing_.addFinding(nullptr, counted(more, "more group has", "more groups have") +
-                                         " members that are not there");
+                                         " members that are no entities that are there");
+}
+
+void Oddities::reportLostBlocks() const {
+    std::size_t lost = 0;
+    const Record* first = nullptr;
+    for (const auto& [name, insertions] : insertions_) {
+        if (drawing_.blocks().named(name)) continue;
+        lost += insertions.count;
+        if (!first || insertions.first->begin < first->begin) first = insertions.first;
+    }
+    if (lost == 0) return;
+    drawing_.addFinding(
+        first, counted(lost, "insertion is of a block that is not there; it shows nothing",
+                       "insertions are of blocks that are not there, this is the first; they show nothing"));
 }
 
 std::size_t Oddities::lostMembersOf(const Record* group) const {
@@ -125,7 +162,7 @@ std::size_t Oddities::lostMembersOf(const Record* group) const {
     FieldTags tags{drawing_.bytesOf(group)};
     for (dxf::Tag tag; tags.next(tag);) {
         const auto handle = tag.code == 340 ? dxf::toHandle(tag.value) : std::nullopt;
-        lost += tag.code == 340 && (!handle || *handle == 0 || !handles_.contains(*handle));
+        lost += tag.code == 340 && (!handle || !handles_.contains(*handle) || others_.contains(*handle));
     }
     return lost;
 }

@@ -4,6 +4,7 @@
 // Old versions have no table of block records, no owners and often no handles. Records without bytes stand in
 // for the table and for the block records, so that the rest of the host knows one form of drawing only.
 #include "db/Drawing.h"
+#include "db/FieldTable.h"
 #include "db/Oddities.h"
 #include "db/TextEncoding.h"
 #include "db/classes.h"
@@ -78,6 +79,7 @@ private:
     void chooseVersion();
     void finishTableRecord(std::string_view bytes);
     void finishBlockRecord(std::string_view bytes, const char* end);
+    void noteBlockEnd();
     void finishEntity();
     Record* ownerOfEntity();
     Record* standIn(Kind kind, const char* at);
@@ -87,6 +89,7 @@ private:
     void reportTexts();
     void refuse(const char* at, const std::string& what);
     void lookAt(const char* to);
+    void noteWhatIsBehind(const char* end);
 
     Drawing& drawing_;
     const Progress& progress_;
@@ -95,8 +98,9 @@ private:
     std::string error_;
     Section section_ = Section::none;
     Record* record_ = nullptr;
-    Record* header_ = nullptr; ///< the entity that vertices and attributes belong to
-    Record* block_ = nullptr;  ///< block record of the definition being read
+    Record* header_ = nullptr;           ///< the entity that vertices and attributes belong to
+    Record* block_ = nullptr;            ///< block record of the definition being read
+    const Record* blockBegin_ = nullptr; ///< its BLOCK
     Record* paperSpace_ = nullptr;
     bool isComplete_ = false;
     bool isOutOfOrder_ = false; ///< a section stands behind what refers to it
@@ -108,8 +112,9 @@ private:
 
     // Of the record being read.
     std::string_view ownerHandle_; ///< empty when it gives none
+    std::string_view blockName_;   ///< that it shows
     int markers_ = 0;              ///< of subclasses; owners stand before the second one
-    bool isInGroup_ = false;       ///< between 102 { and 102 }
+    ApplicationGroups groups_;
     bool isInPaper_ = false;
 
     // Neighbours mostly share an owner.
@@ -133,6 +138,9 @@ std::string Reader::refusedByContent() const {
     if (file.starts_with("\xFF\xFE") || file.starts_with("\xFE\xFF"))
         return refused(
             "this file is in UTF-16; only single-byte texts, East Asian code pages and UTF-8 are read");
+    if (const std::size_t end = file.find("\r\r\n"); end != file.npos && end < file.find('\n'))
+        return refused("the lines end with CR CR LF, as after a wrong conversion; only LF and CRLF line ends "
+                       "are read");
     if (file.find('\n') == std::string_view::npos && file.find('\r') < file.size() - 1)
         return refused("the lines end with carriage returns alone; only LF and CRLF line ends are read");
     return {};
@@ -171,6 +179,15 @@ void Reader::walk() {
         refuse(cursor.position(), quoted(lineAt(cursor.position(), end)) + " is no group code");
     if (!isComplete_) refuse(end, "the file is cut off: it ends without EOF");
     lookAt(cursor.position());
+    noteWhatIsBehind(cursor.position());
+}
+
+// Some programs fill the last block of a file with zeros, or end it as CP/M did.
+void Reader::noteWhatIsBehind(const char* end) {
+    const auto isFiller = [](char c) { return c == '\0' || c == '\x1A' || std::strchr(" \t\r\n", c); };
+    const char* found = std::find_if_not(end, endOfFile(), isFiller);
+    if (found != endOfFile())
+        drawing_.addFindingAt(found, "the file goes on behind EOF; the rest is kept and means nothing");
 }
 
 void Reader::startRecord(const dxf::Tag& tag) {
@@ -188,9 +205,10 @@ void Reader::startRecord(const dxf::Tag& tag) {
 
 void Reader::beginRecord(Record* record) {
     record_ = record;
-    ownerHandle_ = {};
+    ownerHandle_ = blockName_ = {};
     markers_ = 0;
-    isInGroup_ = isInPaper_ = false;
+    groups_ = {};
+    isInPaper_ = false;
 }
 
 void Reader::checkPlace() {
@@ -211,12 +229,13 @@ void Reader::headerTag(const dxf::Tag& tag) {
     switch (tag.code) {
     case 2:
         if (section_ == Section::unnamed) enterSection(dxf::trimmed(tag.value));
-        if (showsBlock(record_->kind) && tag.value.starts_with('*') && drawing_.blocks_)
-            drawing_.blocks_->noteUse(tag.value);
+        if (!showsBlock(record_->kind)) break;
+        blockName_ = tag.value;
+        if (tag.value.starts_with('*') && drawing_.blocks_) drawing_.blocks_->noteUse(tag.value);
         break;
     case 5:
     case 105:
-        if (record_->handle == 0 && !isInGroup_ && record_->kind != Kind::section &&
+        if (record_->handle == 0 && !groups_.isInside() && record_->kind != Kind::section &&
             (tag.code == 105 || section_ != Section::tables || !isDimensionStyle(*record_, tag.begin)))
             record_->handle = dxf::toHandle(tag.value).value_or(0);
         break;
@@ -227,10 +246,11 @@ void Reader::headerTag(const dxf::Tag& tag) {
         ++markers_;
         break;
     case 102:
-        isInGroup_ = dxf::trimmed(tag.value).starts_with('{');
+        groups_.step(tag);
         break;
     case 330:
-        if (!isInGroup_ && markers_ < 2 && ownerHandle_.empty()) ownerHandle_ = dxf::trimmed(tag.value);
+        if (!groups_.isInside() && markers_ < 2 && ownerHandle_.empty())
+            ownerHandle_ = dxf::trimmed(tag.value);
         break;
     default:
         break;
@@ -316,6 +336,7 @@ void Reader::finishTableRecord(std::string_view bytes) {
 }
 
 void Reader::finishBlockRecord(std::string_view bytes, const char* end) {
+    noteBlockEnd();
     if (record_->kind == Kind::block) {
         const std::string_view name = Blocks::nameIn(bytes);
         if (!name.empty() && !drawing_.blocks_->named(name))
@@ -334,6 +355,13 @@ void Reader::finishBlockRecord(std::string_view bytes, const char* end) {
     }
 }
 
+void Reader::noteBlockEnd() {
+    const bool ends = record_->kind == Kind::endBlock || record_->kind == Kind::endSection;
+    if (!ends && record_->kind != Kind::block) return;
+    if (blockBegin_ && record_->kind != Kind::endBlock) oddities_.noteEndlessBlock(blockBegin_);
+    blockBegin_ = ends ? nullptr : record_;
+}
+
 void Reader::finishEntity() {
     const bool isPart = record_->kind == Kind::attribute || record_->kind == Kind::vertex ||
                         record_->kind == Kind::sequenceEnd;
@@ -342,6 +370,8 @@ void Reader::finishEntity() {
         if (record_->kind == Kind::sequenceEnd) header_ = nullptr;
         return;
     }
+    if (isPart) oddities_.noteStrayPart(record_);
+    if (record_->kind == Kind::insert) oddities_.noteInsertion(record_, blockName_);
     if (!isMainEntity(record_->kind)) return;
     header_ = record_->kind == Kind::insert || record_->kind == Kind::polyline ? record_ : nullptr;
     record_->owner = section_ == Section::blocks ? block_ : ownerOfEntity();
@@ -409,16 +439,18 @@ void Reader::reportTexts() {
     const auto place = [&](const char* name, int code) { return drawing_.headerValue(name, code).data(); };
     if (const std::string& sentence = drawing_.version_.finding(); !sentence.empty())
         drawing_.addFindingAt(place("$ACADVER", 1), sentence);
-    if (!texts_.finding.empty()) drawing_.addFindingAt(place("$DWGCODEPAGE", 3), texts_.finding);
-    if (isAscii_ || !texts_.encoding->isUtf8()) return;
     const char* begin = bytes().data();
-    const BrokenLines broken = linesWithBrokenUtf8({begin, lookedAt_});
+    if (!texts_.finding.empty())
+        drawing_.addFindingAt(texts_.isMarked ? begin : place("$DWGCODEPAGE", 3), texts_.finding);
+    if (isAscii_) return;
+    const BrokenLines broken = linesWithBrokenText({begin, lookedAt_}, *texts_.encoding);
     if (broken.count == 0) return;
     drawing_.addFindingAt(
         begin + broken.first,
         (broken.count == 1 ? "a line holds" : std::to_string(broken.count) + " lines hold") +
-            std::string{" bytes that are no UTF-8"} + (broken.count == 1 ? "" : ", this is the first") +
-            "; they are kept, and shown as \xEF\xBF\xBD");
+            std::string{texts_.encoding->isUtf8() ? " bytes that are no UTF-8"
+                                                  : " bytes that the code page does not have"} +
+            (broken.count == 1 ? "" : ", this is the first") + "; they are kept, and shown as \xEF\xBF\xBD");
 }
 
 // What was walked over a moment ago is looked at cheaply.

@@ -13,7 +13,8 @@ namespace qx::db {
 
 struct TextEncoding {
     const dxf::Encoding* encoding = nullptr;
-    std::string finding; ///< empty when there is nothing to tell
+    std::string finding;   ///< empty when there is nothing to tell
+    bool isMarked = false; ///< it is about a mark at the beginning of the file
 };
 
 /// From the bytes of the whole file, and the header's code page (empty: it names none). A byte order mark
@@ -21,11 +22,12 @@ struct TextEncoding {
 /// ASCII are taken as that where the version is missing, too, and as ANSI_1252 otherwise.
 TextEncoding textEncodingOf(std::string_view file, const Version& version, std::string_view codePage);
 
-/// Lines that hold bytes which are no UTF-8.
+/// Lines that hold bytes which stand for no character. The parts of a long text (group 3, and what follows
+/// it) are passed over: a character may be cut between them.
 struct BrokenLines {
     std::size_t count = 0;
     std::size_t first = 0; ///< offset of the first such byte
 };
-BrokenLines linesWithBrokenUtf8(std::string_view file);
+BrokenLines linesWithBrokenText(std::string_view file, const dxf::Encoding& encoding);
 
 } // namespace qx::db

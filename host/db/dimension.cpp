@@ -55,13 +55,15 @@ const FieldTable& AcDbDimension::table() {
     return fields;
 }
 
-// A measuring direction of 0 turns even where the file leaves it out. An insertion point of the block and an
-// angle of the text that are all zero say that there is none.
+// A measuring direction of 0 turns even where the file leaves it out: of a rotated dimension its own angle,
+// of one that measures ordinates the direction of their x axis. An insertion point of the block and an angle
+// of the text that are all zero say that there is none.
 bool AcDbDimension::afterReading(const Drawing& drawing) {
-    constexpr int kinds = 7, rotated = 0;
+    constexpr int kinds = 7, rotated = 0, ordinate = 6;
     const std::string_view bytes = drawing.bytesOf(objectId().record());
     data_.given = qx::db::presentGroups(bytes, {10, 11, 12, 13, 14, 15, 16, 50, 51, 53});
     if ((data_.flags & kinds) == rotated) data_.given |= 1 << rotation;
+    if ((data_.flags & kinds) == ordinate) data_.given |= 1 << horizontal;
     if (isZero(data_.clone)) data_.given &= ~(1 << insertion);
     if (data_.textDegrees == 0) data_.given &= ~(1 << textAngle);
     block_ = drawing.blocks().shownByDimension(bytes);

@@ -37,10 +37,10 @@ AcDbEntity::~AcDbEntity() = default;
 
 qx::db::Fields AcDbEntity::fields() {
     static const FieldTable table = FieldTable::ofEntity(sizeof(EntityProperties), {});
-    return {&table, &kept_, xdata_.get()};
+    return {&table, &kept_, tail_.get()};
 }
 
-void AcDbEntity::setXDataPoints(std::unique_ptr<qx::db::GroupList> points) { xdata_ = std::move(points); }
+void AcDbEntity::setTail(std::unique_ptr<qx::db::GroupList> tail) { tail_ = std::move(tail); }
 
 const EntityProperties& AcDbEntity::properties() const {
     return *static_cast<const EntityProperties*>(const_cast<AcDbEntity*>(this)->fields().base);
@@ -101,6 +101,7 @@ Acad::ErrorStatus AcDbEntity::canMoveWithParts(const Drawing& drawing, const AcG
     return status;
 }
 
+// The layers of what is shown don't count: it is the dimension that moves, and Defpoints is often locked.
 Acad::ErrorStatus AcDbEntity::canMoveBlock(const Drawing& drawing, const AcGeMatrix3d& matrix) {
     const qx::db::BlockDefinition& block = *blockMovedAlong();
     if (drawing.blocks().usesOf(block) != 1) return Acad::eNotApplicable;
@@ -113,7 +114,7 @@ Acad::ErrorStatus AcDbEntity::canMoveBlock(const Drawing& drawing, const AcGeMat
         else if (each->isOpen())
             status = Acad::eSubentitiesStillOpen;
         else
-            status = part->layer_->locked ? Acad::eOnLockedLayer : part->canMoveWithParts(drawing, matrix);
+            status = part->canMoveWithParts(drawing, matrix);
     });
     return status;
 }

@@ -25,6 +25,7 @@ using qx::db::GroupGrammar;
 using qx::db::ListedGroup;
 
 constexpr double degree = std::numbers::pi / 180;
+constexpr const char* marker = "AcDbHatch";
 
 enum PathFlag { isPolyline = 2 };
 enum EdgeType { lineEdge = 1, arcEdge = 2, ellipseEdge = 3, splineEdge = 4 };
@@ -41,6 +42,7 @@ enum Code : int {
     patternType = 76,
     numberOfPaths = 91,
     pathFlags = 92,
+    numberOfEdges = 93,
     splineDegree = 94,
     seeds = 98,
     gradient = 450
@@ -92,10 +94,15 @@ GroupGrammar::Groups edgeGroups(std::string_view type) {
 
 bool isPolylinePath(std::string_view flags) { return qx::db::toInteger(flags).value_or(0) & isPolyline; }
 
-// What all entities have may use the same codes before the number of paths. A polyline uses the code of an
-// edge's type for something else.
+/// Whether what follows is the hatch's own, by its marker or by the number of its paths.
+bool beginsHatch(const qx::dxf::Tag& tag) {
+    return tag.code == numberOfPaths || (tag.code == 100 && qx::dxf::trimmed(tag.value) == marker);
+}
+
+// What all entities have may use the same codes before. A polyline uses the code of an edge's type for
+// something else.
 GroupGrammar::Groups groupsFrom(GroupGrammar::Groups now, const qx::dxf::Tag& tag) {
-    if (now.empty()) return tag.code == numberOfPaths ? GroupGrammar::Groups{beforePaths} : now;
+    if (now.empty()) return beginsHatch(tag) ? GroupGrammar::Groups{beforePaths} : now;
     switch (tag.code) {
     case pathFlags:
         return isPolylinePath(tag.value) ? GroupGrammar::Groups{polylinePath} : edgePath;
@@ -111,6 +118,12 @@ GroupGrammar::Groups groupsFrom(GroupGrammar::Groups now, const qx::dxf::Tag& ta
     default:
         return now;
     }
+}
+
+// Every path says how many edges it has, and nothing else does.
+std::string faultOfPaths(std::string_view bytes, const qx::db::GroupList& list) {
+    const bool hasMore = list.values.empty() && qx::db::presentGroups(bytes, {numberOfEdges, seeds}) != 0;
+    return hasMore ? "the hatch does not say where its boundary begins (91)" : "";
 }
 
 // ---- boundary paths
@@ -236,7 +249,7 @@ const FieldTable& AcDbHatch::table() {
     static const FieldTable fields =
         FieldTable::ofEntity(offsetof(Data, groups),
                              {
-                                 {Role::subclass, 100, 0, 0, "AcDbHatch"},
+                                 {Role::subclass, 100, 0, 0, marker},
                                  {Role::plain, 10, offsetof(Data, x)},
                                  {Role::plain, 20, offsetof(Data, y)},
                                  {Role::elevation, 30, offsetof(Data, elevation)},
@@ -247,20 +260,19 @@ const FieldTable& AcDbHatch::table() {
 }
 
 bool AcDbHatch::afterReading(const qx::db::Drawing& drawing) {
-    bool isGood = true;
+    std::string fault = faultOfPaths(drawing.bytesOf(objectId().record()), data_.groups);
     forEachEdge(data_.groups, [&](GroupValues edge) {
-        if (typeOf(edge) == splineEdge) isGood = isGood && isSpline(edge, splineCodes, degreeOf(edge));
+        if (typeOf(edge) == splineEdge && fault.empty())
+            if (const auto found = splineFault(edge, splineCodes, degreeOf(edge)); !found.empty())
+                fault = "a spline in the hatch's boundary " + found;
         if (typeOf(edge) != arcEdge || !isClockwise(edge)) return;
         for (const GroupValue& each : edge)
             if (each.role == Role::arcDegrees)
                 data_.groups.values[static_cast<std::size_t>(&each - data_.groups.values.data())].role =
                     Role::clockwiseDegrees;
     });
-    if (!isGood)
-        drawing.addFinding(objectId().record(),
-                           "a spline in the hatch's boundary makes no curve; the object is "
-                           "kept as it is and can't be used");
-    return isGood;
+    if (!fault.empty()) drawing.addUnusable(objectId().record(), fault);
+    return fault.empty();
 }
 
 int AcDbHatch::numLoops() const { return static_cast<int>(countOf(pathsOf(data_.groups), pathFlags)); }

@@ -24,8 +24,9 @@ const FieldTable& AcDbLeader::table() {
                              {
                                  {Role::subclass, 100, 0, 0, "AcDbLeader"},
                                  {Role::integer, 72, offsetof(Data, pathType)},
+                                 {Role::vertices, 10, 0},
                                  {Role::normal, 210, offsetof(Data, normal)},
-                                 {Role::direction, 211, offsetof(Data, horizontal)},
+                                 {Role::direction, 211, offsetof(Data, horizontal), 1},
                                  {Role::vector, 212, offsetof(Data, blockOffset)},
                                  {Role::vector, 213, offsetof(Data, annotationOffset)},
                              },

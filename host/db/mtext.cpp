@@ -1,5 +1,6 @@
 #include "db/Drawing.h"
 #include "db/FieldTable.h"
+#include "db/GroupWalk.h"
 #include "dbmtext.h"
 #include "ge/OcsFrame.h"
 #include "shape/ExtentsSink.h"
@@ -23,6 +24,21 @@ ACRX_DEFINE_MEMBERS(AcDbMText, AcDbEntity, L"MTEXT")
 namespace {
 
 constexpr double degree = std::numbers::pi / 180;
+
+// In files since 2018 a text holds an object that says once more where it is and where its lines run, and how
+// wide and how high its columns are.
+constexpr qx::db::ListedGroup embeddedGroups[] = {
+    {10, Role::vector}, {11, Role::worldPoint}, {40, Role::length}, {41, Role::length}, {42, Role::length},
+    {43, Role::length}, {44, Role::length},     {45, Role::length}, {46, Role::length}};
+
+using qx::db::GroupGrammar;
+
+GroupGrammar::Groups tailGroups(GroupGrammar::Groups now, const qx::dxf::Tag& tag) {
+    if (tag.code == qx::db::embeddedObject) return embeddedGroups;
+    return tag.code >= 1000 ? qx::db::xdataGrammar.first : now;
+}
+
+constexpr GroupGrammar tailGrammar{{}, tailGroups};
 
 /// As much as is shown. Long text is cut wherever a part is full, even within a character.
 std::string joinedText(const qx::db::Drawing& drawing, const qx::db::Record* record) {
@@ -66,20 +82,20 @@ const FieldTable& AcDbMText::table() {
                               {Role::text, 1, offsetof(Data, text)},
                               {Role::text, 7, offsetof(Data, styleName)},
                               {Role::normal, 210, offsetof(Data, normal)},
-                              {Role::vector, 11, offsetof(Data, direction), 0, nullptr, &direction},
+                              {Role::vector, 11, offsetof(Data, direction), 1, nullptr, &direction},
                               {Role::angleDegrees, 50, offsetof(Data, rotationDegrees), 0, nullptr, &angle},
                               {Role::integer, 73, offsetof(Data, lineSpacingStyle), 1},
                               {Role::plain, 44, offsetof(Data, lineSpacing), 1},
                           });
-        made.slots[made.slotOf(11)].fallback = 1; // lines run along x where nothing is said
+        made.tail = &tailGrammar;
         return made;
     }();
     return fields;
 }
 
 // An angle alone is all that turns; otherwise the direction turns, and an angle beside it too, so that they
-// go on saying the same. Where neither is said and the lines don't run along world x, it is by an angle of 0:
-// a direction worked out here would be written as if it had changed.
+// go on saying the same. Where neither is said the lines run along world x, and where that is along the
+// normal, by an angle of 0.
 bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
     const qx::db::TextStyle style = drawing.textStyle(data_.styleName);
     data_.widthFactor = style.widthFactor;
@@ -94,7 +110,7 @@ bool AcDbMText::afterReading(const qx::db::Drawing& drawing) {
     const AcGeVector3d& given = data_.direction;
     hasDirection = hasDirection && (given.x != 0 || given.y != 0 || given.z != 0);
     data_.isByAngle = hasAngle && (data_.isByAngle || !hasDirection);
-    if (!hasDirection && !hasAngle) data_.isByAngle = !given.isEqualTo(OcsFrame{data_.normal}.x);
+    if (!hasDirection && !hasAngle) data_.isByAngle = given.crossProduct(data_.normal).isZeroLength();
     data_.turnsAngle = hasAngle || data_.isByAngle;
     data_.turnsDirection = hasDirection || !data_.turnsAngle;
     return true;

@@ -46,7 +46,7 @@ AcDbObject::~AcDbObject() {
     if (Drawing* drawing = RecordChain::drawingOf(record_)) drawing->noteDeletion(record_);
 }
 
-void AcDbObject::setXDataPoints(std::unique_ptr<qx::db::GroupList>) {}
+void AcDbObject::setTail(std::unique_ptr<qx::db::GroupList>) {}
 
 AcDbObjectId AcDbObject::ownerId() const { return AcDbObjectId{record_ ? record_->owner : nullptr}; }
 

@@ -20,14 +20,14 @@ template <class T> Stretch stretchOf(std::vector<T>& values) {
 /// Calls `visit` for each stretch of memory that the object's state consists of, always in the same order.
 /// None of them changes its size while the object lives.
 template <class Visit> void forEachStretch(AcDbObject& object, Visit&& visit) {
-    const auto [table, base, xdata, normal] = object.fields();
+    const auto [table, base, tail, normal] = object.fields();
     if (!table) return;
     visit(Stretch{static_cast<std::byte*>(base), table->plainSize});
     if (table->vertices) {
         visit(stretchOf(memberAt<std::vector<AcDbPolyline::Vertex>>(base, table->vertices->offset)));
         visit(stretchOf(memberAt<std::vector<AcDbPolyline::Widths>>(base, table->vertices->widthsOffset)));
     }
-    for (GroupList* list : {listOf(object.fields()), xdata})
+    for (GroupList* list : {listOf(object.fields()), tail})
         if (list) visit(stretchOf(list->values));
 }
 

@@ -89,7 +89,7 @@ const std::vector<Patch>& Patcher::patchesFor(std::string_view bytes, AcDbObject
     const Fields fields = object.fields();
     table_ = fields.table;
     base_ = fields.base;
-    xdata_ = fields.xdata;
+    tail_ = fields.tail;
     if (!table_) return patches_;
     std::fill_n(seenAt_.begin(), table_->slots.size(), nullptr);
     std::fill_n(patchOf_.begin(), table_->slots.size(), -1);
@@ -121,8 +121,11 @@ void Patcher::compareFields(std::string_view bytes) {
             compareVertex(tag);
     }
     finishVertex();
-    if (listed) finishListed(*listed);
-    if (tag.code >= 1000) compareXData(tag.begin, bytes.data() + bytes.size());
+    if (listed) {
+        finishListed(*listed);
+        lastVertexTag_ = listed->behind;
+    }
+    if (tags.end()) compareTail(tags.end(), bytes.data() + bytes.size());
     if (!defaultAnchor_) defaultAnchor_ = tags.end() ? tags.end() : bytes.data() + bytes.size();
 }
 
@@ -177,13 +180,13 @@ void Patcher::finishVertex() {
     if (y != 0) patch(afterX_, 0, tagText(20, realText(y).view(), lineEnd_));
 }
 
-void Patcher::compareXData(const char* begin, const char* end) {
-    if (!xdata_) return;
-    ListPlace at{xdata_, GroupWalk{xdataGrammar}};
+void Patcher::compareTail(const char* begin, const char* end) {
+    if (!tail_) return;
+    ListPlace at{tail_, GroupWalk{*table_->tail}};
     dxf::TagCursor cursor{begin, end};
     for (dxf::Tag tag; cursor.next(tag);) {
-        if (!isXDataPoint(tag.code) || !dxf::toReal(tag.value)) continue;
-        if (const auto place = at.walk.step(tag)) compareListed(at, tag, *place);
+        const auto place = countsInTail(tag) ? at.walk.step(tag) : std::nullopt;
+        if (place) compareListed(at, tag, *place);
     }
     finishListed(at);
 }

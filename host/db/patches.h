@@ -72,7 +72,7 @@ private:
     bool isAnyMissing() const;
     void insertMissing(std::string_view bytes);
     void insertMissing(const Field& field, std::size_t firstSlot, const char* anchor);
-    void compareXData(const char* begin, const char* end);
+    void compareTail(const char* begin, const char* end);
     void compareListed(ListPlace& at, const dxf::Tag& tag, const GroupWalk::Place& place);
     void finishListed(ListPlace& at);
     void compareReal(std::string_view text, double value);
@@ -84,13 +84,13 @@ private:
     unsigned touched_ = 0; ///< see AcDbObject::touched()
     const FieldTable* table_ = nullptr;
     void* base_ = nullptr;
-    GroupList* xdata_ = nullptr;
+    GroupList* tail_ = nullptr;
     std::array<const char*, 64> seenAt_;  ///< per slot, one past its tag; null: not in the file
     std::array<int, 64> patchOf_;         ///< per slot, the patch that replaces its value; -1: none
     std::size_t vertex_ = 0;              ///< 1-based, of the vertex being compared
     const char* afterX_ = nullptr;        ///< behind its group 10
     bool isYMissing_ = false;             ///< so far
-    const char* lastVertexTag_ = nullptr; ///< behind it; null: the file has no vertices
+    const char* lastVertexTag_ = nullptr; ///< behind it, or behind a list; null: the file has none
     const char* defaultAnchor_ = nullptr;
 };
 

@@ -27,6 +27,8 @@ void addSlots(const Field& field, std::vector<Slot>& slots) {
         add(field.code + 10 * i, field.offset + static_cast<std::size_t>(i) * sizeof(double), Form::real,
             isDirection ? 8 : 1 << i);
     if (field.role == Role::normal) slots.back().fallback = 1;
+    if (field.role == Role::vector || field.role == Role::direction)
+        slots.back().fallback = slots[slots.size() - 2].fallback = 0;
 }
 
 bool isUntranslated(Role role) {
@@ -139,7 +141,8 @@ ReadFields readFields(std::string_view bytes, const FieldTable& table, void* bas
             return result;
         }
     }
-    result.hasXData = tag.code >= 1000;
+    result.isGroupOpen = tags.isGroupOpen();
+    if (tags.end()) result.tail = bytes.substr(static_cast<std::size_t>(tags.end() - bytes.data()));
     return result;
 }
 
@@ -159,14 +162,13 @@ std::optional<Adesk::Int32> toInteger(std::string_view text) {
     return static_cast<Adesk::Int32>(*value);
 }
 
-std::unique_ptr<GroupList> readXDataPoints(std::string_view bytes) {
+std::unique_ptr<GroupList> readTail(std::string_view bytes, const GroupGrammar& grammar) {
     auto found = std::make_unique<GroupList>();
-    GroupWalk walk{xdataGrammar};
+    GroupWalk walk{grammar};
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
     for (dxf::Tag tag; cursor.next(tag);) {
-        const auto value = isXDataPoint(tag.code) ? dxf::toReal(tag.value) : std::nullopt;
-        if (!value) continue;
-        if (const auto place = walk.step(tag)) put(*found, *place, *value);
+        const auto place = countsInTail(tag) ? walk.step(tag) : std::nullopt;
+        if (place) readListed(*place, tag.value, *found);
     }
     if (found->values.empty()) return nullptr;
     return found;

@@ -60,10 +60,9 @@ bool AcDbSpline::afterReading(const qx::db::Drawing& drawing) {
         addDerivatives(data_.groups, fitPoint, {data_.startTangent, data_.endTangent, isClosed()});
         return true;
     }
-    if (isSpline(data_.groups.values, codes, data_.degree)) return true;
-    drawing.addFinding(objectId().record(), "the spline's knots, weights and control points make no curve; "
-                                            "the object is kept as it is and can't be used");
-    return false;
+    const std::string fault = splineFault(data_.groups.values, codes, data_.degree);
+    if (!fault.empty()) drawing.addUnusable(objectId().record(), "the spline " + fault);
+    return fault.empty();
 }
 
 int AcDbSpline::numControlPoints() const {

@@ -39,14 +39,25 @@ std::size_t countOf(GroupValues values, int code) {
     return static_cast<std::size_t>(std::ranges::count(values, code, &GroupValue::code));
 }
 
+namespace {
+
 bool isSpline(GroupValues values, const SplineCodes& codes, int degree) {
-    if (degree < 1 || degree > shape::Bezier::mostDegree) return false;
+    if (degree < 1) return false;
     const auto order = static_cast<std::size_t>(degree) + 1;
     const std::size_t points = countOf(values, codes.point), weights = countOf(values, codes.weight);
     if (points < order || countOf(values, codes.knot) != points + order) return false;
     if (weights != 0 && weights != points) return false;
     return areKnots({values, codes.knot}, order - 1, points) &&
            (weights == 0 || areWeights({values, codes.weight}));
+}
+
+} // namespace
+
+std::string splineFault(GroupValues values, const SplineCodes& codes, int degree) {
+    if (!isSpline(values, codes, degree)) return "makes no curve of its knots, weights and control points";
+    if (degree <= shape::Bezier::mostDegree) return {};
+    return "is of degree " + std::to_string(degree) + ", higher than " +
+           std::to_string(shape::Bezier::mostDegree);
 }
 
 void addDerivatives(GroupList& list, int pointCode, const shape::Ends& ends) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <span>
+#include <string>
 
 namespace qx::db {
 
@@ -39,11 +40,12 @@ struct SplineCodes {
     int knot, weight, point;
 };
 
-/// True when the numbers make a curve: knots that don't fall and span something, weights above zero (and not
-/// worlds apart) for all points or none, a degree from 1 to 25.
-bool isSpline(GroupValues values, const SplineCodes& codes, int degree);
+/// What keeps the numbers from being used, as "makes no curve": they need knots that don't fall and span
+/// something, weights above zero (and not worlds apart) for all points or none, a degree from 1 to 25. Empty
+/// when they can be used.
+std::string splineFault(GroupValues values, const SplineCodes& codes, int degree);
 
-/// Of values that isSpline() was asked about. `toWorld` is applied to the points.
+/// Of values without a fault. `toWorld` is applied to the points.
 template <class ToWorld>
 void drawSpline(GroupValues values, const SplineCodes& codes, int degree, ToWorld&& toWorld,
                 shape::Sink& sink) {

@@ -121,6 +121,7 @@ void CommandRunner::perform(const std::string& name, int flags, const Body& body
     const Outcome outcome = body();
     const CommandEnd end = settle(name, isStep ? drawing : nullptr, outcome);
     if (session_.observer) session_.observer->commandEnds(session_.drawing(), end);
+    if (session_.commandDone) session_.commandDone();
 }
 
 // Closes what is open and the undo step, or takes the step back when the command may not stand.

@@ -12,11 +12,12 @@ namespace {
 constexpr const char* optionsForThePerson =
     "需要点或 全部(ALL)/窗口(W)/窗交(C)/上一个(L)/前一个(P)/删除(R)/添加(A)。";
 
-// Kept, but not to be measured, and so not to be selected; though a person sees such an object in the file.
-bool isUnmeasurable(const db::Drawing& drawing, const db::Record* record) {
+// Kept, but of a class that can't be measured or with data that make no sense, and so not to be selected;
+// though a person sees such an object in the file.
+bool isLeftOut(const db::Drawing& drawing, db::Record* record) {
     if (record->has(db::Record::erased)) return false;
-    const AcDbEntity* entity = drawing.liveEntity(const_cast<db::Record*>(record));
-    return entity && !entity->isMeasurable() && entity->isVisible();
+    const AcDbEntity* entity = drawing.liveEntity(record);
+    return entity ? !entity->isMeasurable() && entity->isVisible() : record->has(db::Record::unusable);
 }
 
 } // namespace
@@ -78,15 +79,15 @@ bool SelectionPrompt::takeOption(const std::string& text) {
 
 void SelectionPrompt::takeAll() {
     Records records;
-    std::size_t unmeasurable = 0;
+    std::size_t leftOut = 0;
     drawing_.forEachInModelSpace([&](db::Record* record) {
         if (drawing_.isSelectable(record))
             records.push_back(record);
-        else if (isUnmeasurable(drawing_, record))
-            ++unmeasurable;
+        else if (isLeftOut(drawing_, record))
+            ++leftOut;
     });
     found(records);
-    if (unmeasurable > 0) say(std::to_string(unmeasurable) + " 个对象的类别不能测量，不能选择。");
+    if (leftOut > 0) say(std::to_string(leftOut) + " 个对象不能选择：类别不能测量，或者数据不能使用。");
 }
 
 void SelectionPrompt::takeLast() {

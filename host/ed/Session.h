@@ -115,6 +115,8 @@ public:
     CommandObserver* observer = nullptr;
     /// Told of each drawing that is opened.
     std::function<void(const db::Drawing&)> opened;
+    /// Told of the end of each command.
+    std::function<void()> commandDone;
     /// Told how far a long job is; null where nobody looks.
     std::function<void(std::string_view job, std::uint64_t done, std::uint64_t total)> progress;
 

@@ -1,10 +1,12 @@
 #include "ed/Transcript.h"
 
+#include "os/encoding.h"
+
 namespace qx::ed {
 
 void Transcript::write(std::string_view text) {
     if (text.empty()) return;
-    sink_(text);
+    sink_(os::withoutControls(text, "\n\t"));
     atLineStart_ = text.back() == '\n';
 }
 

@@ -1,6 +1,7 @@
 // What the command line shows: prompts, the answers, messages. Keeps track of where the cursor is, so that a
 // message that begins with a line feed starts a line of its own without leaving a blank one, and a prompt
-// never runs into the text before it. Text is UTF-8.
+// never runs into the text before it. Text is UTF-8; other control characters than line feeds and tabs, which
+// names in a drawing may hold, are shown as U+FFFD.
 #pragma once
 
 #include "qxexport.h"

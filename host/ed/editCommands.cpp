@@ -87,7 +87,8 @@ void listCommand() {
         const AcDbObjectPointer<AcDbEntity> entity{id};
         if (entity.openStatus() != Acad::eOk) continue;
         say(session, os::toUtf8(entity->isA()->name()) + "  句柄 " + dxf::handleText(id.handle().value()) +
-                         "  图层 " + entity->layerState().name + "  " + extentsOf(*entity));
+                         "  图层 " + os::withoutControls(entity->layerState().name) + "  " +
+                         extentsOf(*entity));
     }
 }
 

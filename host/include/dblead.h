@@ -28,7 +28,7 @@ public:
     struct Data {
         qx::db::EntityProperties entity;
         AcGeVector3d normal{0, 0, 1};
-        AcGeVector3d horizontal;                    ///< of the annotation
+        AcGeVector3d horizontal{1, 0, 0};           ///< of the annotation
         AcGeVector3d blockOffset, annotationOffset; ///< from the last vertex
         Adesk::Int32 pathType = 0;                  ///< 1: a spline
         qx::db::GroupList groups;                   ///< the vertices

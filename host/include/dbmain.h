@@ -43,7 +43,8 @@ struct EntityProperties {
 struct Fields {
     const FieldTable* table = nullptr; ///< null for a class that is only kept
     void* base = nullptr;              ///< where the table's offsets count from
-    GroupList* xdata = nullptr; ///< points in the extended data; null for the many objects that have none
+    GroupList* tail =
+        nullptr; ///< numbers behind the fields that move; null for the many objects that have none
     const AcGeVector3d* normal = nullptr; ///< of an owner in whose plane the object lies, when it has none
 };
 
@@ -51,9 +52,7 @@ struct Fields {
 template <class Self, class Base> class Described : public Base {
 public:
     using Base::Base;
-    Fields fields() override {
-        return {&Self::table(), &static_cast<Self*>(this)->data_, this->xdata_.get()};
-    }
+    Fields fields() override { return {&Self::table(), &static_cast<Self*>(this)->data_, this->tail_.get()}; }
     std::unique_ptr<AcDbEntity> copied() const override {
         if constexpr (!Self::standsAlone) return nullptr;
         auto copy = std::make_unique<Self>();
@@ -126,7 +125,7 @@ public:
     virtual bool afterReading(const qx::db::Drawing&) { return true; }
     /// The layer that the file names; asked of entities before afterReading().
     virtual void setLayerState(const qx::db::LayerState&) {}
-    virtual void setXDataPoints(std::unique_ptr<qx::db::GroupList>);
+    virtual void setTail(std::unique_ptr<qx::db::GroupList>);
     void setRecord(qx::db::Record* record) { record_ = record; }
     /// What may have changed since the object was read: 1, 2 and 4 for translations along x, y and z, 8 for
     /// any other change.
@@ -219,11 +218,11 @@ public:
     qx::db::Fields fields() override;
     void setLayerState(const qx::db::LayerState& layer) override { layer_ = &layer; }
     const qx::db::EntityProperties& properties() const;
-    void setXDataPoints(std::unique_ptr<qx::db::GroupList> points) override;
+    void setTail(std::unique_ptr<qx::db::GroupList> tail) override;
 
 protected:
     const qx::db::LayerState* layer_;
-    std::unique_ptr<qx::db::GroupList> xdata_;
+    std::unique_ptr<qx::db::GroupList> tail_;
 
 private:
     Acad::ErrorStatus moveWithParts(const qx::db::Drawing& drawing, const AcGeMatrix3d& matrix);

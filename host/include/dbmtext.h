@@ -45,8 +45,8 @@ public:
     AttachmentPoint attachment() const;
     AcGeVector3d normal() const { return data_.normal; }
     /// Of the lines, a unit vector in the plane of the text: as the file says by a vector or by an angle, of
-    /// which the later one counts; without either, and for a vector along the normal, the x axis of the
-    /// object coordinate system.
+    /// which the later one counts; without either, the world's x axis. For a vector along the normal, the x
+    /// axis of the object coordinate system.
     AcGeVector3d direction() const;
     /// The same as an angle about the normal from that axis, 0 to 2 pi.
     double rotation() const;

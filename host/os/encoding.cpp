@@ -42,21 +42,6 @@ char32_t takeCodePoint(std::string_view& rest) {
     return good ? c : replacement;
 }
 
-/// How many bytes at the front are ASCII. Whole files are asked for, so it goes by many bytes at once.
-std::size_t asciiLength(std::string_view bytes) {
-    constexpr std::size_t blockSize = 64;
-    std::size_t at = 0;
-    for (; at + blockSize <= bytes.size(); at += blockSize) {
-        std::array<std::uint64_t, blockSize / 8> words;
-        std::memcpy(words.data(), bytes.data() + at, blockSize);
-        std::uint64_t all = 0;
-        for (const std::uint64_t each : words) all |= each;
-        if (all & 0x8080808080808080u) break;
-    }
-    while (at < bytes.size() && (bytes[at] & 0x80) == 0) ++at;
-    return at;
-}
-
 void append(std::string& out, char32_t c) {
     const auto put = [&](char32_t byte) { out.push_back(static_cast<char>(byte)); };
     if (c < 0x80) return put(c);
@@ -123,6 +108,38 @@ std::string toUtf8(std::wstring_view wide) {
     out.reserve(wide.size());
     while (!wide.empty()) append(out, takeCodePoint(wide));
     return out;
+}
+
+std::size_t asciiLength(std::string_view bytes) {
+    constexpr std::size_t blockSize = 64;
+    std::size_t at = 0;
+    for (; at + blockSize <= bytes.size(); at += blockSize) {
+        std::array<std::uint64_t, blockSize / 8> words;
+        std::memcpy(words.data(), bytes.data() + at, blockSize);
+        std::uint64_t all = 0;
+        for (const std::uint64_t each : words) all |= each;
+        if (all & 0x8080808080808080u) break;
+    }
+    while (at < bytes.size() && (bytes[at] & 0x80) == 0) ++at;
+    return at;
+}
+
+std::string withoutControls(std::string_view utf8, std::string_view kept) {
+    std::string shown;
+    shown.reserve(utf8.size());
+    while (!utf8.empty()) {
+        const auto first = static_cast<unsigned char>(utf8.front());
+        // Those above ASCII are U+0080 to U+009F.
+        const bool isLong = first == 0xC2 && utf8.size() > 1 && static_cast<unsigned char>(utf8[1]) < 0xA0;
+        const bool isControl =
+            isLong || first == 0x7F || (first < 0x20 && kept.find(utf8.front()) == kept.npos);
+        if (isControl)
+            shown += "\uFFFD";
+        else
+            shown += utf8.front();
+        utf8.remove_prefix(isLong ? 2 : 1);
+    }
+    return shown;
 }
 
 bool isAscii(std::string_view bytes) { return asciiLength(bytes) == bytes.size(); }

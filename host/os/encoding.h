@@ -16,7 +16,13 @@ QX_HOST_API std::wstring toWide(std::string_view utf8);
 QX_HOST_API std::string toUtf8(std::u32string_view codePoints);
 QX_HOST_API std::string toUtf8(std::wstring_view wide);
 
+/// With U+FFFD in the place of each control character but the kept ones, so that text from a file can't give
+/// orders to a terminal.
+QX_HOST_API std::string withoutControls(std::string_view utf8, std::string_view kept = {});
+
 QX_HOST_API bool isAscii(std::string_view bytes);
+/// How many bytes at the front are ASCII. Whole files are asked for, so it goes by many bytes at once.
+QX_HOST_API std::size_t asciiLength(std::string_view bytes);
 /// Where the first byte stands that toUtf32() would not decode; the size when there is none.
 QX_HOST_API std::size_t brokenUtf8In(std::string_view bytes);
 

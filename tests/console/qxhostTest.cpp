@@ -130,6 +130,46 @@ TEST_F(Qxhost, tellsWhatItFoundInADrawing) {
     EXPECT_EQ(run("a.dxf -s -", "").errors.find("a.dxf"), std::string::npos) << "nothing odd, nothing said";
 }
 
+TEST_F(Qxhost, tellsOnceWhatItFindsLater) {
+    const auto countOf = [](const std::string& text, const std::string& part) {
+        int count = 0;
+        for (std::size_t at = 0; (at = text.find(part, at)) != text.npos; at += part.size()) ++count;
+        return count;
+    };
+    put(folder / "odd.dxf",
+        drawings::DrawingText{.entities = {"WIPEOUT|10 1.0", "LINE|10 x", "SPLINE|71 3", "INSERT|2 B"},
+                              .blocks = {{"B", {"LINE|10 1.0|11 2.0", "INSERT|2 B"}}}}
+            .bytes());
+    EXPECT_EQ(countOf(run("odd.dxf -s -", "").errors, "finding "), 1);
+    const Outcome listed = run("odd.dxf -s -", "LIST\nALL\n\nLIST\nALL\n\n");
+    EXPECT_EQ(countOf(listed.output, "3 个对象不能选择：类别不能测量，或者数据不能使用。"), 2)
+        << listed.output;
+    for (const Outcome& each : {listed, run("odd.dxf -s - --svg p.svg", "")}) {
+        EXPECT_EQ(countOf(each.errors, "qxhost: finding "), 4) << each.errors;
+        for (const char* part : {"finding 4: odd.dxf:", "is no number", "makes no curve", "contains itself"})
+            EXPECT_EQ(countOf(each.errors, part), 1) << part << '\n' << each.errors;
+    }
+}
+
+// Names may hold what would clear the screen or write over other lines.
+TEST_F(Qxhost, givesTheTerminalNoOrdersFromADrawing) {
+    put(folder / "odd.dxf",
+        drawings::DrawingText{.entities = {"LINE|8 \\U+000Aa\\U+001B[2Jb\x1B[31mc\\U+009Bd\x7F|10 0|11 1",
+                                           "INSERT|2 \\U+001B[2JB"},
+                              .blocks = {{"\\U+001B[2JB", {"INSERT|2 \\U+001B[2JB", "LINE|11 1.0"}}},
+                              .version = "AC1032"}
+            .bytes());
+    const Outcome result = run("odd.dxf -s - -o b.dxf --report r.json", "LIST\nALL\n\n");
+    EXPECT_NE(contentOf(folder / "r.json").find("block \\\"\uFFFD[2JB"), std::string::npos);
+    EXPECT_NE(result.output.find("图层 \uFFFDa\uFFFD[2Jb\uFFFD[31mc\uFFFDd\uFFFD"), std::string::npos)
+        << result.output;
+    EXPECT_NE(result.errors.find("block \"\uFFFD[2JB\" contains itself"), std::string::npos) << result.errors;
+    for (const std::string& each : {result.output, result.errors})
+        for (const char* control : {"\x1B", "\x7F", "\u009B", "\r"})
+            EXPECT_EQ(each.find(control), std::string::npos) << each;
+    EXPECT_EQ(contentOf(folder / "b.dxf"), contentOf(folder / "odd.dxf"));
+}
+
 TEST_F(Qxhost, talksToWhoeverTypes) {
     const Outcome result =
         run("a.dxf -o b.dxf", "FOO\nSETVAR PICKBOX x\n7\nERASE L\n\nQUIT\nN\nQUIT\nY\nFOO\n");

@@ -37,7 +37,10 @@ TEST(Dimensions, moveWithWhatTheyShow) {
          "|10 1.0>0.0|20 0.0>1.0|70 0|53 10.0>100.0|51 5.0>95.0|100 AcDbAlignedDimension|13 "
          "1.0>0.0|23 0.0>1.0|>50 90.0",
          "LINE|10 1.0>-2.0|20 2.0>1.0|11 3.0>-3.0|21 3.0"},
-        {quarter, "|10 1.0>0.0|20 0.0>1.0|70 1|53 0.0", "LINE|10 1.0>-2.0|20 2.0>1.0|11 3.0>-3.0|21 3.0"},
+        {quarter, "|10 1.0>0.0|20 0.0>1.0|70 102|>51 90.0|100 AcDbOrdinateDimension|13 1.0>0.0|23 0.0>1.0",
+         "LINE|10 1.0>-2.0|20 2.0>1.0|11 3.0>-3.0|21 3.0"},
+        {quarter, "|10 1.0>0.0|20 0.0>1.0|70 1|53 0.0",
+         "LINE|8 LOCKED|10 1.0>-2.0|20 2.0>1.0|11 3.0>-3.0|21 3.0"},
     };
     for (const auto& each : cases) {
         const std::string before = with(told(each.groups, false), {told(each.line, false)}).bytes();
@@ -67,7 +70,6 @@ TEST(Dimensions, standStillAsAWhole) {
         {twice, Acad::eNotApplicable},
         {inserted, Acad::eNotApplicable},
         {nested, Acad::eNotApplicable},
-        {with(groups, {content, "LINE|8 LOCKED|10 1.0"}), Acad::eOnLockedLayer},
         {with(groups, {content, "REGION|10 1.0"}), Acad::eNotApplicable},
         {with(groups, {content, "LINE|10 x"}), Acad::eNotApplicable},
         {with(groups, {content, "LINE|10 9e14"}), Acad::eInvalidInput},

@@ -18,6 +18,9 @@ TEST(Hatches, areTheirBoundary) {
     } cases[] = {
         {"30 2.0|91 1" + square, "0..4 0..4 2..2", 1},
         {"91 77" + square, "0..4 0..4 0..0", 1}, // counts are not believed
+        // Behind the marker paths need no number before them; the same codes before it mean something else.
+        {"92 8|310 00|100 AcDbHatch|10 0.0|20 0.0|30 2.0" + square, "0..4 0..4 2..2", 1},
+        {"92 8|310 00|30 2.0|91 1" + square, "0..4 0..4 2..2", 1},
         {"91 2" + square + polyline, "0..4 -2..4 0..0", 2},
         {"210 0|220 0|230 -1|91 1" + polyline, "-4..0 -2..0 0..0", 1},
         {"91 0|75 0|76 1|98 1|10 9.0|20 9.0", "status 1001", 0},
@@ -45,13 +48,20 @@ TEST(Hatches, areTheirBoundary) {
     }
 }
 
-TEST(Hatches, withASplineThatIsNoneAreKept) {
-    const DrawingText text{.entities = {"HATCH|91 1|92 1|72 4|94 3|40 0|10 0.0|20 0.0"}};
-    const auto drawing = read(text.bytes());
-    EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eNotApplicable);
-    ASSERT_EQ(drawing->findings().size(), 1u);
-    EXPECT_TRUE(drawing->findings()[0].sentence.starts_with("a spline in the hatch's boundary"));
-    EXPECT_EQ(drawing->toBytes(), text.bytes());
+TEST(Hatches, thatCannotBeUsedAreKept) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"91 1|92 1|72 4|94 3|40 0|10 0.0|20 0.0", "a spline in the hatch's boundary makes no curve"},
+        {"10 0|20 0|30 0" + square, "the hatch does not say where its boundary begins (91)"},
+        {"10 0|20 0|30 0|75 0|76 1|98 1|10 1.0|20 1.0", "the hatch does not say where its boundary"},
+    };
+    for (const auto& [groups, sentence] : cases) {
+        const DrawingText text{.entities = {"HATCH|" + groups}};
+        const auto drawing = read(text.bytes());
+        EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eNotApplicable) << groups;
+        ASSERT_EQ(drawing->findings().size(), 1u) << groups;
+        EXPECT_TRUE(drawing->findings()[0].sentence.starts_with(sentence)) << groups;
+        EXPECT_EQ(drawing->toBytes(), text.bytes());
+    }
 }
 
 } // namespace

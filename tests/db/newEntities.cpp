@@ -61,14 +61,30 @@ TEST(NewEntities, areWrittenBehindTheOthers) {
 TEST(NewEntities, takeHandlesFromTheSeed) {
     const struct {
         const char* seed;
-        Handle first;
+        Handle first, second;
         const char* seedAfterTwo;
-    } cases[] = {{"1000", 0x1000, "1002"}, {"abc", 0xABC, "ABE"}, {"50", 0x405, "407"}, {"x", 0x405, "407"}};
+        const char* otherHandle = "100";
+    } cases[] = {
+        {"1000", 0x1000, 0x1001, "1002"},
+        {"abc", 0xABC, 0xABD, "ABE"},
+        {"50", 0x405, 0x406, "407"},
+        {"x", 0x405, 0x406, "407"},
+        {"0", 0x405, 0x406, "407"},
+        // Where none are left behind the others, those that nobody has: 1 and 2 are taken.
+        {"FFFFFFFFFFFFFFFD", 0xFFFFFFFFFFFFFFFD, 0xFFFFFFFFFFFFFFFE, "FFFFFFFFFFFFFFFF"},
+        {"FFFFFFFFFFFFFFFE", 0xFFFFFFFFFFFFFFFE, 3, "FFFFFFFFFFFFFFFF"},
+        {"FFFFFFFFFFFFFFFF", 3, 4, "FFFFFFFFFFFFFFFF"},
+        {"FFFFFFFFFFFFFFFF", 4, 5, "FFFFFFFFFFFFFFFF", "3"},
+        {"1000", 3, 4, "1000", "FFFFFFFFFFFFFFFF"},
+        {"1", 3, 4, "5", "FFFFFFFFFFFFFFFE"},
+    };
     for (const auto& each : cases) {
-        const DrawingText text{.blocks = {{"B", {line, line, line, line, line}}}, .handSeed = each.seed};
+        const DrawingText text{.entities = {line + "|5 " + each.otherHandle},
+                               .blocks = {{"B", {line, line, line, line, line}}},
+                               .handSeed = each.seed};
         const auto drawing = read(text.bytes());
         EXPECT_EQ(append(*drawing, newLine()), each.first);
-        EXPECT_EQ(append(*drawing, newLine()), each.first + 1);
+        EXPECT_EQ(append(*drawing, newLine()), each.second);
         EXPECT_EQ(drawing->find(each.first)->kind, qx::db::Kind::line);
         EXPECT_EQ(read(drawing->toBytes())->headerValue("$HANDSEED", 5), each.seedAfterTwo);
     }

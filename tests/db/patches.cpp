@@ -58,6 +58,8 @@ const PatchCase cases[] = {
     {shift(1, 0), "LINE|10 9.0|10 1.0>2.0|20 2.0|11 3.0>4.0|21 4.0"},
     // Line, application groups are nobody's.
     {shift(1, 0), "LINE|102 {X|10 1.0|102 }|10 1.0>2.0|20 2.0|11 3.0>4.0|21 4.0"},
+    {shift(1, 0),
+     "LINE|10 1.0>2.0|20 2.0|11 3.0>4.0|21 4.0|102 {X|10 9.0|102 {Y|102 A|102 }|10 9.0|102 }|102 }"},
     {half, "LINE|10 1.0>-1.0|20 0.0|11 2.0>-2.0|21 0.0"},
     // Line, an embedded object's groups are its own.
     {shift(1, 0, 1), "LINE|10 1.0>2.0|20 2.0|>30 1.0|11 3.0>4.0|21 4.0|>31 1.0|101 Embedded Object|10 7.0"},
@@ -73,6 +75,13 @@ const PatchCase cases[] = {
     {shift(5, 0) * quarter,
      "POINT|10 0.0>5.0|50 0.0>90.0|1001 X|1013 2.0>0.0|1023 0.0>2.0|1011 1.0>5.0|1021 0.0>1.0"},
     {shift(5, 0), "MTEXT|10 1.0>6.0|40 2.5|1 a|101 Embedded Object|10 7.0|1001 X|1011 0.0>5.0|1021 1.0"},
+    // An embedded object says once more where its text is and where the lines run.
+    {shift(5, 0) * quarter,
+     "MTEXT|10 2.0>5.0|20 0.0>2.0|40 2.5|1 a|11 1.0>0.0|21 0.0>1.0|101 Embedded Object|70 1|10 1.0>0.0"
+     "|20 0.0>1.0|30 0.0|11 2.0>5.0|21 0.0>2.0|31 0.0|40 9.0|72 1|73 0|1001 X|1011 0.0>5.0|1040 9.0"},
+    {twice, "MTEXT|10 1.0>2.0|20 0.0|40 2.5>5.0|1 a|11 1.0>2.0|101 Embedded Object|10 1.0>2.0|20 0.0"
+            "|11 1.0>2.0|21 0.0|40 9.0>18.0|41 0.0|42 1.0>2.0|43 3.0>6.0|71 2|44 9.0>18.0|45 1.0>2.0|46 0.0"},
+    {shift(5, 0), "MTEXT|10 1.0>6.0|40 2.5|1 a|101 Embedded Object|11 x|21 1.0|1001 X|1011 0.0>5.0"},
     // Missing groups stand before extended data.
     {shift(0, 0, 1),
      "LINE|10 1.0|20 2.0|>30 1.0|11 3.0|21 4.0|>31 1.0|1001 X|1011 0.0|1021 0.0|1031 0.0>1.0"},
@@ -143,6 +152,9 @@ const PatchCase cases[] = {
     // Multiline text by neither gets a direction.
     {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|7 S|>11 0.0|>21 1.0|>31 0.0"},
     // Multiline text by both: both turn.
+    {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|210 0|220 0|230 -1|>11 0.0|>21 1.0|>31 0.0"},
+    // World x along the normal is no direction.
+    {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|210 1.0>0.0|220 0.0>1.0|230 0.0"},
     {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|11 1.0>0.0|21 0.0>1.0|50 0.0>90.0"},
     {quarter, "MTEXT|10 0.0|20 0.0|40 2.5|1 a|50 100.0>10.0|210 0|220 0|230 -1"},
     {twice, "MTEXT|10 1.0>2.0|20 0.0|40 2.5>5.0|41 9.0>18.0|1 a|11 1.0>2.0|50 0.0|44 1.5"},
@@ -188,6 +200,7 @@ const PatchCase cases[] = {
     {shift(1, 0),
      "LEADER|71 1|72 0|76 2|10 1.0>2.0|20 2.0|30 0.0|10 3.0>4.0|20 4.0|30 0.0|340 FF|211 1.0|221 "
      "0.0|231 0.0|212 0.0|222 0.0|232 0.0|213 5.0|223 0.0|233 0.0"},
+    {quarter, "LEADER|72 0|10 1.0>0.0|20 0.0>1.0|30 0.0|>211 0.0|>221 1.0|>231 0.0|340 FF"},
     {quarter, "LEADER|72 0|10 1.0>0.0|20 0.0>1.0|30 0.0|211 1.0>0.0|221 0.0>1.0|231 0.0|213 5.0>0.0|223 "
               "0.0>5.0|233 0.0"},
     // What all entities may have before a hatch's own groups is not its boundary.

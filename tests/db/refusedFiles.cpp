@@ -24,6 +24,8 @@ TEST(RefusedFiles, areRefusedWithFileLineAndReason) {
          "1: this file is in UTF-16; only single-byte texts, East Asian code pages and UTF-8 are read"},
         {"  0\rSECTION\r  2\rENTITIES\r",
          "1: the lines end with carriage returns alone; only LF and CRLF line ends are read"},
+        {tags("0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF", "\r\r\n"),
+         "1: the lines end with CR CR LF, as after a wrong conversion; only LF and CRLF line ends are read"},
         {tags("9 $ACADVER|1 AC1015|0 EOF"), "1: a drawing begins with group 0, not 9"},
         {header, "11: the file is cut off: it ends without EOF"},
         {header + "  0\nSECTION\ntwo\nENTITIES\n", "13: \"two\" is no group code"},

@@ -33,6 +33,30 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
     for (const char* each : others) EXPECT_FALSE(isSelectable(each)) << each;
 }
 
+TEST(Selectable, layersHaveNamesWithoutCase) {
+    const std::pair<const char*, const char*> same[] = {
+        {"Wand \u00C4\u00DE", "wAND \u00E4\u00FE"}, // Latin, with marks of all kinds
+        {"\u0106\u0139\u015A\u0178\u017D\u01CD\u1EA4", "\u0107\u013A\u015B\u00FF\u017E\u01CE\u1EA5"},
+        {"\uFF21\uFF3A", "\uFF41\uFF5A"}, // as wide as Chinese
+        {"\u0391\u0386\u038C\u038F\u03A3\u03A9", "\u03B1\u03AC\u03CC\u03CE\u03C2\u03C9"}, // Greek
+        {"\u0410\u042F\u0401\u0490\u04C0\u04D8", "\u0430\u044F\u0451\u0491\u04CF\u04D9"}, // Cyrillic
+    };
+    const std::pair<const char*, const char*> others[] = {
+        {"\u00D7", "\u00F7"}, {"\u0138", "\u0139"}, {"\u0130", "\u0131"}, {"\u4E2D", "\u4E2E"}, {"@", "`"}};
+    const auto isFound = [](const std::string& layer, const std::string& named) {
+        const DrawingText text{.entities = {"LINE|8 " + named + "|10 1.0|11 2.0"},
+                               .version = "AC1032",
+                               .layers = {layer + "|70 1|62 7"}};
+        const auto drawing = read(text.bytes());
+        return !drawing->isSelectable(drawing->find(0x100)); // the layer is frozen
+    };
+    for (const auto& [capital, small] : same) {
+        EXPECT_TRUE(isFound(capital, small)) << capital;
+        EXPECT_TRUE(isFound(small, capital)) << capital;
+    }
+    for (const auto& [one, other] : others) EXPECT_FALSE(isFound(one, other)) << one;
+}
+
 TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     const DrawingText text{
         .entities = {"LINE|10 1.0|20 1.0|11 2.0|21 5.0", "POINT|8 OFF|10 99.0|20 0.0",

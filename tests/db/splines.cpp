@@ -16,12 +16,20 @@ const std::string quarterCircle =
     "SPLINE|70 4|71 2|40 0|40 0|40 0|40 1|40 1|40 1|41 1|41 0.7071067811865476|41 1"
     "|10 4.0|20 0.0|10 4.0|20 4.0|10 0.0|20 4.0";
 
+/// One piece of that degree, straight.
+std::string steep(int degree) {
+    std::string text = "SPLINE|71 " + std::to_string(degree);
+    for (int i = 0; i < 2 * (degree + 1); ++i) text += i <= degree ? "|40 0" : "|40 1";
+    for (int i = 0; i <= degree; ++i) text += tag(10, i);
+    return text;
+}
+
 /// Extents, start and end, and whether it is closed; or what was found instead.
 std::string described(const std::string& entity) {
     const auto drawing = read(DrawingText{.entities = {entity}}.bytes());
     AcDbObjectPointer<AcDbCurve> curve{idOf(*drawing, 0x100)};
     if (curve.openStatus() != Acad::eOk)
-        return drawing->findings().empty() ? "" : drawing->findings().back().sentence.substr(0, 40);
+        return drawing->findings().empty() ? "" : drawing->findings().back().sentence.substr(0, 41);
     std::array<AcGePoint3d, 2> ends;
     EXPECT_EQ(curve->getStartPoint(ends[0]), Acad::eOk);
     EXPECT_EQ(curve->getEndPoint(ends[1]), Acad::eOk);
@@ -30,7 +38,7 @@ std::string described(const std::string& entity) {
 
 TEST(Splines, areReadAsTheyStand) {
     const std::string four = "|10 0.0|20 0.0|10 0.0|20 4.0|10 4.0|20 4.0|10 4.0|20 0.0";
-    const std::string none = "the spline's knots, weights and control ";
+    const std::string none = "the spline makes no curve of its knots, w";
     const std::pair<std::string, std::string> cases[] = {
         {"SPLINE|71 3" + bezierKnots + four, "0..4 0..3 0..0; 0,0 4,0 "},
         {"SPLINE|71 3|72 99|73 0|74 7" + bezierKnots + four, "0..4 0..3 0..0; 0,0 4,0 "}, // counts
@@ -56,7 +64,9 @@ TEST(Splines, areReadAsTheyStand) {
         {"SPLINE|71 3|40 0|40 0|40 0|40 1|40 0|40 1|40 1|40 1" + four, none},
         {"SPLINE|71 3|40 0|40 0|40 0|40 0|40 0|40 0|40 0|40 0" + four, none},
         {"SPLINE|71 26|40 0|10 0.0", none},
-        {"SPLINE|71 3" + bezierKnots + four + "|10 x", "the value 43 lines further on is no numb"},
+        {steep(26), "the spline is of degree 26, higher than 2"},
+        {steep(25), "0..25 0..0 0..0; 0,0 25,0 "},
+        {"SPLINE|71 3" + bezierKnots + four + "|10 x", "the value 43 lines further on is no numbe"},
     };
     for (const auto& [entity, expected] : cases) EXPECT_EQ(described(entity), expected) << entity;
 }

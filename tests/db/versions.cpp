@@ -103,14 +103,30 @@ TEST(Versions, oddFilesAreReadWithFindings) {
          "0: " + unsaid + "; 0: the drawing does not say how its texts are encoded; they are read as UTF-8"},
         {variables("|9 $ACADVER|1 AC1032") + section("X\xE9", "|1 \xFF") + entities + end,
          "14: 2 lines hold bytes that are no UTF-8"},
+        {variables("|9 $ACADVER|1 AC1032") + section("X", "|3 \xE4\xB8|1 \xAD|3 \xAD|1 \xFF") + entities +
+             end,
+         ""},
+        {variables(pages + "ANSI_936") + section("X", "|1 \xD6\xD0|1 \x95\x5C|1 x\xFF|1 \xD6|1 \xFF") +
+             entities + end,
+         "24: 3 lines hold bytes that the code page does not have"},
+        {variables(pages + "ANSI_936") + section("X", "|3 \xD6|1 \xD0\xFF") + entities + end, ""},
+        {variables(pages + "ANSI_1252") + section("X\xE9", "|1 \x81") + entities + end,
+         "20: a line holds bytes that the code page does not have; they are kept"},
+        {"\xEF\xBB\xBF"
+         "999 x|" +
+             variables(pages + "ANSI_936") + entities + end,
+         "1: the file begins with the mark of UTF-8; its texts are read so"},
         {r12 + entity + entities + "|0 ENDSEC" + end, "11: 2 records stand outside of all sections"},
         {r12 + section("HEADER", "") + entities + end,
          "11: a second section of this name; it is kept, but the first one counts"},
         {variables(pages + "ANSI_1252") + section("ENTITIES", entity + "|330 77") + end,
          "19: 1 entity names an owner that is not there; it counts to the drawing's own space"},
         {r12 + entities + section("OBJECTS", "|0 GROUP|5 B|340 A|340 C|340 0") + end,
-         "31: 2 members of this group are not there; they are passed over"},
+         "31: 2 members of this group are no entities that are there; they are passed over"},
+        {r12 + entities + end + "|0 EOF",
+         "29: the file goes on behind EOF; the rest is kept and means nothing"},
         {"999 x|" + r12 + entities + "|0 EOF\x1A", ""},
+        {"999 x|" + r12 + entities + "|0 EOF|\x1A", ""},
         {r12 + entities + section("TABLES", "|0 TABLE|2 DIMSTYLE|0 DIMSTYLE|2 X|5 A|0 ENDTAB") + end, ""},
     };
     for (const auto& [compact, expected] : cases) {
