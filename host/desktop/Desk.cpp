@@ -94,6 +94,7 @@ void Desk::drawingChanges() {
     shown_.reset();
     chosen_.clear();
     recovery_.close();
+    pending_.clear();
     wasSaved_ = false;
     becameStale(Stale::scene);
 }
@@ -358,8 +359,12 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
     follow();
-    if (drawing && !drawing->isModified()) recovery_.close();
-    wasSaved_ = wasSaved_ || running_ == "SAVE" || running_ == "SAVEAS";
+    const bool isAsSaved = drawing && !drawing->isModified();
+    wasSaved_ = wasSaved_ || (isAsSaved && (running_ == "SAVE" || running_ == "SAVEAS"));
+    if (isAsSaved && wasSaved_) {
+        recovery_.close();
+        pending_.clear();
+    }
     log(end);
 }
 
@@ -368,10 +373,20 @@ void Desk::log(ed::CommandEnd end) {
     const db::Drawing* drawing = session_.drawing();
     const bool isWorthIt = drawing && end != ed::CommandEnd::rolledBack && !changesNoDrawing(running_);
     if (!isWorthIt || isRecovering_ || !os::isFile(drawing->path())) return;
-    const bool refersBack = wasSaved_ && takesBack(running_);
-    if (refersBack && !drawing->isModified()) return;
-    const Outcome written =
-        refersBack ? recovery_.keepCopy(*drawing) : recovery_.add(drawing->path(), inputs);
+    if (wasSaved_ && takesBack(running_)) return logCopy();
+    pending_.push_back(inputs);
+    if (!drawing->isModified() && !recovery_.isBegun()) return; // there is nothing to lose as yet
+    Outcome written;
+    for (const std::string& each : std::exchange(pending_, {}))
+        if (written) written = recovery_.add(drawing->path(), each);
+    if (!written && onLogFailure) onLogFailure(written.error());
+}
+
+// What a command takes back may be older than the file: a script could not repeat that.
+void Desk::logCopy() {
+    pending_.clear();
+    if (!session_.drawing()->isModified()) return;
+    const Outcome written = recovery_.keepCopy(*session_.drawing());
     if (!written && onLogFailure) onLogFailure(written.error());
 }
 

@@ -106,6 +106,7 @@ private:
     void showDrawing();
     void becameStale(Stale what);
     void log(ed::CommandEnd end);
+    void logCopy();
     Outcome takeCopy(const std::string& copy);
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
     void click(const AcGePoint2d& place, bool shift);
@@ -138,8 +139,9 @@ private:
     std::vector<db::Record*> chosen_; ///< by the running command
 
     RecoveryLog recovery_;
-    std::string running_; ///< name of the command
-    std::string before_;  ///< what is in the script before its name: the selection that it finds
+    std::vector<std::string> pending_; ///< inputs of commands that changed nothing, before the first that did
+    std::string running_;              ///< name of the command
+    std::string before_;               ///< what is in the script before its name: the selection that it finds
     bool isRecovering_ = false;
     bool wasSaved_ = false; ///< since it was opened: what is undone may be older than the file
 };

@@ -44,6 +44,7 @@ public:
     Outcome keepCopy(const db::Drawing& drawing);
     /// Goes on with a log that was left, as if its commands had just been done.
     Outcome goOnWith(const std::string& drawing, const LeftLog& log);
+    bool isBegun() const { return file_.has_value(); }
     /// Nothing is to be recovered any more.
     void close();
 

@@ -1,6 +1,8 @@
 // What a mouse answers, read from the script that the desk keeps beside the drawing.
 #include "accmd.h"
 #include "acedads.h"
+#include "dbents.h"
+#include "dbobjptr.h"
 #include "desktop/DeskOnTest.h"
 #include "rx/CommandStack.h"
 
@@ -24,6 +26,9 @@ void askForAll() {
     acedEntSel(L"实体: ", name, point);
     acedGetPoint(nullptr, L"点: ", point);
     acedGetPoint(base, L"另一点: ", point);
+    AcDbObjectId id;
+    acdbGetObjectId(id, name);
+    AcDbObjectPointer<AcDbEntity> { id, AcDb::kForWrite } -> erase(); // so that there is something to lose
 }
 
 class Pointing : public testing::Test {

@@ -48,6 +48,8 @@ TEST_F(Recovery, RepeatsWhatWasFinished) {
 TEST_F(Recovery, LogsAreThereOnlyWhileThereIsWorkToLose) {
     DeskOnTest person{folder, scene};
     EXPECT_FALSE(isLogThere()) << "nothing was done";
+    person.type("ERASE").click(30, 0).escape().work();
+    EXPECT_FALSE(isLogThere()) << "nothing was changed";
     person.type("ERASE").type("L").type("").work();
     EXPECT_TRUE(isLogThere());
     person.type("SAVE").work();
@@ -74,6 +76,7 @@ TEST_F(Recovery, KnowsWhatWasUndoneAfterSaving) {
         std::vector<std::string> lines;
     } cases[] = {
         {"undone", {"ERASE", "L", "", "SAVE", "U"}},
+        {"undone and done again without saving", {"ERASE", "L", "", "U", "REDO"}},
         {"undone, and something else done", {"ERASE", "L", "", "SAVE", "U", "ERASE", "(handent \"A1\")", ""}},
         {"undone and done again further on",
          {"ERASE", "L", "", "ERASE", "L", "", "SAVE", "UNDO", "2", "REDO"}},
