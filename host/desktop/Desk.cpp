@@ -59,6 +59,10 @@ std::string lastLine(std::string_view text) {
     return std::string{text.substr(before == std::string_view::npos ? 0 : before + 1)};
 }
 
+bool spaceBelongs(std::string_view line) {
+    return line.find(' ') != std::string_view::npos && line.find_first_of("\n\"(") == std::string_view::npos;
+}
+
 } // namespace
 
 /// What is shown of the open drawing.
@@ -143,6 +147,12 @@ Input Desk::next(Ask ask) {
 }
 
 void Desk::type(std::string_view line) {
+    // A name may hold blanks; only quotes and forms mean anything there.
+    const bool isName = ask_ == Ask::text && answers_.empty() && !line.empty() && spaceBelongs(line);
+    if (isName) {
+        answers_.push_back({.kind = Input::Kind::text, .text = std::string{line}, .quoted = true});
+        return becameStale(Stale::marks);
+    }
     ed::Tokenizer tokens{std::string{line} + '\n'};
     for (Input input = tokens.next(); input.kind != Input::Kind::end; input = tokens.next()) {
         // A form that was never closed takes the rest of its line.

@@ -77,7 +77,7 @@ std::vector<std::string> Pointing::click(Ask ask, const Cursor& cursor) {
     case Ask::entity: {
         const db::Record* record = under(ask, cursor);
         const AcGePoint3d place = rounded(cursor.world, cursor.pixel);
-        if (!record || record->handle == 0) return {answerFor(place)};
+        if (!record || !hasOwnHandle(record)) return {answerFor(place)};
         return {"(list " + handent(record) + " (list " + coordinates(session_.frame().toUser(place), ' ') +
                 "))"};
     }
@@ -98,7 +98,7 @@ std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
     std::vector<std::string> answers;
     if (db::Record* record = under(Ask::selection, cursor)) {
         for (const db::Record* each : withGroups(session_, record))
-            answers.push_back(each->handle ? handent(each) : answerFor(cursor.world));
+            answers.push_back(hasOwnHandle(each) ? handent(each) : answerFor(cursor.world));
     } else if (!corner_) {
         corner_ = rounded(cursor.world, cursor.pixel);
         return {};
@@ -139,6 +139,11 @@ void Pointing::select(const std::vector<db::Record*>& records, bool removes) {
         session_.pickFirst.remove(records);
     else
         session_.pickFirst.add(records);
+}
+
+// A handle that is given twice means the object that had it first.
+bool Pointing::hasOwnHandle(const db::Record* record) const {
+    return record->handle != 0 && session_.drawing()->find(record->handle) == record;
 }
 
 std::string Pointing::answerFor(const AcGePoint3d& world) const {

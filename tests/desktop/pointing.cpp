@@ -109,6 +109,21 @@ TEST_F(Pointing, WhatIsSelectedFirstIsGrouped) {
     EXPECT_EQ(person.recoveryScript(), "(select (handent \"A1\") (handent \"A2\"))\nGROUP\n\n; done\n");
 }
 
+TEST_F(Pointing, AHandleThatIsGivenTwiceNamesNobody) {
+    DeskOnTest person{folder,
+                      {.entities = {"LINE|5 A1|10 0|20 0|11 100|21 0", "LINE|5 A1|10 0|20 40|11 100|21 40",
+                                    "LINE|5 A2|10 0|20 75|11 100|21 75"}}};
+    person.type("ERASE").click(50, 40).type("").work();
+    EXPECT_FALSE(person.drawing().find(0xA1)->has(db::Record::erased)) << "the first one has the handle";
+    EXPECT_EQ(person.drawing().history().changedByLast(1).size(), 1u);
+}
+
+TEST_F(Pointing, NamesMayHoldBlanks) {
+    DeskOnTest person{folder, scene};
+    person.type("SAVEAS").type(folder / "site plan.dxf").work();
+    EXPECT_TRUE(std::filesystem::exists(folder / "site plan.dxf"));
+}
+
 TEST_F(Pointing, EnterAloneRepeatsTheLastCommand) {
     DeskOnTest person{folder, scene};
     person.type("ERASE").click(30, 0).type("").type("").click(40, 40).type("").work();
