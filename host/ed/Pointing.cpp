@@ -1,10 +1,9 @@
 #include "ed/Pointing.h"
 
-#include "dxf/Tag.h"
+#include "ed/forms.h"
 #include "ed/picking.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -12,19 +11,6 @@ namespace qx::ed {
 namespace {
 
 constexpr double aperturePixels = 10; // of object snaps
-
-std::string numberText(double value) {
-    char digits[32];
-    return {digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
-}
-
-std::string coordinates(const AcGePoint3d& point, char between) {
-    return numberText(point.x) + between + numberText(point.y) + between + numberText(point.z);
-}
-
-std::string handent(const db::Record* record) {
-    return "(handent \"" + dxf::handleText(record->handle) + "\")";
-}
 
 /// A point that nobody means to a hundredth of a pixel doesn't need more digits.
 AcGePoint3d rounded(const AcGePoint3d& world, double pixel) {
@@ -78,8 +64,8 @@ std::vector<std::string> Pointing::click(Ask ask, const Cursor& cursor) {
         const db::Record* record = under(ask, cursor);
         const AcGePoint3d place = rounded(cursor.world, cursor.pixel);
         if (!record || !hasOwnHandle(record)) return {answerFor(place)};
-        return {"(list " + handent(record) + " (list " + coordinates(session_.frame().toUser(place), ' ') +
-                "))"};
+        return {"(list " + handentForm(record->handle) + " (list " +
+                textOf(session_.frame().toUser(place), ' ') + "))"};
     }
     case Ask::selection:
         return clickAtSelection(cursor);
@@ -98,7 +84,7 @@ std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
     std::vector<std::string> answers;
     if (db::Record* record = under(Ask::selection, cursor)) {
         for (const db::Record* each : withGroups(session_, record))
-            answers.push_back(hasOwnHandle(each) ? handent(each) : answerFor(cursor.world));
+            answers.push_back(hasOwnHandle(each) ? handentForm(each->handle) : answerFor(cursor.world));
     } else if (!corner_) {
         corner_ = rounded(cursor.world, cursor.pixel);
         return {};
@@ -141,13 +127,8 @@ void Pointing::select(const std::vector<db::Record*>& records, bool removes) {
         session_.pickFirst.add(records);
 }
 
-// A handle that is given twice means the object that had it first.
-bool Pointing::hasOwnHandle(const db::Record* record) const {
-    return record->handle != 0 && session_.drawing()->find(record->handle) == record;
-}
-
 std::string Pointing::answerFor(const AcGePoint3d& world) const {
-    return coordinates(session_.frame().toUser(world), ',');
+    return textOf(session_.frame().toUser(world), ',');
 }
 
 } // namespace qx::ed

@@ -45,7 +45,6 @@ public:
 private:
     std::vector<std::string> clickAtSelection(const Cursor& cursor);
     void clickBetweenCommands(const Cursor& cursor);
-    bool hasOwnHandle(const db::Record* record) const;
     std::string answerFor(const AcGePoint3d& world) const;
     std::vector<db::Record*> within(const AcGePoint3d& corner, const AcGePoint3d& opposite) const;
     std::vector<db::Record*> aroundCursor(const Cursor& cursor, double reach) const;

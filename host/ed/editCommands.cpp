@@ -6,20 +6,10 @@
 #include "ed/prompts.h"
 #include "os/encoding.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace qx::ed {
 namespace {
-
-std::string shortest(double value) {
-    char buffer[32];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
-}
-
-std::string textOf(const AcGePoint3d& point) {
-    return shortest(point.x) + ',' + shortest(point.y) + ',' + shortest(point.z);
-}
 
 std::string extentsOf(const AcDbEntity& entity) {
     AcDbExtents extents;

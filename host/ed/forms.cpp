@@ -1,5 +1,6 @@
 #include "ed/forms.h"
 
+#include "dxf/Tag.h"
 #include "ed/FormReader.h"
 
 #include <utility>
@@ -12,6 +13,12 @@ FormReader& takeHandent(FormReader& reader, std::uint64_t& handle) {
 }
 
 } // namespace
+
+bool hasOwnHandle(const db::Record* record) {
+    return record->handle != 0 && db::RecordChain::drawingOf(record)->find(record->handle) == record;
+}
+
+std::string handentForm(std::uint64_t handle) { return "(handent \"" + dxf::handleText(handle) + "\")"; }
 
 std::optional<std::uint64_t> parseHandent(std::string_view form) {
     std::uint64_t handle = 0;

@@ -3,16 +3,22 @@
 // the parts as one likes; whatever else stands there makes it no form.
 #pragma once
 
+#include "db/Drawing.h"
 #include "ed/points.h"
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 namespace qx::ed {
 
-/// The handle in `(handent "2F")`.
+/// Whether its handle means this object: of two that have the same one, it means the first.
+QX_HOST_API bool hasOwnHandle(const db::Record* record);
+/// `(handent "2F")`
+QX_HOST_API std::string handentForm(std::uint64_t handle);
+/// The handle in that.
 QX_HOST_API std::optional<std::uint64_t> parseHandent(std::string_view form);
 
 /// An object by its handle, and where it is picked.

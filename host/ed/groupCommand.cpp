@@ -1,8 +1,10 @@
+#include "ed/forms.h"
 #include "ed/hostCommands.h"
 #include "ed/prompts.h"
 #include "os/encoding.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace qx::ed {
@@ -39,8 +41,7 @@ std::optional<std::string> askName(Session& session) {
 std::vector<db::Record*> askMembers(Session& session) {
     std::vector<db::Record*> members;
     for (const AcDbObjectId id : askObjects()) members.push_back(id.record());
-    const auto unnamed = std::erase_if(
-        members, [&](const db::Record* each) { return session.drawing()->find(each->handle) != each; });
+    const auto unnamed = std::erase_if(members, std::not_fn(hasOwnHandle));
     if (unnamed > 0) say(session, std::to_string(unnamed) + " 个对象没有自己的句柄，不能编组。");
     return members;
 }

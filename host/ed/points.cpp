@@ -37,4 +37,12 @@ std::optional<TypedPoint> parsePoint(std::string_view text) {
     return point;
 }
 
+std::string textOf(const AcGePoint3d& point, char between) {
+    const auto shortest = [](double value) {
+        char digits[32];
+        return std::string{digits, std::to_chars(digits, digits + sizeof digits, value).ptr};
+    };
+    return shortest(point.x) + between + shortest(point.y) + between + shortest(point.z);
+}
+
 } // namespace qx::ed

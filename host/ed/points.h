@@ -2,10 +2,12 @@
 // `*x,y[,z]` in world coordinates. Numbers are decimal, with `.` as the point, and finite.
 #pragma once
 
+#include "gepnt3d.h"
 #include "qxexport.h"
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace qx::ed {
@@ -24,5 +26,8 @@ QX_HOST_API std::optional<TypedPoint> parsePoint(std::string_view text);
 
 /// A finite decimal number that takes the whole text; nothing for anything else.
 QX_HOST_API std::optional<double> parseReal(std::string_view text);
+
+/// A point as it can be typed: with as many digits as tell it from its neighbours.
+QX_HOST_API std::string textOf(const AcGePoint3d& point, char between = ',');
 
 } // namespace qx::ed
