@@ -1,5 +1,7 @@
 #include "desktop/Canvas_win32.h"
 
+#include "desktop/windowProcedure_win32.h"
+
 #include <windowsx.h>
 
 #include <algorithm>
@@ -51,7 +53,7 @@ Canvas::Canvas(HWND parent, Desk& desk) : desk_{desk} {
     WNDCLASSEXW info{};
     info.cbSize = sizeof info;
     info.style = CS_DBLCLKS;
-    info.lpfnWndProc = &procedure;
+    info.lpfnWndProc = &windowProcedure<Canvas>;
     info.hInstance = instance;
     info.lpszClassName = className;
     ::RegisterClassExW(&info);
@@ -69,18 +71,8 @@ void Canvas::update() {
     if (desk_.needsPaint()) ::InvalidateRect(window_, nullptr, FALSE);
 }
 
-LRESULT CALLBACK Canvas::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* canvas = static_cast<Canvas*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        canvas->window_ = window;
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(canvas));
-    }
-    auto* canvas = reinterpret_cast<Canvas*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    return canvas ? canvas->handle(message, wParam, lParam)
-                  : ::DefWindowProcW(window, message, wParam, lParam);
-}
-
-LRESULT Canvas::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT Canvas::handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    window_ = window;
     const AcGePoint2d place = placeIn(lParam);
     switch (message) {
     case WM_SIZE:

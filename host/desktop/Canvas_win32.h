@@ -17,6 +17,8 @@ public:
     Canvas& operator=(const Canvas&) = delete;
 
     HWND window() const { return window_; }
+    /// A message of the window.
+    LRESULT handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     void place(const RECT& place);
     /// Has the picture painted again where it is stale.
     void update();
@@ -26,8 +28,6 @@ public:
 private:
     class Bitmap;
 
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     void resize();
     void paint();
     void mouseMoved(const AcGePoint2d& place, WPARAM keys);

@@ -2,6 +2,7 @@
 
 #include "afx/ModalLoop.h"
 #include "desktop/resource.h"
+#include "desktop/windowProcedure_win32.h"
 #include "os/encoding.h"
 
 #include <commdlg.h>
@@ -83,7 +84,7 @@ MainWindow::MainWindow() {
     const HICON icon = ::LoadIconW(instance, MAKEINTRESOURCEW(IDI_DESK));
     WNDCLASSEXW info{};
     info.cbSize = sizeof info;
-    info.lpfnWndProc = &procedure;
+    info.lpfnWndProc = &windowProcedure<MainWindow>;
     info.hInstance = instance;
     info.hIcon = icon;
     info.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
@@ -151,17 +152,8 @@ void MainWindow::makeToolbar() {
     }
 }
 
-LRESULT CALLBACK MainWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        auto* self = static_cast<MainWindow*>(reinterpret_cast<CREATESTRUCTW*>(lParam)->lpCreateParams);
-        self->window_ = window;
-        ::SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
-    }
-    auto* self = reinterpret_cast<MainWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self ? self->handle(message, wParam, lParam) : ::DefWindowProcW(window, message, wParam, lParam);
-}
-
-LRESULT MainWindow::handle(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT MainWindow::handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    window_ = window;
     switch (message) {
     case WM_SIZE:
         arrange();

@@ -23,6 +23,8 @@ public:
     MainWindow& operator=(const MainWindow&) = delete;
 
     HWND window() const { return window_; }
+    /// A message of the window.
+    LRESULT handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     CommandPane& pane() { return *pane_; }
     /// From now on it shows what the desk does, and the desk is told what a person does.
     void attach(ed::Session& session, Desk& desk);
@@ -41,8 +43,6 @@ public:
 private:
     enum class Changes { save, drop, stay }; ///< what shall become of them
 
-    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam);
     void makeToolbar();
     void arrange();
     void obey(int command);
