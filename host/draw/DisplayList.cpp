@@ -194,7 +194,8 @@ void DisplayList::drawItem(const Item& item, Raster& raster, const View& view, G
     constexpr double readable = 4; // pixels
     const Colour colour = colourOn(ground, item.colour);
     const AcGeVector3d size = item.box.max - item.box.min;
-    const bool isSmall = !item.box.isEmpty() && std::max(size.x, size.y) * view.scale() < 1;
+    const bool hasExtents = !item.box.isEmpty() && item.rays.begin == item.rays.end;
+    const bool isSmall = hasExtents && std::max(size.x, size.y) * view.scale() < 1;
     if (isSmall) return raster.point(view.toScreen(item.box.min), colour);
     trace(item, view, [&](const AcGePoint2d& from, const AcGePoint2d& to) { raster.line(from, to, colour); });
     for (std::uint32_t i = item.texts.begin; i < item.texts.end; ++i) {

@@ -131,6 +131,17 @@ TEST_F(Picture, PanningByPixelsIsWhatDrawingAnewWouldShow) {
     }
 }
 
+TEST_F(Picture, PanningEndsWhereCoordinatesEnd) {
+    for (int i = 0; i < 200; ++i) person.desk.zoom(0.5, {200, 150});
+    for (int i = 0; i < 5; ++i) {
+        person.picture();
+        person.desk.pan(300, 40);
+        const auto panned = person.picture();
+        person.desk.setGround(draw::Ground::dark);
+        EXPECT_EQ(person.picture(), panned) << i;
+    }
+}
+
 TEST_F(Picture, ZoomsByCommand) {
     const auto visible = [&] {
         const shape::Box box = person.desk.view().worldOf(0, 0, DeskOnTest::width, DeskOnTest::height);
