@@ -2,16 +2,14 @@
 
 #include "accmd.h"
 #include "desktop/marks.h"
-#include "dxf/Tag.h"
 #include "ed/ScriptSource.h"
 #include "ed/Tokenizer.h"
+#include "ed/forms.h"
 #include "ed/prompts.h"
-#include "os/encoding.h"
 #include "rx/CommandStack.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
 #include <utility>
 
@@ -25,9 +23,9 @@ constexpr double dragged = 4; // pixels, from which on a press and a release are
 
 Desk* current = nullptr;
 
-/// Their inputs mean nothing to who repeats what was done to a drawing.
-bool changesNoDrawing(const std::string& command) {
-    constexpr std::array names{"OPEN", "SAVE", "SAVEAS", "QUIT", "ZOOM", "LIST"};
+/// Whoever repeats what was done to the drawing must leave these out.
+bool isLeftOut(const std::string& command) {
+    constexpr std::array names{"OPEN", "SAVE", "SAVEAS", "QUIT", "ZOOM"};
     return std::ranges::find(names, command) != names.end();
 }
 
@@ -41,14 +39,11 @@ bool takesBack(const std::string& command) {
 std::string selectionForms(const ed::RecordSet& set) {
     constexpr std::size_t most = 100;
     std::string forms;
-    std::size_t count = 0;
-    for (const db::Record* each : set.members()) {
-        if (each->handle == 0) continue;
-        if (count % most == 0) forms += count == 0 ? "(select" : ")\n(select add";
-        forms += " (handent \"" + dxf::handleText(each->handle) + "\")";
-        ++count;
+    for (std::size_t i = 0; i < set.size(); ++i) {
+        if (i % most == 0) forms += i == 0 ? "(select" : ")\n(select add";
+        forms += ' ' + ed::handentForm(set.members()[i]->handle);
     }
-    return forms.empty() ? forms : forms + ")\n";
+    return forms + ")\n";
 }
 
 Input cancelling() { return {.kind = Input::Kind::cancel, .text = {}}; }
@@ -83,7 +78,6 @@ Desk::Desk(ed::Session& session, std::function<bool()> wait) : session_{session}
     session_.observer = this;
     session_.line().keepsScript = true;
     registerZoom();
-    if (session_.drawing()) showDrawing();
 }
 
 Desk::~Desk() {
@@ -99,7 +93,7 @@ void Desk::drawingChanges() {
     chosen_.clear();
     recovery_.close();
     pending_.clear();
-    wasSaved_ = false;
+    hasOlderSteps_ = isUnsayable_ = false;
     becameStale(Stale::scene);
 }
 
@@ -229,17 +223,21 @@ void Desk::click(const AcGePoint2d& place, bool shift) {
 // ---- the view
 
 void Desk::setCanvas(draw::Colour* scene, int width, int height, draw::TextPainter& texts, int dotsPerInch) {
+    const bool isFirst = !scene_;
     scene_ = scene;
     texts_ = &texts;
     dotsPerInch_ = dotsPerInch;
-    const bool isFirst = view_.width() == 1 && view_.height() == 1;
     view_.resize(width, height);
     if (isFirst) zoomExtents();
     becameStale(Stale::scene);
 }
 
+// Where coordinates end the view stops; then the pixels must not move on.
 void Desk::pan(int right, int down) {
+    const AcGePoint3d corner = view_.toWorld({0, 0});
     view_.pan(right, down);
+    const AcGeVector2d moved = view_.toScreen(corner) - AcGePoint2d{0, 0};
+    if ((moved - AcGeVector2d(right, down)).length() > 0.5) becameStale(Stale::scene);
     if (scene_ && stale_ != Stale::scene && shown_) {
         draw::Raster raster{scene_, view_.width(), view_.height()};
         for (const draw::PixelRect& each : raster.scroll(right, down)) {
@@ -360,8 +358,10 @@ void Desk::commandBegins(const db::Drawing* drawing, const std::string& name) {
     running_ = name;
     chosen_.clear();
     const std::string typed = lastLine(session_.line().takeScript());
-    const bool findsSelection = drawing && !session_.pickFirst.isEmpty();
-    before_ = (findsSelection ? selectionForms(session_.pickFirst) : std::string{}) + typed;
+    before_ = typed;
+    if (!drawing || session_.pickFirst.isEmpty()) return;
+    before_.insert(0, selectionForms(session_.pickFirst));
+    isUnsayable_ = isUnsayable_ || !std::ranges::all_of(session_.pickFirst.members(), ed::hasOwnHandle);
 }
 
 void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
@@ -369,35 +369,48 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
     follow();
-    const bool isAsSaved = drawing && !drawing->isModified();
-    wasSaved_ = wasSaved_ || (isAsSaved && (running_ == "SAVE" || running_ == "SAVEAS"));
-    if (isAsSaved && wasSaved_) {
+    const bool isAsInFile = drawing && !drawing->isModified();
+    hasOlderSteps_ = hasOlderSteps_ || (isAsInFile && (running_ == "SAVE" || running_ == "SAVEAS"));
+    if (isAsInFile && hasOlderSteps_) {
         recovery_.close();
         pending_.clear();
+        isUnsayable_ = false;
     }
     log(end);
 }
 
+// What changed nothing counts as well, since later commands may go on from it; but not what ended by a
+// refused answer, as a script would.
 void Desk::log(ed::CommandEnd end) {
+    const bool stands =
+        end == ed::CommandEnd::changed || (end == ed::CommandEnd::unchanged && !session_.line().wasRefused());
     const std::string inputs = before_ + session_.line().takeScript();
     const db::Drawing* drawing = session_.drawing();
-    const bool isWorthIt = drawing && end != ed::CommandEnd::rolledBack && !changesNoDrawing(running_);
-    if (!isWorthIt || isRecovering_ || !os::isFile(drawing->path())) return;
-    if (wasSaved_ && takesBack(running_)) return logCopy();
-    pending_.push_back(inputs);
-    if (!drawing->isModified() && !recovery_.isBegun()) return; // there is nothing to lose as yet
-    Outcome written;
-    for (const std::string& each : std::exchange(pending_, {}))
-        if (written) written = recovery_.add(drawing->path(), each);
-    if (!written && onLogFailure) onLogFailure(written.error());
+    if (!stands || !drawing || isRecovering_ || isLeftOut(running_) || !os::isFile(drawing->path())) return;
+    const Outcome written = logInputs(*drawing, inputs);
+    if (written) return;
+    isUnsayable_ = true; // the log has a hole
+    if (onLogFailure) onLogFailure(written.error());
 }
 
-// What a command takes back may be older than the file: a script could not repeat that.
-void Desk::logCopy() {
-    pending_.clear();
-    if (!session_.drawing()->isModified()) return;
-    const Outcome written = recovery_.keepCopy(*session_.drawing());
-    if (!written && onLogFailure) onLogFailure(written.error());
+// Where a script can't say what was done, since it undoes what is older than the log, or names what has no
+// name, a copy takes its place.
+Outcome Desk::logInputs(const db::Drawing& drawing, const std::string& inputs) {
+    const bool hasWorkToLose = drawing.isModified() || recovery_.isBegun();
+    if (isUnsayable_ || (hasOlderSteps_ && takesBack(running_))) {
+        pending_.clear();
+        if (!hasWorkToLose) return {};
+        const Outcome written = recovery_.keepCopy(drawing);
+        isUnsayable_ = !written;
+        hasOlderSteps_ = true;
+        return written;
+    }
+    pending_.push_back(inputs);
+    if (!hasWorkToLose) return {};
+    Outcome written;
+    for (const std::string& each : std::exchange(pending_, {}))
+        if (written) written = recovery_.add(drawing.path(), each);
+    return written;
 }
 
 Outcome Desk::recover(const LeftLog& log) {
@@ -408,7 +421,7 @@ Outcome Desk::recover(const LeftLog& log) {
         done = Outcome::failure(session_.line().failure());
     isRecovering_ = false;
     session_.line().takeScript();
-    wasSaved_ = !log.copy.empty();
+    hasOlderSteps_ = !log.copy.empty();
     return done ? recovery_.goOnWith(session_.drawing()->path(), log) : done;
 }
 

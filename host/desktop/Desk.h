@@ -106,7 +106,7 @@ private:
     void showDrawing();
     void becameStale(Stale what);
     void log(ed::CommandEnd end);
-    void logCopy();
+    Outcome logInputs(const db::Drawing& drawing, const std::string& inputs);
     Outcome takeCopy(const std::string& copy);
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
     void click(const AcGePoint2d& place, bool shift);
@@ -139,11 +139,12 @@ private:
     std::vector<db::Record*> chosen_; ///< by the running command
 
     RecoveryLog recovery_;
-    std::vector<std::string> pending_; ///< inputs of commands that changed nothing, before the first that did
+    std::vector<std::string> pending_; ///< inputs of commands before there was anything to lose
     std::string running_;              ///< name of the command
     std::string before_;               ///< what is in the script before its name: the selection that it finds
     bool isRecovering_ = false;
-    bool wasSaved_ = false; ///< since it was opened: what is undone may be older than the file
+    bool hasOlderSteps_ = false; ///< than what the log goes on from: what is undone may be one of them
+    bool isUnsayable_ = false;   ///< something that a script can't say was done and is not in the log
 };
 
 } // namespace qx::desktop

@@ -2,15 +2,14 @@
 #include "desktop/dialogAnswers_win32.h"
 #include "ed/ScriptSource.h"
 #include "os/crashes.h"
-#include "os/encoding.h"
 #include "os/terminal.h"
 #include "rx/ModuleLoader.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qx::desktop {
@@ -58,6 +57,7 @@ public:
         const Outcome loaded = rx::moduleLoader().load(os::programFolder() + "/QX_GroupAlignment.arx");
         if (!loaded) session_.line().note("无法加载模块", loaded.error());
         if (!options_.drawing.empty()) open(options_.drawing);
+        if (left_) recoverWhatWasLeft();
         if (!options_.script.empty()) runScript();
         while (!session_.quitRequested && !desk_.isOver()) {
             if (left_) recoverWhatWasLeft();
@@ -118,11 +118,16 @@ private:
     void runScript() {
         const auto bytes = os::readFile(options_.script);
         if (!bytes) return window_.tells(bytes.error());
-        session_.variables().force("CMDDIA", 0);
-        ed::ScriptSource script{std::string{bytes->view()}, options_.script};
+        // As commands of their own, so that they are repeated with what the script did.
+        run("SETVAR CMDDIA 0\n", "qxdesk");
+        run(std::string{bytes->view()}, options_.script);
+        run("SETVAR CMDDIA 1\n", "qxdesk");
+    }
+
+    void run(std::string text, const std::string& name) {
+        ed::ScriptSource script{std::move(text), name};
         if (ed::CommandRunner{session_}.run(script) == ed::RunEnd::failed)
             session_.line().transcript.sentence("脚本失败: " + session_.line().failure());
-        session_.variables().force("CMDDIA", 1);
     }
 
     Options options_;

@@ -104,12 +104,14 @@ Input CommandLine::readSources(Ask what) {
 
 void CommandLine::noteAnswer(const Input& input) {
     if (!keepsScript) return;
+    wasRefused_ = false;
     lastAnswer_ = script_.size();
     script_ += scriptOf(input);
 }
 
 void CommandLine::refuse(std::string_view sentence, const std::string& reason) {
     script_.resize(std::min(lastAnswer_, script_.size()));
+    wasRefused_ = true;
     transcript.sentence(sentence);
     if (!isInteractive()) fail(reason);
 }

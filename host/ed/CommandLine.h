@@ -46,7 +46,12 @@ public:
     /// The answers that were taken from the sources since this was asked last, refused ones left out, as a
     /// script that gives the same; kept only where somebody wants them.
     bool keepsScript = false;
-    std::string takeScript() { return std::exchange(script_, {}); }
+    std::string takeScript() {
+        wasRefused_ = false;
+        return std::exchange(script_, {});
+    }
+    /// Whether the last one was refused, and no other was asked for.
+    bool wasRefused() const { return wasRefused_; }
     /// What was answered elsewhere than at a prompt goes into that script too.
     void noteAnswer(const Input& input);
 
@@ -77,6 +82,7 @@ private:
     std::string failure_;
     std::size_t line_ = 0;
     std::string script_;
+    bool wasRefused_ = false;
     std::size_t lastAnswer_ = 0; ///< where it begins there
 };
 

@@ -100,12 +100,10 @@ void CommandRunner::callFunction(const std::string& form) {
     rx::LispAnswer answer;
     perform(form, ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW, [&] {
         answer = rx::moduleLoader().invoke(os::toWide(name));
+        if (!answer.defined) complain("; 错误: 函数未定义: " + name, "undefined function \"" + name + '"');
         return answer.outcome;
     });
-    if (!answer.defined)
-        complain("; 错误: 函数未定义: " + abridged(name), "undefined function \"" + abridged(name) + '"');
-    else if (!answer.text.empty())
-        session_.line().transcript.sentence(answer.text);
+    if (answer.defined && !answer.text.empty()) session_.line().transcript.sentence(answer.text);
 }
 
 void CommandRunner::perform(const std::string& name, int flags, const Body& body) {

@@ -27,10 +27,14 @@ SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::s
       removePrompt_{std::move(removePrompt)}, set_{session.drawing()} {}
 
 SelectionPrompt::End SelectionPrompt::run() {
-    session_.selecting = &set_;
-    const End end = askUntilEnter();
-    session_.selecting = nullptr;
-    return end;
+    // Also when the dialogue throws.
+    struct Shown {
+        explicit Shown(Session& session, const RecordSet& set) : of{session} { of.selecting = &set; }
+        ~Shown() { of.selecting = nullptr; }
+        Session& of;
+    };
+    const Shown shown{session_, set_};
+    return askUntilEnter();
 }
 
 SelectionPrompt::End SelectionPrompt::askUntilEnter() {
