@@ -1,7 +1,6 @@
 #include "db/Drawing.h"
 
 #include "db/FieldTable.h"
-#include "db/HandleHash.h"
 #include "db/classes.h"
 #include "dbents.h"
 #include "dbsymtb.h"
@@ -20,18 +19,8 @@ namespace {
 
 constexpr std::size_t mostFindings = 1000; // of one drawing; more help nobody
 
-std::size_t indexPlace(std::uint64_t handle, std::size_t capacity) {
-    return HandleHash{}(handle) & (capacity - 1);
-}
-
 Kind kindOfNew(const AcDbEntity& entity) {
     return kindOf(os::toUtf8(std::wstring_view{entity.isA()->dxfName()}), true);
-}
-
-void putIntoIndex(std::vector<Record*>& index, Record* record) {
-    std::size_t place = indexPlace(record->handle, index.size());
-    while (index[place] && index[place]->handle != record->handle) place = (place + 1) & (index.size() - 1);
-    if (!index[place]) index[place] = record;
 }
 
 } // namespace
@@ -78,28 +67,10 @@ std::string_view Drawing::bytesOf(const Record* record) const {
 
 // ---- finding objects
 
-void Drawing::buildIndex() const {
-    std::size_t capacity = 64;
-    while (capacity < 2 * records_.size()) capacity *= 2;
-    index_.assign(capacity, nullptr);
-    indexed_ = records_.size();
-    for (Record* each = records_.first(); each; each = RecordChain::next(each))
-        if (each->handle) putIntoIndex(index_, each);
-}
-
-void Drawing::addToIndex(Record* record) const {
-    if (index_.empty()) return;
-    if (2 * ++indexed_ > index_.size()) return buildIndex();
-    putIntoIndex(index_, record);
-}
-
 Record* Drawing::find(std::uint64_t handle) const {
     if (handle == 0) return nullptr;
-    if (index_.empty()) buildIndex();
-    for (std::size_t place = indexPlace(handle, index_.size()); index_[place];
-         place = (place + 1) & (index_.size() - 1))
-        if (index_[place]->handle == handle) return index_[place];
-    return nullptr;
+    if (!index_.isBuilt()) index_.build(records_);
+    return index_.find(handle);
 }
 
 Record* Drawing::findBlock(std::string_view name) const {
@@ -287,7 +258,7 @@ Record* Drawing::addNew(Kind kind, AcDbObject* object, Record* owner) {
     record->set(Record::isNew);
     object->setRecord(record);
     history_.logNew(record);
-    addToIndex(record);
+    if (index_.isBuilt()) index_.add(record);
     return record;
 }
 

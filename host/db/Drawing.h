@@ -8,6 +8,7 @@
 #include "db/Blocks.h"
 #include "db/FieldMove.h"
 #include "db/Finding.h"
+#include "db/HandleIndex.h"
 #include "db/History.h"
 #include "db/Layers.h"
 #include "db/Record.h"
@@ -260,8 +261,6 @@ private:
     AcDbObject* read(Record* record) const;
     void addAsAtOpening(Record* record, shape::Sink& sink) const;
     std::unique_ptr<AcDbObject> decoded(Record* record) const;
-    void buildIndex() const;
-    void addToIndex(Record* record) const;
     Acad::ErrorStatus tryOpen(Record* record, AcDb::OpenMode mode, bool openErased, AcDbObject*& object);
     Acad::ErrorStatus tryUpgrade(Record* record);
     Acad::ErrorStatus refusal(const Record* record, AcDb::OpenMode mode, bool openErased) const;
@@ -302,8 +301,7 @@ private:
     mutable std::vector<std::size_t> linesBefore_;     ///< each stretch of the file, as far as was asked
     mutable std::optional<std::unordered_map<std::string, TextStyle>> textStyles_; ///< by folded name
     mutable std::set<std::pair<const char*, std::string>> noted_; ///< what the findings say, and where
-    mutable std::vector<Record*> index_; ///< open addressing by handle; empty until first used
-    mutable std::size_t indexed_ = 0;
+    mutable HandleIndex index_;                                   ///< built when it is first used
     mutable std::uint32_t mark_ = 0;
     std::uint64_t nextHandle_ = 0; ///< 0 until the first new object asks for one
     bool takesGaps_ = false;       ///< there are none behind all others any more

@@ -88,6 +88,7 @@ private:
     void readAgain();
     void reportTexts();
     void refuse(const char* at, const std::string& what);
+    bool isWhole(std::string_view text) const;
     void lookAt(const char* to);
     void noteWhatIsBehind(const char* end);
 
@@ -105,7 +106,7 @@ private:
     bool isComplete_ = false;
     bool isOutOfOrder_ = false; ///< a section stands behind what refers to it
     std::vector<SectionStart> sections_;
-    bool isAscii_ = true;            ///< as far as was looked
+    bool areTextsWhole_ = true;      ///< as far as was looked
     const char* lookedAt_ = nullptr; ///< so far
     const char* nextLook_ = nullptr;
     const char* nextReport_ = nullptr;
@@ -138,7 +139,7 @@ std::string Reader::refusedByContent() const {
     if (file.starts_with("\xFF\xFE") || file.starts_with("\xFE\xFF"))
         return refused(
             "this file is in UTF-16; only single-byte texts, East Asian code pages and UTF-8 are read");
-    if (const std::size_t end = file.find("\r\r\n"); end != file.npos && end < file.find('\n'))
+    if (file.substr(0, file.find('\n') + 1).ends_with("\r\r\n"))
         return refused("the lines end with CR CR LF, as after a wrong conversion; only LF and CRLF line ends "
                        "are read");
     if (file.find('\n') == std::string_view::npos && file.find('\r') < file.size() - 1)
@@ -442,7 +443,7 @@ void Reader::reportTexts() {
     const char* begin = bytes().data();
     if (!texts_.finding.empty())
         drawing_.addFindingAt(texts_.isMarked ? begin : place("$DWGCODEPAGE", 3), texts_.finding);
-    if (isAscii_) return;
+    if (areTextsWhole_) return;
     const BrokenLines broken = linesWithBrokenText({begin, lookedAt_}, *texts_.encoding);
     if (broken.count == 0) return;
     drawing_.addFindingAt(
@@ -453,9 +454,14 @@ void Reader::reportTexts() {
             (broken.count == 1 ? "" : ", this is the first") + "; they are kept, and shown as \xEF\xBF\xBD");
 }
 
+bool Reader::isWhole(std::string_view text) const {
+    const bool isUtf8 = drawing_.encoding_ && drawing_.encoding_->isUtf8();
+    return isUtf8 ? os::brokenUtf8In(text) == text.size() : os::isAscii(text);
+}
+
 // What was walked over a moment ago is looked at cheaply.
 void Reader::lookAt(const char* to) {
-    isAscii_ = isAscii_ && os::isAscii({lookedAt_, to});
+    areTextsWhole_ = areTextsWhole_ && isWhole({lookedAt_, to});
     lookedAt_ = to;
     nextLook_ = to + bytesBetweenLooks;
     if (to < nextReport_) return;

@@ -34,7 +34,6 @@ struct ClassEntry {
     std::unique_ptr<AcDbObject> (*make)();
 };
 
-// Sorted by name for the search.
 constexpr std::array classes{
     ClassEntry{"3DFACE", Kind::face, make<AcDbFace>},
     ClassEntry{"3DLINE", Kind::line, make<AcDbLine>}, // up to R10
@@ -72,7 +71,25 @@ constexpr std::array classes{
     ClassEntry{"VERTEX", Kind::vertex, make<AcDbEntity>},
     ClassEntry{"XLINE", Kind::xline, make<AcDbXline>},
 };
-static_assert(std::ranges::is_sorted(classes, {}, &ClassEntry::name));
+
+// Every record asks for its kind: one comparison mostly tells it.
+constexpr std::size_t places = 128;
+constexpr std::size_t placeOf(std::string_view name) {
+    if (name.empty()) return 0;
+    return (name.size() * 2 + static_cast<unsigned char>(name.front()) +
+            static_cast<unsigned char>(name[name.size() / 2]) * 13 +
+            static_cast<unsigned char>(name.back()) * 5) %
+           places;
+}
+constexpr std::array<const ClassEntry*, places> classesByName = [] {
+    std::array<const ClassEntry*, places> table{};
+    for (const ClassEntry& each : classes) {
+        std::size_t place = placeOf(each.name);
+        while (table[place % places]) ++place;
+        table[place % places] = &each;
+    }
+    return table;
+}();
 
 std::string_view firstValue(std::string_view bytes, int code) {
     dxf::TagCursor cursor{bytes.data(), bytes.data() + bytes.size()};
@@ -118,8 +135,8 @@ bool isInRowsOrColumns(std::string_view insertion) {
 } // namespace
 
 Kind kindOf(std::string_view name, bool amongEntities) {
-    const auto found = std::ranges::lower_bound(classes, name, {}, &ClassEntry::name);
-    if (found != classes.end() && found->name == name) return found->kind;
+    for (std::size_t place = placeOf(name); const ClassEntry* entry = classesByName[place % places]; ++place)
+        if (entry->name == name) return entry->kind;
     return amongEntities ? Kind::otherEntity : Kind::otherObject;
 }
 
@@ -128,8 +145,8 @@ std::unique_ptr<AcDbObject> newObject(Kind kind, std::string_view bytes, std::st
     if (kind == Kind::polyline) return newPolyline(bytes);
     if (kind == Kind::vertex) return newVertex(bytes, headerBytes);
     if (kind == Kind::insert && isInRowsOrColumns(bytes)) return make<AcDbMInsertBlock>();
-    const bool isOther = !bytes.empty() && dxf::trimmed(firstValue(bytes, 2)) != "BLOCK_RECORD";
-    if (kind == Kind::table && isOther) return make<KeptObject>();
+    if (kind == Kind::table && !bytes.empty() && dxf::trimmed(firstValue(bytes, 2)) != "BLOCK_RECORD")
+        return make<KeptObject>();
     const auto found = std::ranges::find(classes, kind, &ClassEntry::kind);
     return found == classes.end() ? make<KeptObject>() : found->make();
 }

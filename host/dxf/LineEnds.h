@@ -44,11 +44,12 @@ private:
         std::uint64_t bits = 0;
 #ifdef __SSE2__
         const __m128i lineFeed = _mm_set1_epi8('\n');
-        for (int i = 0; i < 4; ++i) {
+        const auto ofQuarter = [&](int i) {
             const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block) + i);
             const auto found = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, lineFeed)));
-            bits |= static_cast<std::uint64_t>(found) << 16 * i;
-        }
+            return static_cast<std::uint64_t>(found) << 16 * i;
+        };
+        bits = ofQuarter(0) | ofQuarter(1) | ofQuarter(2) | ofQuarter(3);
 #else
         for (int i = 0; i < blockSize; ++i) bits |= static_cast<std::uint64_t>(block[i] == '\n') << i;
 #endif

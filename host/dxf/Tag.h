@@ -28,6 +28,26 @@ struct Tag {
 
 enum class TagFault : std::uint8_t { none, codeIsNoNumber, valueIsMissing };
 
+/// What each character of a code line means in each of its three columns: a part of the code, and marks above
+/// it. A digit in the first column and a blank in the second one have a mark that can't stand twice.
+struct CodeColumns {
+    static constexpr std::uint32_t single = 0x1000, wrong = 0x4000, good = 2 * single - 1;
+
+    constexpr CodeColumns() {
+        for (auto& column : parts)
+            for (std::uint32_t& part : column) part = wrong;
+        for (std::uint32_t digit = 0; digit < 10; ++digit) {
+            parts[0]['0' + digit] = single + 100 * digit;
+            parts[1]['0' + digit] = 10 * digit;
+            parts[2]['0' + digit] = digit;
+        }
+        parts[0][' '] = 0;
+        parts[1][' '] = single;
+    }
+    std::uint32_t parts[3][256]{};
+};
+inline constexpr CodeColumns codeColumns{};
+
 class TagCursor {
 public:
     TagCursor(const char* begin, const char* end) : at_{begin}, end_{end}, lineEnds_{begin, end} {}
@@ -62,14 +82,10 @@ private:
     /// done, for any other.
     static bool readColumns(const char* p, const char* end, int& code) {
         if (end - p != 3 && !(end - p == 4 && p[3] == '\r')) return false;
-        const auto hundreds = static_cast<unsigned>(p[0] - '0'), tens = static_cast<unsigned>(p[1] - '0'),
-                   ones = static_cast<unsigned>(p[2] - '0');
-        // Without branches: how many digits the next code has is anybody's guess.
-        const bool hasHundreds = hundreds <= 9, hasTens = tens <= 9;
-        const bool isGood =
-            (ones <= 9) & (hasTens | ((p[1] == ' ') & !hasHundreds)) & (hasHundreds | (p[0] == ' '));
-        if (!isGood) return false;
-        code = static_cast<int>((hasHundreds ? hundreds * 100 : 0) + (hasTens ? tens * 10 : 0) + ones);
+        const auto part = [&](int i) { return codeColumns.parts[i][static_cast<unsigned char>(p[i])]; };
+        const std::uint32_t sum = part(0) + part(1) + part(2);
+        if (sum > CodeColumns::good) return false;
+        code = static_cast<int>(sum & (CodeColumns::single - 1));
         return true;
     }
 

@@ -1,6 +1,7 @@
 #include "encoding.h"
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -111,14 +112,21 @@ std::string toUtf8(std::wstring_view wide) {
 }
 
 std::size_t asciiLength(std::string_view bytes) {
-    constexpr std::size_t blockSize = 64;
+    constexpr std::size_t blockSize = 64, wordSize = 8;
+    constexpr std::uint64_t highBits = 0x8080808080808080u;
+    static_assert(std::endian::native == std::endian::little);
     std::size_t at = 0;
     for (; at + blockSize <= bytes.size(); at += blockSize) {
-        std::array<std::uint64_t, blockSize / 8> words;
+        std::array<std::uint64_t, blockSize / wordSize> words;
         std::memcpy(words.data(), bytes.data() + at, blockSize);
         std::uint64_t all = 0;
         for (const std::uint64_t each : words) all |= each;
-        if (all & 0x8080808080808080u) break;
+        if (all & highBits) break;
+    }
+    for (; at + wordSize <= bytes.size(); at += wordSize) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes.data() + at, wordSize);
+        if (word & highBits) return at + static_cast<std::size_t>(std::countr_zero(word & highBits)) / 8;
     }
     while (at < bytes.size() && (bytes[at] & 0x80) == 0) ++at;
     return at;
