@@ -11,6 +11,7 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <iterator>
@@ -34,15 +35,16 @@ struct CodeColumns {
     static constexpr std::uint32_t single = 0x1000, wrong = 0x4000, good = 2 * single - 1;
 
     constexpr CodeColumns() {
+        constexpr std::size_t zero = '0', blank = ' ';
         for (auto& column : parts)
             for (std::uint32_t& part : column) part = wrong;
         for (std::uint32_t digit = 0; digit < 10; ++digit) {
-            parts[0]['0' + digit] = single + 100 * digit;
-            parts[1]['0' + digit] = 10 * digit;
-            parts[2]['0' + digit] = digit;
+            parts[0][zero + digit] = single + 100 * digit;
+            parts[1][zero + digit] = 10 * digit;
+            parts[2][zero + digit] = digit;
         }
-        parts[0][' '] = 0;
-        parts[1][' '] = single;
+        parts[0][blank] = 0;
+        parts[1][blank] = single;
     }
     std::uint32_t parts[3][256]{};
 };
