@@ -2,6 +2,7 @@
 
 #include "ed/forms.h"
 #include "ed/picking.h"
+#include "shape/NearestSink.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,13 @@ AcGePoint3d rounded(const AcGePoint3d& world, double pixel) {
         return std::isfinite(result) ? result : value;
     };
     return {nearest(world.x), nearest(world.y), world.z};
+}
+
+/// Where a pick can't miss the entity, however little it reaches.
+AcGePoint3d pointOn(const AcDbEntity& entity, const AcGePoint3d& world) {
+    shape::NearestSink nearest{world};
+    entity.shape(nearest);
+    return nearest.hasFoot() ? AcGePoint3d{nearest.foot().x, nearest.foot().y, world.z} : world;
 }
 
 } // namespace
@@ -60,13 +68,8 @@ std::vector<std::string> Pointing::click(Ask ask, const Cursor& cursor) {
         const auto snapped = snap(ask, cursor);
         return {answerFor(snapped ? snapped->point : rounded(cursor.world, cursor.pixel))};
     }
-    case Ask::entity: {
-        const db::Record* record = under(ask, cursor);
-        const AcGePoint3d place = rounded(cursor.world, cursor.pixel);
-        if (!record || !hasOwnHandle(record)) return {answerFor(place)};
-        return {"(list " + handentForm(record->handle) + " (list " +
-                textOf(session_.frame().toUser(place), ' ') + "))"};
-    }
+    case Ask::entity:
+        return {answerForPick(under(ask, cursor), cursor)};
     case Ask::selection:
         return clickAtSelection(cursor);
     case Ask::command:
@@ -83,8 +86,7 @@ std::vector<std::string> Pointing::click(Ask ask, const Cursor& cursor) {
 std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
     std::vector<std::string> answers;
     if (db::Record* record = under(Ask::selection, cursor)) {
-        for (const db::Record* each : withGroups(session_, record))
-            answers.push_back(hasOwnHandle(each) ? handentForm(each->handle) : answerFor(cursor.world));
+        answers.push_back(answerForSelected(record, cursor));
     } else if (!corner_) {
         corner_ = rounded(cursor.world, cursor.pixel);
         return {};
@@ -98,6 +100,17 @@ std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
         answers.push_back("A");
     }
     return answers;
+}
+
+std::string Pointing::answerForPick(db::Record* record, const Cursor& cursor) const {
+    if (record && !hasOwnHandle(record))
+        return answerFor(pointOn(*session_.drawing()->liveEntity(record), cursor.world));
+    return pickForm(record, session_.frame().toUser(rounded(cursor.world, cursor.pixel)));
+}
+
+std::string Pointing::answerForSelected(db::Record* record, const Cursor& cursor) const {
+    const bool isAlone = withGroups(session_, record).size() == 1;
+    return isAlone && hasOwnHandle(record) ? handentForm(record->handle) : answerForPick(record, cursor);
 }
 
 void Pointing::clickBetweenCommands(const Cursor& cursor) {

@@ -1,6 +1,7 @@
 // What a mouse means at a prompt, as the answers that would be typed for it: an object under the cursor as
-// its handle, so that the answers mean the same in any view and can be replayed as a script; a point as its
-// coordinates, exact where the cursor snaps; at a selection prompt two corners as a window or crossing.
+// its handle, so that the answers mean the same in any view and can be replayed as a script, or as its
+// nearest point when it has no handle of its own; a point as its coordinates, exact where the cursor snaps;
+// at a selection prompt two corners as a window or crossing.
 #pragma once
 
 #include "ed/Session.h"
@@ -44,6 +45,8 @@ public:
 
 private:
     std::vector<std::string> clickAtSelection(const Cursor& cursor);
+    std::string answerForPick(db::Record* record, const Cursor& cursor) const;
+    std::string answerForSelected(db::Record* record, const Cursor& cursor) const;
     void clickBetweenCommands(const Cursor& cursor);
     std::string answerFor(const AcGePoint3d& world) const;
     std::vector<db::Record*> within(const AcGePoint3d& corner, const AcGePoint3d& opposite) const;

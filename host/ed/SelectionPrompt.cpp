@@ -123,10 +123,16 @@ void SelectionPrompt::takePicked(db::Record* picked) {
 }
 
 bool SelectionPrompt::takeEntity(const std::string& form) {
-    const auto handle = parseHandent(form);
+    const auto pick = parsePick(form);
+    const auto handle = pick ? pick->handle : parseHandent(form);
     db::Record* record = handle ? drawing_.find(*handle) : nullptr;
     if (!record) return false;
-    found(drawing_.isSelectable(record) ? Records{record} : Records{});
+    if (!drawing_.isSelectable(record))
+        found({});
+    else if (pick)
+        takePicked(record);
+    else
+        found({record});
     return true;
 }
 

@@ -1,10 +1,11 @@
 // The dialogue in which a person selects objects: ALL, a window (W) or crossing (C), the last object (L), the
-// previous selection (P), removing (R) and adding (A), a point, `(handent "2F")`, until Enter.
+// previous selection (P), removing (R) and adding (A), a point, `(handent "2F")`, a pick
+// `(list (handent "2F") (list x y z))`, until Enter.
 //
-// A point picks what lies under it, and with it the selectable groups that it belongs to when PICKSTYLE is 1
-// or 3. A point that hits nothing is the first corner of a window when a second point follows: to the right
-// it takes what lies inside, to the left what it touches. Objects that are named or found by a window come
-// without their groups.
+// A point picks what lies under it, and a pick its object, and with it the selectable groups that it belongs
+// to when PICKSTYLE is 1 or 3. A point that hits nothing is the first corner of a window when a second point
+// follows: to the right it takes what lies inside, to the left what it touches. Objects that are named or
+// found by a window come without their groups.
 #pragma once
 
 #include "ed/Session.h"

@@ -24,7 +24,8 @@ EntityPick pickAt(Session& session, const TypedPoint& typed) {
 }
 
 PickOrRefusal named(Session& session, const TypedPick& typed, const std::string& text) {
-    db::Record* record = session.drawing()->find(typed.handle);
+    if (!typed.handle) return EntityPick{nullptr, takenPoint(session, typed.point)};
+    db::Record* record = session.drawing()->find(*typed.handle);
     if (!record) return Refusal{"没有这个句柄的对象。", "no object has the handle in " + text};
     if (record->has(db::Record::erased))
         return Refusal{"该对象已删除。", "the object of " + text + " is erased"};

@@ -1,5 +1,5 @@
 // The question for one object: a point to pick it at, or `(list (handent "2F") (list x y z))`. One answer is
-// enough: a pick that hits nothing is an answer, too. Groups don't matter here.
+// enough: a pick that hits nothing, `(list nil (list x y z))`, is an answer, too. Groups don't matter here.
 #pragma once
 
 #include "ed/Session.h"

@@ -20,6 +20,10 @@ bool hasOwnHandle(const db::Record* record) {
 
 std::string handentForm(std::uint64_t handle) { return "(handent \"" + dxf::handleText(handle) + "\")"; }
 
+std::string pickForm(const db::Record* record, const AcGePoint3d& point) {
+    return "(list " + (record ? handentForm(record->handle) : "nil") + " (list " + textOf(point, ' ') + "))";
+}
+
 std::optional<std::uint64_t> parseHandent(std::string_view form) {
     std::uint64_t handle = 0;
     FormReader reader{form};
@@ -30,7 +34,9 @@ std::optional<TypedPick> parsePick(std::string_view form) {
     TypedPick pick;
     auto& [x, y, z] = pick.point.coordinates;
     FormReader reader{form};
-    takeHandent(reader.mark('(').word("LIST"), pick.handle).mark('(').word("LIST").real(x).real(y);
+    reader.mark('(').word("LIST");
+    reader.isAt('(') ? takeHandent(reader, pick.handle.emplace()) : reader.word("NIL");
+    reader.mark('(').word("LIST").real(x).real(y);
     if (!reader.isAt(')')) reader.real(z);
     return reader.mark(')').mark(')').isComplete() ? std::optional{pick} : std::nullopt;
 }

@@ -1,5 +1,6 @@
 // The forms in parentheses with which a script names objects: `(handent "2F")`, for a pick
-// `(list (handent "2F") (list x y z))`, and `(select (handent "2F") ...)`. Words in any case, blanks between
+// `(list (handent "2F") (list x y z))`, or `(list nil (list x y z))` for one that hits nothing, and
+// `(select (handent "2F") ...)`. Words in any case, blanks between
 // the parts as one likes; whatever else stands there makes it no form.
 #pragma once
 
@@ -18,13 +19,15 @@ namespace qx::ed {
 QX_HOST_API bool hasOwnHandle(const db::Record* record);
 /// `(handent "2F")`
 QX_HOST_API std::string handentForm(std::uint64_t handle);
-/// The handle in that.
+/// `(list (handent "2F") (list x y z))`; null: the pick hits nothing. User coordinates.
+QX_HOST_API std::string pickForm(const db::Record* record, const AcGePoint3d& point);
+/// The handle in the first.
 QX_HOST_API std::optional<std::uint64_t> parseHandent(std::string_view form);
 
 /// An object by its handle, and where it is picked.
 struct TypedPick {
-    std::uint64_t handle = 0;
-    TypedPoint point; ///< in user coordinates; z is 0 when it was not given
+    std::optional<std::uint64_t> handle; ///< nothing: the pick hits nothing
+    TypedPoint point;                    ///< in user coordinates; z is 0 when it was not given
 
     friend bool operator==(const TypedPick&, const TypedPick&) = default;
 };

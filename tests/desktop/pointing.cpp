@@ -58,7 +58,7 @@ TEST_F(Pointing, SelectsForTheRunningCommand) {
         const char* script;
     } cases[] = {
         {"a line", [](auto& p) { p.click(30, 0.5); }, "(handent \"A1\")\n"},
-        {"all of a group", [](auto& p) { p.click(70, 75); }, "(handent \"A4\")\n(handent \"A3\")\n"},
+        {"all of a group", [](auto& p) { p.click(70, 75); }, "(list (handent \"A4\") (list 70 75 0))\n"},
         {"the wrong one is taken out", [](auto& p) { p.click(30, 0).click(40, 40).click(30, 0, true); },
          "(handent \"A1\")\n(handent \"A2\")\nR\n(handent \"A1\")\nA\n"},
         {"a window by two clicks", [](auto& p) { p.click(30, 20).click(70, 60); }, "W\n30,20,0\n70,60,0\n"},
@@ -116,6 +116,46 @@ TEST_F(Pointing, AHandleThatIsGivenTwiceNamesNobody) {
     person.type("ERASE").click(50, 40).type("").work();
     EXPECT_FALSE(person.drawing().find(0xA1)->has(db::Record::erased)) << "the first one has the handle";
     EXPECT_EQ(person.drawing().history().changedByLast(1).size(), 1u);
+}
+
+// Scripts reach as far as in a nominal view, people as far as in theirs.
+TEST_F(Pointing, WhatIsPickedDoesNotDependOnTheView) {
+    const std::string hidden = "|102 {|5 AB|102 }"; // keeps the builder from giving a handle
+    const drawings::DrawingText nameless{
+        .entities = {"LINE" + hidden + "|10 0|20 0|11 100|21 0", "CIRCLE" + hidden + "|10 50|20 40|40 10"}};
+    const struct {
+        const char* name;
+        double zoom, x, y;
+        const char* ask; ///< what is answered at first
+        const char* script;
+    } cases[] = {
+        {"from afar", 0.1, 30, 2.5, "ERASE", "ERASE\n30,0,0\n"},
+        {"from afar, to one of them", 0.1, 50, 32.5, "ONE", "ONE\n50,30,0\n"},
+        {"from nearby, past it", 10, 30, 0.3, "ONE", "ONE\n(list nil (list 30 0.3 0))\n"},
+    };
+    rx::commandStack().addCommand(L"TEST", L"ONE", nullptr, ACRX_CMD_MODAL, [] {
+        ads_name name{};
+        ads_point point{};
+        const bool isHit = acedEntSel(L"", name, point) == RTNORM;
+        AcDbObjectId id;
+        acdbGetObjectId(id, name);
+        if (isHit) AcDbObjectPointer<AcDbEntity> {
+                id, AcDb::kForWrite
+                } -> erase();
+    });
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        DeskOnTest person{folder, nameless};
+        person.type("ERASE").click(50, 50).type(""); // so that there is something to lose
+        person.type("U").then([&] {
+            person.desk.zoom(each.zoom, person.desk.view().toScreen({each.x, each.y, 0}));
+        });
+        person.type(each.ask).click(each.x, each.y).type("").work();
+        const std::string script = person.recoveryScript();
+        EXPECT_NE(script.find(each.script), std::string::npos) << script;
+        const bool isMeantToHit = each.zoom < 1;
+        EXPECT_EQ(person.drawing().history().stepsDone(), isMeantToHit ? 1u : 0u) << person.transcript;
+    }
 }
 
 TEST_F(Pointing, NamesMayHoldBlanks) {

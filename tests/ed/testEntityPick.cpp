@@ -68,6 +68,8 @@ const PickCase pickCases[] = {
     {"u\n", "-5005, ERRNO 0"},
     {"(list (handent \"A3\") (list 1 2 3))\n", "A3 at 1,2,3"},
     {"( LIST(Handent \"a4\")(list -1.5  2e1 ) )\n", "A4 at -1.5,20,0"},
+    {"(list NIL (list 500 0))\n@\n", "-5001, ERRNO 7", "unknown command \"@\""},
+    {"(list null (list 500 0))\n", refused, "\"%\" picks nothing"},
     {"(handent \"A1\")\n", refused, "% does not say where the object is picked: (list % (list x y z))"},
     {"(list (handent \"FF\") (list 1 2))\n", refused, "no object has the handle in %"},
     {"(list (handent \"A5\") (list 1 2))\n", refused, "the object of % can't be selected"},

@@ -53,6 +53,8 @@ const SelectionCase selectionCases[] = {
     {"cancel", "ALL\n^C", "-5002"},
     {"by handle, in any case, without groups", "(HANDENT \"a3\")\n\n", "A3"},
     {"by handle, in the order given", "(handent \"A4\") (handent \"A1\")\n\n", "A4 A1"},
+    {"a pick by handle brings its selectable groups", "(list (handent \"A2\") (list 0 0))\n\n", "A2 A3"},
+    {"a pick by handle on a layer that is off", "(list (handent \"A5\") (list 0 0))\n\n", "-5001"},
     {"by handle on a layer that is off", "(handent \"A5\")\n\n", "-5001"},
     {"a pick brings its selectable groups, not what is hidden", "50,750\n\n", "A2 A3"},
     {"a pick of a group that is not selectable", "900,0\n\n", "A1"},
