@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qx::draw {
 namespace {
@@ -18,12 +19,18 @@ bool meets(const shape::Box& box, const shape::Box& rectangle) {
 }
 
 /// So many chords that none is farther than a quarter of a pixel from the arc.
-int chordsOf(double radiusInPixels, double sweep) {
-    constexpr double error = 0.25;
-    constexpr int most = 2048;
+std::uint64_t chordsOf(double radiusInPixels, double sweep) {
+    constexpr double error = 0.25, most = 1e15;
     if (radiusInPixels <= error) return 1;
-    const double step = 2 * std::acos(1 - error / radiusInPixels);
-    return std::clamp(static_cast<int>(std::ceil(sweep / step)), 1, most);
+    // acos(1 - x) = 2 asin(sqrt(x / 2)), which still tells tiny steps from none.
+    const double step = 4 * std::asin(std::sqrt(error / radiusInPixels / 2));
+    return static_cast<std::uint64_t>(std::clamp(std::ceil(sweep / step), 1.0, most));
+}
+
+/// Whether the view shows anything within so many pixels of the place.
+bool isSeen(const View& view, const AcGePoint2d& place, double reach) {
+    return place.x >= -reach && place.y >= -reach && place.x <= view.width() + reach &&
+           place.y <= view.height() + reach;
 }
 
 } // namespace
@@ -95,10 +102,11 @@ void DisplayList::rebuild() {
     areExtentsKnown_ = false;
     drawing_.forEachInModelSpace([&](db::Record* record) {
         if (!isShown(record)) return;
-        items_.push_back({record, {}, {}, {}, {}, {}, 0});
+        items_.push_back({.record = record});
         take(record, items_.back());
         noteBox(items_.size() - 1);
     });
+    strokesWhenBuilt_ = strokeCount();
 }
 
 bool DisplayList::isShown(db::Record* record) const {
@@ -118,7 +126,7 @@ void DisplayList::take(db::Record* record, Item& item) {
 // A box only ever grows: what shrank is looked at in vain until the list is built anew.
 void DisplayList::noteBox(std::size_t item) {
     const bool isEndless = items_[item].rays.begin != items_[item].rays.end;
-    if (isEndless && std::ranges::find(endless_, item) == endless_.end()) endless_.push_back(item);
+    if (isEndless && !std::exchange(items_[item].isListedAsEndless, true)) endless_.push_back(item);
     if (groups_.size() <= item / groupSize) groups_.resize(item / groupSize + 1);
     groups_[item / groupSize].box.add(items_[item].box);
 }
@@ -131,7 +139,7 @@ std::unordered_map<const db::Record*, std::size_t>& DisplayList::places() const 
 
 std::size_t DisplayList::placeOf(db::Record* record) {
     const auto [place, isNew] = places().try_emplace(record, items_.size());
-    if (isNew) items_.push_back({record, {}, {}, {}, {}, {}, 0});
+    if (isNew) items_.push_back({.record = record});
     return place->second;
 }
 
@@ -141,7 +149,6 @@ void DisplayList::update(std::span<db::Record* const> records) {
         if (owner && db::isEntity(owner->kind)) owner = owner->owner;
         return db::isEntity(each->kind) && owner != drawing_.modelSpace();
     });
-    const std::size_t strokes = lines_.size() + arcs_.size() + texts_.size();
     if (concernsBlock || records.size() > items_.size() / 2) return rebuild();
     for (db::Record* each : records) {
         if (!db::isEntity(each->kind)) continue;
@@ -154,7 +161,7 @@ void DisplayList::update(std::span<db::Record* const> records) {
     }
     areExtentsKnown_ = false;
     // What was replaced is dead weight.
-    if (lines_.size() + arcs_.size() + texts_.size() > 2 * strokes + 100000) rebuild();
+    if (strokeCount() > 2 * strokesWhenBuilt_ + 100000) rebuild();
 }
 
 const shape::Box& DisplayList::extents() const {
@@ -213,18 +220,7 @@ template <class Pen> void DisplayList::trace(const Item& item, const View& view,
     const auto toScreen = [&](const AcGePoint2d& p) { return view.toScreen({p.x, p.y, 0}); };
     for (std::uint32_t i = item.lines.begin; i < item.lines.end; ++i)
         pen(toScreen(lines_[i].from), toScreen(lines_[i].to));
-    for (std::uint32_t i = item.arcs.begin; i < item.arcs.end; ++i) {
-        const Arc& arc = arcs_[i];
-        const double radius = std::sqrt(arc.u.lengthSqrd() + arc.v.lengthSqrd());
-        const int chords = chordsOf(radius * view.scale(), arc.sweep);
-        AcGePoint2d from = toScreen(arc.centre + arc.u);
-        for (int k = 1; k <= chords; ++k) {
-            const double t = arc.sweep * k / chords;
-            const AcGePoint2d to = toScreen(arc.centre + arc.u * std::cos(t) + arc.v * std::sin(t));
-            pen(from, to);
-            from = to;
-        }
-    }
+    for (std::uint32_t i = item.arcs.begin; i < item.arcs.end; ++i) traceArc(arcs_[i], view, pen);
     for (std::uint32_t i = item.rays.begin; i < item.rays.end; ++i) {
         const Ray& ray = rays_[i];
         const AcGePoint2d base = toScreen(ray.base);
@@ -232,6 +228,37 @@ template <class Pen> void DisplayList::trace(const Item& item, const View& view,
         const AcGeVector2d along = AcGeVector2d{ray.along.x, -ray.along.y} * reach;
         pen(ray.goesBothWays ? base - along : base, base + along);
     }
+}
+
+// The chords are the same wherever the view is; of an arc much larger than that only the stretches that may
+// be seen are gone through.
+template <class Pen> void DisplayList::traceArc(const Arc& arc, const View& view, Pen&& pen) {
+    constexpr std::uint64_t few = 64;
+    constexpr double margin = 4; // pixels
+    const double radius = std::sqrt(arc.u.lengthSqrd() + arc.v.lengthSqrd()) * view.scale();
+    const std::uint64_t chords = chordsOf(radius, arc.sweep);
+    const double step = arc.sweep / static_cast<double>(chords);
+    const auto at = [&](std::uint64_t chord) {
+        const double t = step * static_cast<double>(chord);
+        const AcGePoint2d p = arc.centre + arc.u * std::cos(t) + arc.v * std::sin(t);
+        return view.toScreen({p.x, p.y, 0});
+    };
+    const auto go = [&](const auto& goOn, std::uint64_t begin, std::uint64_t end) -> void {
+        if (end - begin > few) {
+            const std::uint64_t middle = begin + (end - begin) / 2;
+            const double reach = radius * step * static_cast<double>(end - middle) + margin;
+            if (!isSeen(view, at(middle), reach)) return;
+            goOn(goOn, begin, middle);
+            return goOn(goOn, middle, end);
+        }
+        AcGePoint2d from = at(begin);
+        for (std::uint64_t k = begin + 1; k <= end; ++k) {
+            const AcGePoint2d to = at(k);
+            pen(from, to);
+            from = to;
+        }
+    };
+    go(go, 0, chords);
 }
 
 void DisplayList::drawAgain(std::span<db::Record* const> records, Raster& raster, const View& view,

@@ -46,6 +46,8 @@ public:
     /// Entities whose box meets the rectangle (only x and y count), in drawing order. Infinite ones always
     /// do.
     std::vector<db::Record*> meeting(const shape::Box& rectangle) const;
+    /// Lines, arcs, runs of text and rays that take up memory, replaced ones included.
+    std::size_t strokeCount() const { return lines_.size() + arcs_.size() + texts_.size() + rays_.size(); }
 
     /// Draws what is shown within the raster's clip rectangle. The ground is the caller's.
     void draw(Raster& raster, const View& view, Ground ground, TextPainter& texts) const;
@@ -73,9 +75,10 @@ private:
     };
     struct Item {
         db::Record* record;
-        shape::Box box;
-        Range lines, arcs, texts, rays;
-        std::int32_t colour; ///< an index
+        shape::Box box{};
+        Range lines{}, arcs{}, texts{}, rays{};
+        std::int32_t colour = 0; ///< an index
+        bool isListedAsEndless = false;
     };
     struct Group { ///< of neighbours in the list
         shape::Box box;
@@ -93,6 +96,7 @@ private:
     void drawItemAgain(const Item& item, Raster& raster, const View& view, Ground ground,
                        Emphasis emphasis) const;
     template <class Pen> void trace(const Item& item, const View& view, Pen&& pen) const;
+    template <class Pen> static void traceArc(const Arc& arc, const View& view, Pen&& pen);
 
     const db::Drawing& drawing_;
     std::vector<Item> items_;
@@ -101,7 +105,8 @@ private:
     std::vector<Arc> arcs_;
     std::vector<shape::TextRun> texts_;
     std::vector<Ray> rays_;
-    std::vector<std::size_t> endless_;                                  ///< items with rays
+    std::size_t strokesWhenBuilt_ = 0;
+    std::vector<std::size_t> endless_;                                  ///< items that have, or had, rays
     mutable std::unordered_map<const db::Record*, std::size_t> places_; ///< empty until first needed
     mutable shape::Box extents_;
     mutable bool areExtentsKnown_ = false;

@@ -167,4 +167,40 @@ TEST(DisplayList, ShowsCurvesAndEndlessLinesAndNoHiddenEdges) {
     }
 }
 
+TEST(DisplayList, ArcsAreTrueAtAnyScale) {
+    const auto drawing = drawings::read(
+        DrawingText{.entities = {"CIRCLE|62 1|10 0|20 0|40 1000", "ARC|62 5|10 0|20 0|40 1000|50 0|51 90"}}
+            .bytes());
+    Shown shown{*drawing};
+    for (const double direction : {0.4, 2.5}) {
+        const AcGePoint3d seen{1000 * std::cos(direction), 1000 * std::sin(direction), 0};
+        for (double half = 1000; half > 1e-7; half /= 30) {
+            shown.view.fit({seen - AcGeVector3d{half, half, 0}, seen + AcGeVector3d{half, half, 0}});
+            const auto pixels = shown.drawn();
+            const bool isOnArc = direction < 1; // drawn later
+            EXPECT_GE(countOf(pixels, isOnArc ? blue : red), 100U) << half;
+            double farthest = 0;
+            for (int i = 0; i < width * height; ++i) {
+                if (!pixels[static_cast<std::size_t>(i)]) continue;
+                const AcGePoint3d place = shown.view.toWorld({i % width + 0.5, i / width + 0.5});
+                const double off = std::abs(std::hypot(place.x, place.y) - 1000);
+                farthest = std::max(farthest, off * shown.view.scale());
+            }
+            EXPECT_LT(farthest, 1.5) << "pixels from the curve, " << half << " units to the edge";
+        }
+    }
+}
+
+TEST(DisplayList, ForgetsWhatWasReplaced) {
+    for (const char* entity :
+         {"LINE|10 0|20 0|11 1|21 1", "XLINE|10 0|20 0|11 1|21 0", "CIRCLE|10 0|20 0|40 1"}) {
+        const auto drawing = drawings::read(DrawingText{.entities = {entity, "POINT|10 9|20 9"}}.bytes());
+        draw::DisplayList list{*drawing};
+        std::vector<db::Record*> records;
+        drawing->forEachInModelSpace([&](db::Record* record) { records.push_back(record); });
+        for (int i = 0; i < 250000; ++i) list.update(std::span{records}.first(1));
+        EXPECT_LT(list.strokeCount(), 110000U) << entity;
+    }
+}
+
 } // namespace
