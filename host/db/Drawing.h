@@ -65,6 +65,11 @@ public:
 
     AcDbDatabase& database() { return database_; }
     const std::string& path() const { return path_; }
+    /// Whether the file is no longer what was read or saved last.
+    bool isFileChangedByOthers() const {
+        const auto now = os::stampOf(path_);
+        return stamp_ && now && now != stamp_;
+    }
     /// From now on it is the drawing in that file.
     void rename(std::string path) {
         path_ = std::move(path);

@@ -323,12 +323,9 @@ void Writer::writeMembers(const Record* group) {
 }
 
 Outcome Drawing::save(const std::string& path, os::Backup backup, const Progress& progress) const {
-    if (stamp_ && os::isSameFile(path, path_)) {
-        const auto now = os::stampOf(path);
-        if (now && now != stamp_)
-            return Outcome::failure("Can't write " + path +
-                                    ": another program has changed it since it was opened.");
-    }
+    if (os::isSameFile(path, path_) && isFileChangedByOthers())
+        return Outcome::failure("Can't write " + path +
+                                ": another program has changed it since it was opened.");
     auto file = os::AtomicFile::create(path);
     if (!file) return Outcome::failure(file.error());
     Writer writer{*this, [&](std::string_view bytes) { return file->write(bytes); }};

@@ -2,9 +2,7 @@
 
 #include "accmd.h"
 #include "desktop/marks.h"
-#include "ed/ScriptSource.h"
 #include "ed/Tokenizer.h"
-#include "ed/forms.h"
 #include "ed/prompts.h"
 #include "rx/CommandStack.h"
 
@@ -23,36 +21,7 @@ constexpr double dragged = 4; // pixels, from which on a press and a release are
 
 Desk* current = nullptr;
 
-/// Whoever repeats what was done to the drawing must leave these out.
-bool isLeftOut(const std::string& command) {
-    constexpr std::array names{"OPEN", "SAVE", "SAVEAS", "QUIT", "ZOOM"};
-    return std::ranges::find(names, command) != names.end();
-}
-
-/// They mean commands that were finished before.
-bool takesBack(const std::string& command) {
-    constexpr std::array names{"U", "UNDO", "REDO"};
-    return std::ranges::find(names, command) != names.end();
-}
-
-/// In answers of a bearable length.
-std::string selectionForms(const ed::RecordSet& set) {
-    constexpr std::size_t most = 100;
-    std::string forms;
-    for (std::size_t i = 0; i < set.size(); ++i) {
-        if (i % most == 0) forms += i == 0 ? "(select" : ")\n(select add";
-        forms += ' ' + ed::handentForm(set.members()[i]->handle);
-    }
-    return forms + ")\n";
-}
-
 Input cancelling() { return {.kind = Input::Kind::cancel, .text = {}}; }
-
-std::string lastLine(std::string_view text) {
-    if (text.empty()) return {};
-    const std::size_t before = text.find_last_of('\n', text.size() - 2);
-    return std::string{text.substr(before == std::string_view::npos ? 0 : before + 1)};
-}
 
 bool spaceBelongs(std::string_view line) {
     return line.find(' ') != std::string_view::npos && line.find_first_of("\n\"(") == std::string_view::npos;
@@ -73,10 +42,10 @@ struct Desk::Shown {
     ed::Pointing pointing;
 };
 
-Desk::Desk(ed::Session& session, std::function<bool()> wait) : session_{session}, wait_{std::move(wait)} {
+Desk::Desk(ed::Session& session, std::function<bool()> wait)
+    : session_{session}, wait_{std::move(wait)}, recovery_{session} {
     current = this;
     session_.observer = this;
-    session_.line().keepsScript = true;
     registerZoom();
 }
 
@@ -91,9 +60,7 @@ Desk::~Desk() {
 void Desk::drawingChanges() {
     shown_.reset();
     chosen_.clear();
-    recovery_.close();
-    pending_.clear();
-    hasOlderSteps_ = isUnsayable_ = false;
+    recovery_.drawingChanges();
     becameStale(Stale::scene);
 }
 
@@ -355,13 +322,8 @@ std::string Desk::status() const {
 // ---- commands
 
 void Desk::commandBegins(const db::Drawing* drawing, const std::string& name) {
-    running_ = name;
     chosen_.clear();
-    const std::string typed = lastLine(session_.line().takeScript());
-    before_ = typed;
-    if (!drawing || session_.pickFirst.isEmpty()) return;
-    before_.insert(0, selectionForms(session_.pickFirst));
-    isUnsayable_ = isUnsayable_ || !std::ranges::all_of(session_.pickFirst.members(), ed::hasOwnHandle);
+    recovery_.commandBegins(drawing, name);
 }
 
 void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
@@ -369,70 +331,7 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
     follow();
-    const bool isAsInFile = drawing && !drawing->isModified();
-    hasOlderSteps_ = hasOlderSteps_ || (isAsInFile && (running_ == "SAVE" || running_ == "SAVEAS"));
-    if (isAsInFile && hasOlderSteps_) {
-        recovery_.close();
-        pending_.clear();
-        isUnsayable_ = false;
-    }
-    log(end);
-}
-
-// What changed nothing counts as well, since later commands may go on from it; but not what ended by a
-// refused answer, as a script would.
-void Desk::log(ed::CommandEnd end) {
-    const bool stands =
-        end == ed::CommandEnd::changed || (end == ed::CommandEnd::unchanged && !session_.line().wasRefused());
-    const std::string inputs = before_ + session_.line().takeScript();
-    const db::Drawing* drawing = session_.drawing();
-    if (!stands || !drawing || isRecovering_ || isLeftOut(running_) || !os::isFile(drawing->path())) return;
-    const Outcome written = logInputs(*drawing, inputs);
-    if (written) return;
-    isUnsayable_ = true; // the log has a hole
-    if (onLogFailure) onLogFailure(written.error());
-}
-
-// Where a script can't say what was done, since it undoes what is older than the log, or names what has no
-// name, a copy takes its place.
-Outcome Desk::logInputs(const db::Drawing& drawing, const std::string& inputs) {
-    const bool hasWorkToLose = drawing.isModified() || recovery_.isBegun();
-    if (isUnsayable_ || (hasOlderSteps_ && takesBack(running_))) {
-        pending_.clear();
-        if (!hasWorkToLose) return {};
-        const Outcome written = recovery_.keepCopy(drawing);
-        isUnsayable_ = !written;
-        hasOlderSteps_ = true;
-        return written;
-    }
-    pending_.push_back(inputs);
-    if (!hasWorkToLose) return {};
-    Outcome written;
-    for (const std::string& each : std::exchange(pending_, {}))
-        if (written) written = recovery_.add(drawing.path(), each);
-    return written;
-}
-
-Outcome Desk::recover(const LeftLog& log) {
-    isRecovering_ = true;
-    Outcome done = log.copy.empty() ? Outcome{} : takeCopy(log.copy);
-    ed::ScriptSource script{log.script, RecoveryLog::pathFor(session_.drawing()->path())};
-    if (done && ed::CommandRunner{session_}.run(script) == ed::RunEnd::failed)
-        done = Outcome::failure(session_.line().failure());
-    isRecovering_ = false;
-    session_.line().takeScript();
-    hasOlderSteps_ = !log.copy.empty();
-    return done ? recovery_.goOnWith(session_.drawing()->path(), log) : done;
-}
-
-/// What is in the copy are unsaved changes of the drawing.
-Outcome Desk::takeCopy(const std::string& copy) {
-    auto drawing = db::Drawing::read(copy);
-    if (!drawing) return Outcome::failure(drawing.error());
-    (*drawing)->rename(session_.drawing()->path());
-    (*drawing)->markChanged();
-    session_.setDrawing(std::move(*drawing));
-    return {};
+    recovery_.commandEnds(drawing, end);
 }
 
 } // namespace qx::desktop

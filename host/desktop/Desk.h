@@ -4,7 +4,7 @@
 // happens while a prompt waits.
 #pragma once
 
-#include "desktop/RecoveryLog.h"
+#include "desktop/Recovery.h"
 #include "draw/ChangeWatch.h"
 #include "draw/DisplayList.h"
 #include "ed/CommandRunner.h"
@@ -48,8 +48,6 @@ public:
     /// Gives the running command up and ends, if `mayClose` agrees then.
     void close() { isClosing_ = true; }
     std::function<bool()> mayClose;
-    /// Nothing is to be recovered: what was not saved was given up.
-    void dropRecovery() { recovery_.close(); }
     /// It was closed, or nothing can be waited for any more.
     bool isOver() const { return isOver_; }
     /// The source ends the next time that a command is asked for, and may be read on later.
@@ -75,14 +73,9 @@ public:
     /// Coordinates under the cursor, and what it snaps to.
     std::string status() const;
 
-    // Recovery.
-
-    /// Runs what was left of an earlier session on the drawing that was just opened. The sentence when it
-    /// could not be done to the end.
-    Outcome recover(const LeftLog& log);
-    bool isRecovering() const { return isRecovering_; }
-    /// Told when the log can't be written.
-    std::function<void(const std::string& sentence)> onLogFailure;
+    /// Notes what the session does.
+    Recovery& recovery() { return recovery_; }
+    const Recovery& recovery() const { return recovery_; }
 
     // InputSource
 
@@ -105,9 +98,6 @@ private:
 
     void showDrawing();
     void becameStale(Stale what);
-    void log(ed::CommandEnd end);
-    Outcome logInputs(const db::Drawing& drawing, const std::string& inputs);
-    Outcome takeCopy(const std::string& copy);
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
     void click(const AcGePoint2d& place, bool shift);
     void answer(const std::vector<std::string>& texts);
@@ -138,13 +128,7 @@ private:
     bool snaps_ = true;
     std::vector<db::Record*> chosen_; ///< by the running command
 
-    RecoveryLog recovery_;
-    std::vector<std::string> pending_; ///< inputs of commands before there was anything to lose
-    std::string running_;              ///< name of the command
-    std::string before_;               ///< what is in the script before its name: the selection that it finds
-    bool isRecovering_ = false;
-    bool hasOlderSteps_ = false; ///< than what the log goes on from: what is undone may be one of them
-    bool isUnsayable_ = false;   ///< something that a script can't say was done and is not in the log
+    Recovery recovery_;
 };
 
 } // namespace qx::desktop

@@ -47,6 +47,12 @@ bool isStill(const std::string& file, const std::string& mark) {
     return now && *now == mark;
 }
 
+Outcome checkIdle(const std::string& log) {
+    if (!os::exists(log)) return {};
+    const auto file = os::AppendedFile::open(log);
+    return file ? Outcome{} : Outcome::failure(file.error());
+}
+
 } // namespace
 
 std::optional<LeftLog> RecoveryLog::find(const std::string& drawing) {
@@ -73,14 +79,27 @@ Result<std::string> RecoveryLog::putAside(const std::string& drawing) {
     std::string aside;
     for (int i = 1; aside.empty() || os::exists(aside + ".scr") || os::exists(aside + ".dxf"); ++i)
         aside = drawing + ".recovery-" + std::to_string(i);
-    Outcome moved = os::moveFile(pathFor(drawing), aside + ".scr");
-    if (moved && os::isFile(copyFor(drawing))) moved = os::moveFile(copyFor(drawing), aside + ".dxf");
+    Outcome moved = checkIdle(pathFor(drawing));
+    for (const auto& [from, to] :
+         {std::pair{pathFor(drawing), aside + ".scr"}, std::pair{copyFor(drawing), aside + ".dxf"}})
+        if (moved && os::exists(from)) moved = os::moveFile(from, to);
     return moved ? Result<std::string>{aside + ".scr"} : Result<std::string>::failure(moved.error());
+}
+
+// What somebody else left may be all that there is of their work.
+Outcome RecoveryLog::claim(const std::string& drawing) {
+    const bool isFree = !os::exists(pathFor(drawing)) && !os::exists(copyFor(drawing));
+    if (drawing_ != drawing && !isFree)
+        if (const auto aside = putAside(drawing); !aside) return Outcome::failure(aside.error());
+    drawing_ = drawing;
+    return {};
 }
 
 // Whole at any moment: a log that is there already stays until the new one takes its place.
 Outcome RecoveryLog::begin(const std::string& drawing, const std::string& copy, const std::string& script) {
     file_.reset();
+    if (Outcome idle = checkIdle(pathFor(drawing)); !idle) return idle;
+    drawing_ = drawing;
     std::string head;
     for (const auto& [line, path] : {std::pair{firstLine, drawing}, std::pair{copyLine, copy}}) {
         if (path.empty()) continue;
@@ -95,17 +114,19 @@ Outcome RecoveryLog::begin(const std::string& drawing, const std::string& copy, 
     auto file = os::AppendedFile::open(pathFor(drawing));
     if (!file) return Outcome::failure(file.error());
     file_.emplace(std::move(*file));
-    drawing_ = drawing;
     return {};
 }
 
 Outcome RecoveryLog::add(const std::string& drawing, const std::string& inputs) {
     const std::string block = inputs + std::string{endOfCommand};
-    return file_ ? file_->append(block) : begin(drawing, {}, block);
+    if (file_) return file_->append(block);
+    const Outcome claimed = claim(drawing);
+    return claimed ? begin(drawing, {}, block) : claimed;
 }
 
 // The copy is there before the log speaks of it.
 Outcome RecoveryLog::keepCopy(const db::Drawing& drawing) {
+    if (Outcome claimed = claim(drawing.path()); !claimed) return claimed;
     const std::string copy = copyFor(drawing.path());
     const Outcome saved = drawing.save(copy, os::Backup::none);
     return saved ? begin(drawing.path(), copy, {}) : saved;
@@ -116,11 +137,11 @@ Outcome RecoveryLog::goOnWith(const std::string& drawing, const LeftLog& log) {
 }
 
 void RecoveryLog::close() {
-    if (!file_) return;
     file_.reset();
-    os::removeFile(pathFor(drawing_));
-    os::removeFile(copyFor(drawing_));
-    drawing_.clear();
+    const std::string drawing = std::exchange(drawing_, {});
+    if (drawing.empty() || !checkIdle(pathFor(drawing))) return;
+    os::removeFile(pathFor(drawing));
+    os::removeFile(copyFor(drawing));
 }
 
 } // namespace qx::desktop

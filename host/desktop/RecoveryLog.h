@@ -28,7 +28,8 @@ public:
     static std::string copyFor(const std::string& drawing) { return drawing + ".recovery.dxf"; }
     /// Nothing when there is none, nothing was finished, or a running program still writes it.
     static std::optional<LeftLog> find(const std::string& drawing);
-    /// Gives a log, and its copy, names under which they are in nobody's way; that of the log.
+    /// Gives a log, and its copy, names under which they are in nobody's way; that of the log. Refused while
+    /// a running program writes it.
     static Result<std::string> putAside(const std::string& drawing);
 
     RecoveryLog() = default;
@@ -36,6 +37,8 @@ public:
     ~RecoveryLog() = default;
     RecoveryLog(const RecoveryLog&) = delete;
     RecoveryLog& operator=(const RecoveryLog&) = delete;
+
+    // Whatever stands in the place of the log and was not made here is put aside first.
 
     /// The inputs of a command that was finished; on the disk when this comes back. The first one makes the
     /// log, for the file as it is then.
@@ -49,9 +52,10 @@ public:
     void close();
 
 private:
+    Outcome claim(const std::string& drawing);
     Outcome begin(const std::string& drawing, const std::string& copy, const std::string& script);
 
-    std::string drawing_; ///< empty: there is no log yet
+    std::string drawing_; ///< whose log is ours; empty: there is none yet
     std::optional<os::AppendedFile> file_;
 };
 

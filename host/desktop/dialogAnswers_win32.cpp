@@ -69,13 +69,14 @@ bool repeatNext(ed::Session& session, HWND dialog) {
 
 DialogAnswers::DialogAnswers(ed::Session& session, const Desk& desk) {
     afx::setDialogEnd([&session, &desk](HWND dialog, UINT templateId, UINT command) {
-        if (desk.isRecovering()) return;
+        if (desk.recovery().isRepeating()) return;
         DialogForm form{static_cast<int>(templateId), static_cast<int>(command), {}};
         ::EnumChildWindows(dialog, &addControl, reinterpret_cast<LPARAM>(&form));
         session.line().noteAnswer({.kind = ed::Input::Kind::text, .text = textOf(form)});
     });
-    afx::setIdleStep(
-        [&session, &desk](HWND dialog) { return desk.isRecovering() && repeatNext(session, dialog); });
+    afx::setIdleStep([&session, &desk](HWND dialog) {
+        return desk.recovery().isRepeating() && repeatNext(session, dialog);
+    });
 }
 
 DialogAnswers::~DialogAnswers() {

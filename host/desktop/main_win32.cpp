@@ -47,7 +47,7 @@ public:
         };
         session_.variables().force("CMDDIA", 1);
         desk_.mayClose = [this] { return window_.mayClose(); };
-        desk_.onLogFailure = [this](const std::string& sentence) {
+        desk_.recovery().onFailure = [this](const std::string& sentence) {
             session_.line().note("无法写入恢复记录", sentence);
         };
         window_.attach(session_, desk_);
@@ -63,7 +63,7 @@ public:
             if (left_) recoverWhatWasLeft();
             ed::CommandRunner{session_}.run(desk_);
         }
-        desk_.dropRecovery();
+        desk_.recovery().drop();
         rx::moduleLoader().setDrawingOpen(false);
         rx::moduleLoader().unloadAll();
         return 0;
@@ -87,7 +87,7 @@ private:
             session_.line().transcript.sentence("发现 " + std::to_string(i + 1) + line + ": " +
                                                 findings[i].sentence);
         }
-        if (desk_.isRecovering()) return;
+        if (desk_.recovery().isRepeating()) return;
         left_ = RecoveryLog::find(drawing.path());
         if (left_) desk_.pause();
     }
@@ -104,7 +104,7 @@ private:
         else if (!window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
                                "没有保存。\n是否在图形上重做这些命令?"))
             session_.line().transcript.sentence("没有恢复。上次的命令保存在 " + putAside(path));
-        else if (const Outcome done = desk_.recover(left); !done)
+        else if (const Outcome done = desk_.recovery().repeat(left); !done)
             window_.tells("没有全部恢复: " + done.error() + "\n上次的命令保存在 " + putAside(path));
         else
             session_.line().transcript.sentence("已恢复 " + commands + "，请检查后保存。");

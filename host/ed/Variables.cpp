@@ -64,4 +64,11 @@ std::vector<std::string> Variables::names() const {
     return result;
 }
 
+std::vector<Variables::Setting> Variables::settings() const {
+    std::vector<Setting> result;
+    for (const Variable& each : variables_)
+        if (!each.readOnly) result.push_back({each.name, each.value.number});
+    return result;
+}
+
 } // namespace qx::ed

@@ -32,6 +32,13 @@ public:
     void force(std::string_view name, int number);
     void force(std::string_view name, std::string text);
     std::vector<std::string> names() const;
+    struct Setting {
+        std::string name;
+        int number;
+        friend bool operator==(const Setting&, const Setting&) = default;
+    };
+    /// Of all that people may set.
+    std::vector<Setting> settings() const;
 
 private:
     struct Variable {

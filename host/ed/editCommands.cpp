@@ -71,6 +71,17 @@ void eraseCommand() {
     if (refused > 0) say(*Session::current(), std::to_string(refused) + " 个对象在锁定的图层上，没有删除。");
 }
 
+// The prompt itself makes it the previous selection.
+void selectCommand() { askObjects(); }
+
+void identifyPointCommand() {
+    Session& session = *Session::current();
+    const auto answer = askPoint(session.line(), {.prompt = "指定点: ", .mayBeNone = false});
+    if (answer.kind != Answered::value) return;
+    session.lastPoint = session.frame().resolved(answer.value, session.lastPoint);
+    say(session, "坐标 " + textOf(session.lastPoint));
+}
+
 void listCommand() {
     Session& session = *Session::current();
     for (const AcDbObjectId id : askObjects()) {

@@ -27,6 +27,8 @@ constexpr HostCommand commands[] = {
     {L"ERASE", eraseCommand, ACRX_CMD_USEPICKSET},
     {L"GROUP", groupCommand, ACRX_CMD_USEPICKSET},
     {L"LIST", listCommand, ACRX_CMD_USEPICKSET},
+    {L"SELECT", selectCommand, ACRX_CMD_NO_UNDO_MARKER},
+    {L"ID", identifyPointCommand, ACRX_CMD_NO_UNDO_MARKER},
     {L"SETVAR", setVariableCommand, stepless},
     {L"ARX", modulesCommand, stepless},
 };

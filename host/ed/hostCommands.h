@@ -23,6 +23,8 @@ void redoCommand();
 void eraseCommand();
 void groupCommand();
 void listCommand();
+void selectCommand();
+void identifyPointCommand();
 void setVariableCommand();
 void modulesCommand();
 

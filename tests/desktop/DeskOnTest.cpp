@@ -72,8 +72,9 @@ std::string DeskOnTest::pickFirst() const {
 }
 
 std::string DeskOnTest::recoveryScript() const {
-    const std::string text = contentOf(desktop::RecoveryLog::pathFor(path_));
-    return text.substr(std::min(text.find('\n'), text.size() - 1) + 1);
+    std::string text = contentOf(desktop::RecoveryLog::pathFor(path_));
+    while (text.starts_with(';') || text.starts_with("SETVAR ")) text.erase(0, text.find('\n') + 1);
+    return text;
 }
 
 std::vector<draw::Colour> DeskOnTest::picture() {

@@ -35,7 +35,7 @@ public:
 
     /// "A1 A2": what is selected between commands.
     std::string pickFirst() const;
-    /// The script beside the drawing, without its first line; empty without one.
+    /// The script beside the drawing, without the marks and variables that it begins with; empty without one.
     std::string recoveryScript() const;
     std::vector<draw::Colour> picture();
     db::Drawing& drawing() { return *session.drawing(); }

@@ -35,14 +35,14 @@ TEST_F(Recovery, RepeatsWhatWasFinished) {
     EXPECT_EQ(log->commands, 6u) << log->script;
 
     DeskOnTest again{folder};
-    EXPECT_TRUE(again.desk.recover(*log));
+    EXPECT_TRUE(again.desk.recovery().repeat(*log));
     EXPECT_EQ(again.drawing().toBytes(), done);
     EXPECT_EQ(again.session.variables().number("PICKBOX"), 5);
     again.type("ERASE").type("(handent \"A4\")").type("").work();
     const auto more = RecoveryLog::find(plan());
     EXPECT_FALSE(more) << "somebody is at it";
     EXPECT_NE(again.recoveryScript().find("A4"), std::string::npos);
-    EXPECT_TRUE(again.recoveryScript().starts_with(log->script));
+    EXPECT_NE(contentOf(RecoveryLog::pathFor(plan())).find('\n' + log->script), std::string::npos);
 }
 
 TEST_F(Recovery, LogsAreThereOnlyWhileThereIsWorkToLose) {
@@ -114,6 +114,23 @@ TEST_F(Recovery, ComesToTheSameDrawing) {
              person.click(50, 0).type("ERASE").type("ERASE").type("L").type("").type("U");
          }},
         {"a log that could not be begun at first", scene, withoutLog},
+        {"previous selection from before saving", scene,
+         lines({"LIST", "(handent \"A2\")", "(handent \"A4\")", "", "SAVE", "ERASE", "P", ""})},
+        {"previous selection from before saving, and undone beyond it", scene,
+         lines({"ERASE", "L", "", "LIST", "(handent \"A2\")", "", "SAVE", "U", "ERASE", "P", ""})},
+        {"previous selection without handles from before saving", nameless,
+         lines({"LIST", "50,0", "", "SAVE", "ERASE", "P", ""})},
+        {"last point from before saving", scene,
+         lines({"ID", "0,60", "SAVE", "ERASE", "W", "@-1,-1", "@20,20", ""})},
+        {"last point of a zoomed window", scene,
+         lines({"ERASE", "L", "", "ZOOM", "W", "0,0", "0,60", "ERASE", "W", "@-1,-1", "@20,20", ""})},
+        {"a variable set before saving", scene,
+         lines({"SETVAR", "PICKBOX", "60", "SAVE", "ERASE", "30,5", ""})},
+        {"a variable set before opening", scene,
+         [](DeskOnTest& person) {
+             person.session.variables().set("PICKBOX", 60);
+             person.type("ERASE").type("30,5").type("");
+         }},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
@@ -130,7 +147,8 @@ TEST_F(Recovery, ComesToTheSameDrawing) {
         const auto log = RecoveryLog::find(plan());
         ASSERT_TRUE(log && log->fits);
         DeskOnTest again{folder};
-        const Outcome outcome = again.desk.recover(*log);
+        again.session.variables().set("PICKBOX", 1);
+        const Outcome outcome = again.desk.recovery().repeat(*log);
         EXPECT_TRUE(outcome) << outcome.error();
         EXPECT_EQ(again.drawing().toBytes(), done) << log->script;
         EXPECT_TRUE(again.drawing().isModified());
@@ -193,12 +211,67 @@ TEST_F(Recovery, AsideIsANameThatNobodyHas) {
 
 TEST_F(Recovery, AScriptThatFailsSaysWhere) {
     put(plan(), scene.bytes());
-    DeskOnTest person{folder};
-    const Outcome outcome =
-        person.desk.recover({.script = "ERASE\nL\n\n; done\nNONSENSE\n; done\n", .commands = 2, .copy = {}});
-    EXPECT_NE(outcome.error().find("recovery.scr:5: unknown command"), std::string::npos) << outcome.error();
-    person.type("ERASE").type("L").type("").work(); // life goes on
-    EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
+    std::string done;
+    {
+        DeskOnTest person{folder};
+        const Outcome outcome = person.desk.recovery().repeat(
+            {.script = "ERASE\nL\n\n; done\nNONSENSE\n; done\n", .commands = 2, .copy = {}});
+        EXPECT_NE(outcome.error().find("recovery.scr:5: unknown command"), std::string::npos)
+            << outcome.error();
+        person.type("ERASE").type("L").type("").work(); // life goes on
+        EXPECT_EQ(person.drawing().history().stepsDone(), 2u);
+        done = person.drawing().toBytes();
+    }
+    DeskOnTest again{folder};
+    EXPECT_TRUE(again.desk.recovery().repeat(*RecoveryLog::find(plan())));
+    EXPECT_EQ(again.drawing().toBytes(), done) << "also what was recovered before";
+}
+
+TEST_F(Recovery, AFileThatWasReplacedIsNotWhatTheLogGoesOnFrom) {
+    std::string done;
+    {
+        DeskOnTest person{folder, scene};
+        put(plan(), drawings::DrawingText{.entities = {"CIRCLE|5 A1|10 0|20 0|40 1"}}.bytes());
+        person.type("ERASE").click(30, 0).type("").type("ERASE").type("L").type("").work();
+        done = person.drawing().toBytes();
+    }
+    const auto log = RecoveryLog::find(plan());
+    ASSERT_TRUE(log && log->fits);
+    EXPECT_EQ(log->commands, 1u) << log->script;
+    DeskOnTest again{folder};
+    EXPECT_TRUE(again.desk.recovery().repeat(*log));
+    EXPECT_EQ(again.drawing().toBytes(), done);
+}
+
+TEST_F(Recovery, WhatOthersLeftIsPutAside) {
+    DeskOnTest person{folder, scene};
+    put(RecoveryLog::pathFor(plan()), "their log");
+    put(RecoveryLog::copyFor(plan()), "their copy");
+    person.type("ERASE").type("L").type("").work();
+    EXPECT_EQ(contentOf(plan() + ".recovery-1.scr"), "their log");
+    EXPECT_EQ(contentOf(plan() + ".recovery-1.dxf"), "their copy");
+    EXPECT_EQ(person.recoveryScript(), "ERASE\nL\n\n; done\n");
+}
+
+TEST_F(Recovery, WhatAnotherProgramWritesStays) {
+    put(plan(), scene.bytes());
+    RecoveryLog other;
+    ASSERT_TRUE(other.add(plan(), "theirs\n"));
+    const std::string theirs = contentOf(RecoveryLog::pathFor(plan()));
+    {
+        DeskOnTest person{folder};
+        std::vector<std::string> sentences;
+        person.desk.recovery().onFailure = [&](const std::string& each) { sentences.push_back(each); };
+        person.type("ERASE").type("L").type("").type("U").type("REDO").work();
+        ASSERT_EQ(sentences.size(), 1u) << "said once";
+        EXPECT_NE(sentences[0].find("has it open"), std::string::npos) << sentences[0];
+        EXPECT_FALSE(person.desk.recovery().repeat({.script = "ERASE\nL\n\n; done\n", .copy = {}}));
+        EXPECT_FALSE(RecoveryLog::putAside(plan()));
+        person.session.setDrawing(nullptr);
+    }
+    EXPECT_EQ(contentOf(RecoveryLog::pathFor(plan())), theirs);
+    EXPECT_EQ(folder.count(), 2u);
+    other.close();
 }
 
 } // namespace
