@@ -61,6 +61,7 @@ void Desk::drawingChanges() {
     shown_.reset();
     chosen_.clear();
     recovery_.drawingChanges();
+    findingsTold_ = 0;
     becameStale(Stale::scene);
 }
 
@@ -90,10 +91,10 @@ Input Desk::next(Ask ask) {
     const bool isCommand = ask == Ask::command;
     while (answers_.empty() || !isCommand) {
         if (isOver_) return isCommand ? Input{} : cancelling();
-        if (!isCommand && (isClosing_ || !launched_.empty())) return cancelling();
+        if (!isCommand && (isClosing_ || deed_)) return cancelling();
         if (!answers_.empty()) break;
-        if (isCommand && !launched_.empty())
-            type(std::exchange(launched_, {}));
+        if (isCommand && deed_)
+            std::exchange(deed_, {})();
         else if (isCommand && std::exchange(isClosing_, false))
             isOver_ = !mayClose || mayClose();
         else if (isCommand && std::exchange(isPausing_, false))
@@ -127,8 +128,12 @@ void Desk::type(std::string_view line) {
 }
 
 void Desk::launch(std::string commandLine) {
+    betweenCommands([this, line = std::move(commandLine)] { type(line); });
+}
+
+void Desk::betweenCommands(std::function<void()> deed) {
     answers_.clear();
-    launched_ = std::move(commandLine);
+    deed_ = std::move(deed);
 }
 
 void Desk::cancel() {
@@ -331,7 +336,24 @@ void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();
     follow();
+    tellFindings();
     recovery_.commandEnds(drawing, end);
+}
+
+// What objects hold is found out when they are drawn or used for the first time.
+void Desk::tellFindings() {
+    constexpr std::size_t most = 20;
+    if (!session_.drawing()) return;
+    const auto& findings = session_.drawing()->findings();
+    ed::Transcript& transcript = session_.line().transcript;
+    std::size_t next = std::exchange(findingsTold_, findings.size());
+    for (; next < std::min(findings.size(), most); ++next) {
+        const std::string line =
+            findings[next].line > 0 ? " (第 " + std::to_string(findings[next].line) + " 行)" : "";
+        transcript.sentence("发现 " + std::to_string(next + 1) + line + ": " + findings[next].sentence);
+    }
+    if (next < findings.size())
+        transcript.sentence("另有 " + std::to_string(findings.size() - next) + " 条发现没有列出。");
 }
 
 } // namespace qx::desktop

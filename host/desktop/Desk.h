@@ -32,6 +32,8 @@ public:
     void type(std::string_view line);
     /// Gives the running command up and starts this one.
     void launch(std::string commandLine);
+    /// Gives the running command up, and does this when it has ended.
+    void betweenCommands(std::function<void()> deed);
     void cancel();
     void moveTo(const AcGePoint2d& place);
     void leave();
@@ -65,6 +67,8 @@ public:
     void setCanvas(draw::Colour* scene, int width, int height, draw::TextPainter& texts,
                    int dotsPerInch = 96);
     bool needsPaint() const { return needsPaint_; }
+    /// What was noticed about the drawing since the last time, in the dialogue; by itself after each command.
+    void tellFindings();
     /// Brings what is shown in step with the drawing; done by itself whenever a prompt waits.
     void follow();
     /// The whole picture; `frame` is as large as the scene.
@@ -110,7 +114,7 @@ private:
     ed::Session& session_;
     std::function<bool()> wait_;
     std::deque<ed::Input> answers_;
-    std::string launched_;
+    std::function<void()> deed_; ///< between commands
     std::string lastCommand_;
     bool isOver_ = false, isClosing_ = false, isPausing_ = false;
     ed::Ask ask_ = ed::Ask::command;
@@ -129,6 +133,7 @@ private:
     std::vector<db::Record*> chosen_; ///< by the running command
 
     Recovery recovery_;
+    std::size_t findingsTold_ = 0;
 };
 
 } // namespace qx::desktop

@@ -274,12 +274,16 @@ void MainWindow::open() {
     if (const std::wstring path = chosenFile(window_, folder(), false); !path.empty()) openFile(path);
 }
 
-// The command's own question about changes is answered beforehand.
 void MainWindow::openFile(const std::wstring& path) {
+    desk_->betweenCommands([this, path] { openBetweenCommands(path); });
+}
+
+// The command's own question about changes is answered beforehand, when nothing can change any more.
+void MainWindow::openBetweenCommands(const std::wstring& path) {
     const Changes changes = askAboutChanges();
     if (changes == Changes::stay) return;
-    if (changes == Changes::save) return desk_->launch("SAVE\nOPEN\n" + quoted(path));
-    desk_->launch((isModified() ? "OPEN Y\n" : "OPEN\n") + quoted(path));
+    if (changes == Changes::save) return desk_->type("SAVE\nOPEN\n" + quoted(path));
+    desk_->type((isModified() ? "OPEN Y\n" : "OPEN\n") + quoted(path));
 }
 
 void MainWindow::save() {

@@ -48,6 +48,7 @@ private:
     void obey(int command);
     void open();
     void openFile(const std::wstring& path);
+    void openBetweenCommands(const std::wstring& path);
     void save();
     void saveAs();
     void takeDropped(HDROP drop);

@@ -76,17 +76,12 @@ private:
         });
         if (!drawing) return window_.tells("无法打开图形: " + drawing.error());
         session_.setDrawing(std::move(*drawing));
+        desk_.follow();
+        desk_.tellFindings();
     }
 
     // Between commands there is time to ask what shall become of what was left.
     void noteOpened(const db::Drawing& drawing) {
-        const auto& findings = drawing.findings();
-        for (std::size_t i = 0; i < findings.size(); ++i) {
-            const std::string line =
-                findings[i].line > 0 ? " (第 " + std::to_string(findings[i].line) + " 行)" : "";
-            session_.line().transcript.sentence("发现 " + std::to_string(i + 1) + line + ": " +
-                                                findings[i].sentence);
-        }
         if (desk_.recovery().isRepeating()) return;
         left_ = RecoveryLog::find(drawing.path());
         if (left_) desk_.pause();
@@ -94,7 +89,6 @@ private:
 
     void recoverWhatWasLeft() {
         const LeftLog left = *std::exchange(left_, std::nullopt);
-        desk_.follow();
         window_.showName();
         const std::string path = session_.drawing()->path();
         const std::string commands = std::to_string(left.commands) + " 个命令";

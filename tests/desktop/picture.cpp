@@ -158,6 +158,24 @@ TEST_F(Picture, ZoomsByCommand) {
     EXPECT_NEAR(visible(), all, 1e-9);
 }
 
+TEST_F(Picture, FindingsAreToldWhenTheyAreMade) {
+    DeskOnTest reader{folder, {.entities = {"SPLINE|5 A1|70 8|71 3|72 8|73 4|40 0", "POINT|10 1|20 1"}}};
+    const auto told = [&](const std::string& sentence) { // how often
+        std::size_t count = 0;
+        for (std::size_t at = 0; (at = reader.transcript.find(sentence, at)) != std::string::npos; ++at)
+            ++count;
+        return count;
+    };
+    reader.type("U").work();
+    EXPECT_EQ(told("发现 1 (第 "), 1u) << reader.transcript << "the spline was to be drawn";
+    for (int i = 0; i < 30; ++i) reader.drawing().addFinding(nullptr, "oddity " + std::to_string(i));
+    reader.type("U").type("U").work();
+    EXPECT_EQ(told("发现 1 (第 "), 1u);
+    EXPECT_EQ(told("发现 20: oddity 18"), 1u) << reader.transcript;
+    EXPECT_EQ(told("oddity 19"), 0u);
+    EXPECT_EQ(told("另有 11 条发现"), 1u);
+}
+
 TEST_F(Picture, StatusNamesTheSnap) {
     EXPECT_EQ(person.desk.status(), "");
     person.type("ZOOM").type("W").move(99.9, 0.1).then(

@@ -180,6 +180,30 @@ TEST_F(Pointing, AButtonGivesTheRunningCommandUp) {
     EXPECT_TRUE(person.drawing().find(0xA2)->has(db::Record::erased));
 }
 
+TEST_F(Pointing, WhatIsDoneBetweenCommandsFindsTheRunningOneEnded) {
+    rx::commandStack().addCommand(L"TEST", L"STAYS", nullptr, ACRX_CMD_MODAL, [] {
+        const db::Record* record = ed::Session::current()->drawing()->find(0xA1);
+        AcDbObjectPointer<AcDbEntity> {
+            AcDbObjectId{const_cast<db::Record*>(record)}, AcDb::kForWrite
+            } -> erase();
+        ads_point point{};
+        acedGetPoint(nullptr, L"点: ", point);
+    });
+    DeskOnTest person{folder, scene};
+    bool before = true, after = false;
+    person.type("STAYS").then([&] {
+        before = person.drawing().isModified();
+        person.desk.betweenCommands([&] {
+            after = person.drawing().isModified();
+            person.desk.type("U");
+        });
+    });
+    person.work();
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(after);
+    EXPECT_FALSE(person.drawing().isModified()) << person.transcript;
+}
+
 TEST_F(Pointing, SpacesAreEnterWhereTheyMeanNothingElse) {
     DeskOnTest person{folder, scene};
     const auto check = [&](std::string_view typed, bool ends) {
