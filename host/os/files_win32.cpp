@@ -9,6 +9,9 @@
 #include <fcntl.h>
 #include <io.h>
 
+#include <optional>
+#include <vector>
+
 namespace qx::os {
 namespace {
 
@@ -59,17 +62,28 @@ Outcome failed(const std::string& path, DWORD error = ::GetLastError()) {
 
 Outcome outcomeOf(BOOL done, const std::string& path) { return done ? Outcome{} : failed(path); }
 
-/// Who may do what with the file: taken over from `model`, as far as we may.
-void copyAccess(const std::string& model, const std::string& path) {
+/// Who may do what with a file, as the system lists it; empty: there is no list, and everybody may.
+std::optional<std::vector<std::byte>> accessTo(const std::string& path) {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    std::wstring from = widePath(model), to = widePath(path);
-    if (::GetNamedSecurityInfoW(from.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+    std::wstring name = widePath(path);
+    if (::GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
                                 &list, nullptr, &descriptor) != ERROR_SUCCESS)
-        return;
-    ::SetNamedSecurityInfoW(to.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, list,
-                            nullptr);
+        return std::nullopt;
+    const auto* bytes = reinterpret_cast<const std::byte*>(list);
+    std::vector<std::byte> access{bytes, bytes + (list ? list->AclSize : 0)};
     ::LocalFree(descriptor);
+    return access;
+}
+
+/// Taken over from `model`, as far as we may. What is the same already stays as it was inherited; and where
+/// files are no Windows files at all, setting even that would make them executable.
+void copyAccess(const std::string& model, const std::string& path) {
+    auto access = accessTo(model);
+    if (!access || access == accessTo(path)) return;
+    std::wstring name = widePath(path);
+    ::SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                            access->empty() ? nullptr : reinterpret_cast<PACL>(access->data()), nullptr);
 }
 
 } // namespace
