@@ -74,7 +74,7 @@ void Desk::follow() {
     if (session_.drawing() && !shown_) showDrawing();
     if (!shown_) return;
     const std::vector<db::Record*> changed = shown_->watch.take();
-    becameStale(changed.empty() ? Stale::marks : Stale::scene);
+    becameStale(changed.empty() ? Stale::selection : Stale::scene);
     if (!changed.empty()) shown_->list.update(changed);
 }
 
@@ -113,7 +113,7 @@ void Desk::type(std::string_view line) {
     const bool isName = ask_ == Ask::text && answers_.empty() && !line.empty() && spaceBelongs(line);
     if (isName) {
         answers_.push_back({.kind = Input::Kind::text, .text = std::string{line}, .quoted = true});
-        return becameStale(Stale::marks);
+        return becameStale(Stale::selection);
     }
     ed::Tokenizer tokens{std::string{line} + '\n'};
     for (Input input = tokens.next(); input.kind != Input::Kind::end; input = tokens.next()) {
@@ -124,7 +124,7 @@ void Desk::type(std::string_view line) {
         answers_.push_back(std::move(input));
     }
     if (shown_) shown_->pointing.forgetCorner();
-    becameStale(Stale::marks);
+    becameStale(Stale::selection);
 }
 
 void Desk::launch(std::string commandLine) {
@@ -143,7 +143,7 @@ void Desk::cancel() {
         shown_->pointing.forgetCorner();
     else
         answers_.push_back(cancelling());
-    becameStale(Stale::marks);
+    becameStale(Stale::selection);
 }
 
 bool Desk::spaceEnds(std::string_view typed) const {
@@ -166,12 +166,12 @@ ed::Pointing::Cursor Desk::cursorAt(const AcGePoint2d& place, bool shift) const 
 
 void Desk::moveTo(const AcGePoint2d& place) {
     cursor_ = place;
-    becameStale(Stale::marks);
+    becameStale(Stale::cursor);
 }
 
 void Desk::leave() {
     cursor_.reset();
-    becameStale(Stale::marks);
+    becameStale(Stale::cursor);
 }
 
 void Desk::press(const AcGePoint2d& place, bool shift) {
@@ -189,7 +189,7 @@ void Desk::release(const AcGePoint2d& place, bool shift) {
 void Desk::click(const AcGePoint2d& place, bool shift) {
     if (!shown_) return;
     answer(shown_->pointing.click(ask_, cursorAt(place, shift)));
-    becameStale(Stale::marks);
+    becameStale(Stale::selection);
 }
 
 // ---- the view
@@ -218,7 +218,7 @@ void Desk::pan(int right, int down) {
             shown_->list.draw(raster, view_, ground_, *texts_);
         }
     }
-    becameStale(Stale::marks);
+    becameStale(Stale::selection);
 }
 
 void Desk::zoom(double factor, const AcGePoint2d& about) {
@@ -233,7 +233,7 @@ void Desk::zoomExtents() {
 
 void Desk::toggleSnaps() {
     snaps_ = !snaps_;
-    becameStale(Stale::marks);
+    becameStale(Stale::cursor);
 }
 
 void Desk::setGround(draw::Ground ground) {
@@ -270,15 +270,16 @@ void Desk::zoomByCommand() {
 
 // ---- the picture
 
+// Where only the cursor moves, a frame costs the same however much is selected.
 void Desk::compose(draw::Colour* frame) {
     if (!scene_) return;
     if (stale_ == Stale::scene) drawScene();
+    if (stale_ >= Stale::selection) drawSelection();
     stale_ = Stale::nothing;
     needsPaint_ = false;
-    std::copy_n(scene_, static_cast<std::size_t>(view_.width()) * static_cast<std::size_t>(view_.height()),
-                frame);
+    std::copy_n(withSelection_.empty() ? scene_ : withSelection_.data(), pixelCount(), frame);
     draw::Raster raster{frame, view_.width(), view_.height()};
-    drawMarks(raster);
+    drawCursor(raster);
 }
 
 void Desk::drawScene() {
@@ -294,10 +295,17 @@ std::vector<db::Record*> Desk::markedRecords() const {
     return session_.drawing()->history().changesSoFar() == 0 ? chosen_ : std::vector<db::Record*>{};
 }
 
-void Desk::drawMarks(draw::Raster& frame) const {
-    if (!shown_) return;
-    shown_->list.drawAgain(markedRecords(), frame, view_, ground_, draw::Emphasis::dashed);
-    if (!cursor_) return;
+void Desk::drawSelection() {
+    withSelection_.clear();
+    const std::vector<db::Record*> marked = shown_ ? markedRecords() : std::vector<db::Record*>{};
+    if (marked.empty()) return;
+    withSelection_.assign(scene_, scene_ + pixelCount());
+    draw::Raster raster{withSelection_.data(), view_.width(), view_.height()};
+    shown_->list.drawAgain(marked, raster, view_, ground_, draw::Emphasis::dashed);
+}
+
+void Desk::drawCursor(draw::Raster& frame) const {
+    if (!shown_ || !cursor_) return;
     const ed::Pointing::Cursor cursor = cursorAt(*cursor_, false);
     const auto taken = shown_->pointing.taken(ask_, cursor);
     shown_->list.drawAgain(taken, frame, view_, ground_, draw::Emphasis::strong);
@@ -328,10 +336,14 @@ std::string Desk::status() const {
 
 void Desk::commandBegins(const db::Drawing* drawing, const std::string& name) {
     chosen_.clear();
+    becameStale(Stale::selection);
     recovery_.commandBegins(drawing, name);
 }
 
-void Desk::selected(const ed::RecordSet& set) { chosen_ = set.members(); }
+void Desk::selected(const ed::RecordSet& set) {
+    chosen_ = set.members();
+    becameStale(Stale::selection);
+}
 
 void Desk::commandEnds(db::Drawing* drawing, ed::CommandEnd end) {
     chosen_.clear();

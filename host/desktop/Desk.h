@@ -98,7 +98,7 @@ public:
 
 private:
     struct Shown; ///< of the open drawing
-    enum class Stale { nothing, marks, scene };
+    enum class Stale { nothing, cursor, selection, scene };
 
     void showDrawing();
     void becameStale(Stale what);
@@ -106,8 +106,12 @@ private:
     void click(const AcGePoint2d& place, bool shift);
     void answer(const std::vector<std::string>& texts);
     std::vector<db::Record*> markedRecords() const;
+    std::size_t pixelCount() const {
+        return static_cast<std::size_t>(view_.width()) * static_cast<std::size_t>(view_.height());
+    }
     void drawScene();
-    void drawMarks(draw::Raster& frame) const;
+    void drawSelection();
+    void drawCursor(draw::Raster& frame) const;
     void registerZoom();
     void zoomByCommand();
 
@@ -123,6 +127,7 @@ private:
     draw::Ground ground_ = draw::Ground::dark;
     std::unique_ptr<Shown> shown_;
     draw::Colour* scene_ = nullptr;
+    std::vector<draw::Colour> withSelection_; ///< the scene with what is selected; empty: nothing is
     draw::TextPainter* texts_ = nullptr;
     int dotsPerInch_ = 96;
     Stale stale_ = Stale::scene;

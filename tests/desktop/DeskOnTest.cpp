@@ -77,6 +77,13 @@ std::string DeskOnTest::recoveryScript() const {
     return text;
 }
 
+void DeskOnTest::resize(int newWidth, int newHeight) {
+    scene_.assign(static_cast<std::size_t>(std::max(newWidth, 1)) *
+                      static_cast<std::size_t>(std::max(newHeight, 1)),
+                  0);
+    desk.setCanvas(scene_.data(), newWidth, newHeight, texts_);
+}
+
 std::vector<draw::Colour> DeskOnTest::picture() {
     std::vector<draw::Colour> frame(scene_.size());
     desk.compose(frame.data());

@@ -38,6 +38,8 @@ public:
     /// The script beside the drawing, without the marks and variables that it begins with; empty without one.
     std::string recoveryScript() const;
     std::vector<draw::Colour> picture();
+    /// Sizes below a pixel are given a pixel of memory, as a window does.
+    void resize(int width, int height);
     db::Drawing& drawing() { return *session.drawing(); }
 
     std::string transcript;

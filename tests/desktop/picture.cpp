@@ -7,6 +7,7 @@
 #include "rx/CommandStack.h"
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
 
@@ -156,6 +157,76 @@ TEST_F(Picture, ZoomsByCommand) {
     EXPECT_NEAR(visible(), all, 1e-9);
     person.type("ZOOM").type("E").escape().work();
     EXPECT_NEAR(visible(), all, 1e-9);
+}
+
+/// The fastest of a few.
+template <class Frame> double secondsOf(Frame&& frame) {
+    double best = 1e9;
+    for (int i = 0; i < 5; ++i) {
+        const auto begin = std::chrono::steady_clock::now();
+        frame(i);
+        best =
+            std::min(best, std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count());
+    }
+    return best;
+}
+
+TEST_F(Picture, FramesOfAMovingCursorCostTheSameHoweverMuchIsSelected) {
+    drawings::DrawingText text;
+    for (int i = 0; i < 50000; ++i) text.line({0, i * 1.0, 0}, {75000, i * 1.0, 0});
+    DeskOnTest many{folder, text};
+    many.type("ERASE").type("ALL").then([&] {
+        const auto shown = many.picture();
+        const double still = secondsOf([&](int) {
+            many.desk.pan(0, 0);
+            many.picture();
+        });
+        const double moving = secondsOf([&](int step) {
+            many.desk.moveTo({5.0 + step, 5});
+            many.picture();
+        });
+        EXPECT_LT(moving, still / 5);
+        many.desk.leave();
+        EXPECT_EQ(many.picture(), shown) << "and they stay dashed";
+    });
+    many.escape().work();
+}
+
+TEST_F(Picture, AnySizeAndPlaceIsShown) {
+    const struct {
+        const char* name;
+        drawings::DrawingText drawing;
+        bool isSeen = true;
+    } cases[] = {
+        {"nothing", {}, false},
+        {"one point far away", {.entities = {"POINT|10 1e12|20 -1e12"}}},
+        {"one point where no view goes", {.entities = {"POINT|10 1e300|20 -1e300"}}, false},
+        {"near and far", {.entities = {"CIRCLE|10 0|20 0|40 1", "CIRCLE|10 1e14|20 0|40 1e13"}}},
+    };
+    for (const auto& each : cases) {
+        for (const auto& [width, height] : {std::pair{1, 1}, {1, 300}, {300, 0}, {400, 300}}) {
+            SCOPED_TRACE(each.name + (' ' + std::to_string(width)) + " x " + std::to_string(height));
+            DeskOnTest small{folder, each.drawing};
+            small.then([&, w = width, h = height] { small.resize(w, h); });
+            for (const double factor : {1.0, 1e-30, 1e30, 1e30}) {
+                small.then([&, factor] {
+                    small.desk.zoom(factor, {0.5, 0.5});
+                    small.desk.pan(3, -2);
+                    small.picture();
+                });
+                small.click(0, 0).escape().drag(-1, -1, 5, 5).type("ERASE").click(0, 0).drag(9, 9, 0, 0);
+                small.then([&] { small.picture(); }).escape().escape();
+            }
+            small.type("ERASE").type("ALL").type("").type("UNDO").type("100").work();
+            EXPECT_FALSE(small.drawing().isModified()) << small.transcript;
+            small.desk.zoomExtents();
+            small.desk.leave();
+            const auto pixels = small.picture();
+            const auto ground = draw::groundColour(draw::Ground::dark);
+            const auto inked = pixels.size() - static_cast<std::size_t>(std::ranges::count(pixels, ground));
+            EXPECT_EQ(inked > 0, each.isSeen);
+        }
+    }
 }
 
 TEST_F(Picture, FindingsAreToldWhenTheyAreMade) {
