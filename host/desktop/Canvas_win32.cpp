@@ -100,18 +100,24 @@ LRESULT Canvas::handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
         desk_.press(place, isShiftDown(wParam));
         return 0;
     case WM_LBUTTONUP:
-        ::ReleaseCapture();
         desk_.release(place, isShiftDown(wParam));
+        endDrag(wParam);
         return 0;
     case WM_RBUTTONDOWN:
         desk_.type("");
         return 0;
     case WM_MBUTTONDOWN:
         ::SetCapture(window_);
-        panFrom_ = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+        panFrom_ = POINT{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
         return 0;
     case WM_MBUTTONUP:
-        ::ReleaseCapture();
+        panFrom_.reset();
+        endDrag(wParam);
+        return 0;
+    case WM_CAPTURECHANGED:
+        if (reinterpret_cast<HWND>(lParam) == window_) return 0;
+        panFrom_.reset();
+        desk_.letGo();
         return 0;
     case WM_MBUTTONDBLCLK:
         desk_.zoomExtents();
@@ -144,12 +150,17 @@ void Canvas::paint() {
     ::EndPaint(window_, &info);
 }
 
+/// Another button may still drag.
+void Canvas::endDrag(WPARAM keys) {
+    if (!(keys & (MK_LBUTTON | MK_MBUTTON))) ::ReleaseCapture();
+}
+
 void Canvas::mouseMoved(const AcGePoint2d& place, WPARAM keys) {
     TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, window_, 0};
     ::TrackMouseEvent(&leave);
-    if (keys & MK_MBUTTON) {
+    if (panFrom_ && (keys & MK_MBUTTON)) {
         const POINT to{std::lround(place.x), std::lround(place.y)};
-        desk_.pan(to.x - panFrom_.x, to.y - panFrom_.y);
+        desk_.pan(to.x - panFrom_->x, to.y - panFrom_->y);
         panFrom_ = to;
     }
     desk_.moveTo(place);

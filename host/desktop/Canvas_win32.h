@@ -5,6 +5,7 @@
 #include "desktop/GdiText_win32.h"
 
 #include <memory>
+#include <optional>
 #include <windows.h>
 
 namespace qx::desktop {
@@ -30,13 +31,14 @@ private:
 
     void resize();
     void paint();
+    void endDrag(WPARAM keys);
     void mouseMoved(const AcGePoint2d& place, WPARAM keys);
 
     Desk& desk_;
     HWND window_ = nullptr;
     std::unique_ptr<Bitmap> scene_, frame_;
     std::unique_ptr<GdiText> texts_;
-    POINT panFrom_{};
+    std::optional<POINT> panFrom_; ///< while it is dragged
 };
 
 } // namespace qx::desktop

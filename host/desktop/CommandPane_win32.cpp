@@ -27,6 +27,18 @@ std::wstring withWindowsLineEnds(std::string_view text) {
     return result;
 }
 
+std::wstring clipboardText(HWND owner) {
+    if (!::OpenClipboard(owner)) return {};
+    std::wstring text;
+    const HANDLE memory = ::GetClipboardData(CF_UNICODETEXT);
+    if (const auto* characters = memory ? static_cast<const wchar_t*>(::GlobalLock(memory)) : nullptr) {
+        text.assign(characters, ::wcsnlen(characters, ::GlobalSize(memory) / sizeof(wchar_t)));
+        ::GlobalUnlock(memory);
+    }
+    ::CloseClipboard();
+    return text;
+}
+
 int lineHeight(int dotsPerInch) { return ::MulDiv(pointsOfFont * 2, dotsPerInch, 96); }
 
 } // namespace
@@ -62,7 +74,7 @@ void CommandPane::place(const RECT& place) {
     place_ = place;
     const int width = place.right - place.left;
     const int line = lineHeight(static_cast<int>(::GetDpiForWindow(parent_)));
-    ::MoveWindow(output_, place.left, place.top, width, place.bottom - place.top - line, TRUE);
+    ::MoveWindow(output_, place.left, place.top, width, std::max(place.bottom - place.top - line, 0L), TRUE);
     showPrompt();
 }
 
@@ -134,7 +146,24 @@ LRESULT CALLBACK CommandPane::inputProcedure(HWND window, UINT message, WPARAM w
     return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
+/// What stands behind the last line end waits to be completed. False when there is no line end.
+bool CommandPane::pastesLines() {
+    std::wstring text = clipboardText(input_);
+    std::erase(text, L'\r');
+    if (text.find(L'\n') == std::wstring::npos) return false;
+    ::SendMessageW(input_, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(L""));
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find(L'\n', begin), text.size());
+        ::SendMessageW(input_, EM_REPLACESEL, TRUE,
+                       reinterpret_cast<LPARAM>(text.substr(begin, end - begin).c_str()));
+        if (end < text.size()) submit();
+        begin = end + 1;
+    }
+    return true;
+}
+
 bool CommandPane::isTaken(UINT message, WPARAM wParam) {
+    if (message == WM_PASTE) return pastesLines();
     if (message == WM_KEYDOWN) return isKeyTaken(wParam);
     if (message != WM_CHAR) return false;
     const bool isSpace = wParam == L' ' && desk_ && desk_->spaceEnds(typed());

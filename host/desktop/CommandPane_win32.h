@@ -1,5 +1,5 @@
 // The command line of the window: what was said so far, and a line to type in, with the question that waits
-// in front of it. Everything that is typed anywhere goes there.
+// in front of it. Everything that is typed anywhere goes there; lines that are pasted are entered one by one.
 #pragma once
 
 #include "desktop/Desk.h"
@@ -37,6 +37,7 @@ private:
                                            DWORD_PTR pane);
     bool isTaken(UINT message, WPARAM wParam);
     bool isKeyTaken(WPARAM key);
+    bool pastesLines();
     std::string typed() const;
     void setTyped(const std::string& text);
     void submit();

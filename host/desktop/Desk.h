@@ -40,6 +40,8 @@ public:
     void press(const AcGePoint2d& place, bool shift);
     /// The second corner of a rectangle that was drawn with the button down.
     void release(const AcGePoint2d& place, bool shift);
+    /// The button will come up where nobody sees it: what it pressed was a click.
+    void letGo() { pressedAt_.reset(); }
     void pan(int right, int down);
     void zoom(double factor, const AcGePoint2d& about);
     void zoomExtents();

@@ -190,7 +190,7 @@ LRESULT MainWindow::handle(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 void MainWindow::arrange() {
-    if (!canvas_) return;
+    if (!canvas_ || ::IsIconic(window_)) return;
     RECT area{}, bar{};
     ::SendMessageW(toolbar_, TB_AUTOSIZE, 0, 0);
     ::SendMessageW(statusLine_, WM_SIZE, 0, 0);
@@ -203,9 +203,10 @@ void MainWindow::arrange() {
     area.top += bar.bottom - bar.top;
     ::GetWindowRect(statusLine_, &bar);
     area.bottom -= bar.bottom - bar.top;
+    area.bottom = std::max(area.top, area.bottom);
     RECT pane = area;
     pane.top = area.bottom - pane_->heightFor(static_cast<int>(::GetDpiForWindow(window_)));
-    area.bottom = pane.top;
+    area.bottom = pane.top = std::max(area.top, pane.top);
     canvas_->place(area);
     pane_->place(pane);
 }

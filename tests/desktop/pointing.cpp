@@ -89,6 +89,21 @@ TEST_F(Pointing, SnapsOnlyWhileSnapsAreOn) {
     EXPECT_FALSE(person.desk.areSnapsOn());
 }
 
+TEST_F(Pointing, AButtonThatComesUpUnseenGivesNoCorner) {
+    EXPECT_EQ(erased([](DeskOnTest& person) {
+                  person.then([&] {
+                      const auto at = [&](double x, double y) {
+                          return person.desk.view().toScreen({x, y, 0});
+                      };
+                      person.desk.press(at(30, 20), false);
+                      person.desk.letGo();
+                      person.desk.release(at(10, 60), false);
+                  });
+                  person.click(70, 60);
+              }),
+              "W\n30,20,0\n70,60,0\n");
+}
+
 TEST_F(Pointing, SelectsBeforeACommand) {
     DeskOnTest person{folder, scene};
     person.click(30, 0).then([&] { EXPECT_EQ(person.pickFirst(), "A1"); });
