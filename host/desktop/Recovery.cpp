@@ -72,8 +72,9 @@ void Recovery::commandBegins(const db::Drawing* drawing, const std::string& name
 // refused answer, as a script would.
 void Recovery::commandEnds(const db::Drawing* drawing, ed::CommandEnd end) {
     const bool isAsInFile = drawing && !drawing->isModified();
-    hasOlderSteps_ = hasOlderSteps_ || (isAsInFile && (running_ == "SAVE" || running_ == "SAVEAS"));
-    if (isAsInFile && hasOlderSteps_) {
+    const bool isSaved = isAsInFile && (running_ == "SAVE" || running_ == "SAVEAS");
+    hasOlderSteps_ = hasOlderSteps_ || isSaved;
+    if (isSaved || (isAsInFile && hasOlderSteps_ && takesBack(running_))) {
         log_.close();
         startAfresh();
     }

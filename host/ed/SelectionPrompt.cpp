@@ -122,11 +122,13 @@ void SelectionPrompt::takePicked(db::Record* picked) {
     found(records, groups);
 }
 
+// What is erased is refused like what never was: in the saved file it isn't there, and scripts go on from
+// that.
 bool SelectionPrompt::takeEntity(const std::string& form) {
     const auto pick = parsePick(form);
     const auto handle = pick ? pick->handle : parseHandent(form);
     db::Record* record = handle ? drawing_.find(*handle) : nullptr;
-    if (!record) return false;
+    if (!record || record->has(db::Record::erased)) return false;
     if (!drawing_.isSelectable(record))
         found({});
     else if (pick)

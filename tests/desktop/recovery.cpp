@@ -1,6 +1,8 @@
 // Work that a program did not live to save.
 #include "desktop/DeskOnTest.h"
 
+#include <random>
+
 namespace {
 
 using namespace qx;
@@ -156,6 +158,56 @@ TEST_F(Recovery, ComesToTheSameDrawing) {
         again.type("ERASE").type("ALL").type("").type("U").type("SAVE").work();
         EXPECT_EQ(contentOf(plan()), done);
         EXPECT_EQ(folder.count(), 2u) << "the drawing and its backup";
+    }
+}
+
+TEST_F(Recovery, ComesToTheSameDrawingWhateverIsDone) {
+    const std::vector<std::vector<std::string>> deeds{{"ERASE", "L", ""},
+                                                      {"ERASE", "P", ""},
+                                                      {"ERASE", "30,5", "", ""},
+                                                      {"ERASE", "W", "@-1,-1", "@30,40", ""},
+                                                      {"ERASE", "ALL", "R", "L", "P", ""},
+                                                      {"SELECT", "(handent \"A4\")", "L", ""},
+                                                      {"SELECT", "ALL", ""},
+                                                      {"LIST", "(handent \"A2\")", ""},
+                                                      {"ID", "0,60"},
+                                                      {"ZOOM", "W", "1,2", "3,4"},
+                                                      {"SETVAR", "PICKBOX", "60"},
+                                                      {"SETVAR", "PICKBOX", "2"},
+                                                      {"SETVAR", "NOTHING"},
+                                                      {"U"},
+                                                      {"U"},
+                                                      {"UNDO", "2"},
+                                                      {"REDO"},
+                                                      {"SAVE"},
+                                                      {"OPEN", plan()},
+                                                      {"NONSENSE"}};
+    for (unsigned seed = 1; seed <= 30; ++seed) {
+        std::filesystem::remove_all(folder.path());
+        std::filesystem::create_directory(folder.path());
+        std::mt19937 random{seed};
+        std::string done, transcript;
+        bool isModified = false;
+        {
+            DeskOnTest person{folder, scene};
+            for (int i = 0; i < 14; ++i) {
+                for (const std::string& line : deeds[random() % deeds.size()]) person.type(line);
+                if (random() % 4 == 0) person.escape().click(10, 70).click(30, 0);
+                person.escape().escape();
+            }
+            person.work();
+            done = person.drawing().toBytes();
+            isModified = person.drawing().isModified();
+            transcript = person.transcript;
+        }
+        const auto log = RecoveryLog::find(plan());
+        EXPECT_TRUE(log || !isModified) << "seed " << seed << '\n' << transcript;
+        if (!log) continue;
+        EXPECT_TRUE(log->fits) << "seed " << seed;
+        DeskOnTest again{folder};
+        const Outcome outcome = again.desk.recovery().repeat(*log);
+        EXPECT_TRUE(outcome) << outcome.error();
+        EXPECT_EQ(again.drawing().toBytes(), done) << "seed " << seed << '\n' << transcript << log->script;
     }
 }
 

@@ -52,6 +52,7 @@ const ScriptCase scriptCases[] = {
     {"QUIT\nFOO\n", "", "", RunEnd::quit},
     {"(Foo)\n", "; 错误: 函数未定义: Foo", "1: undefined function \"Foo\""},
     {"LIST\n(handent \"A3\")\n\n", "AcDbCircle  句柄 A3  图层 0  范围 400,300,0 至 600,500,0"},
+    {"ERASE\n(handent \"A3\")\n\nLIST\n(handent \"A3\")\n", "", "5: \"(handent \"A3\")\" selects nothing"},
     {"SELECT\n(handent \"A3\")\n\nU\nLIST\nP\n\n",
      "没有可放弃的操作。\n命令: LIST\n选择对象: P\n找到 1 个\n"},
     {"ID 3,4\nID @1,-1.5\nU\n", "坐标 4,2.5,0\n命令: U\n没有可放弃的操作。"},
