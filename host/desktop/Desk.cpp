@@ -89,18 +89,23 @@ Input Desk::next(Ask ask) {
     ask_ = ask;
     follow();
     const bool isCommand = ask == Ask::command;
-    while (answers_.empty() || !isCommand) {
-        if (isOver_) return isCommand ? Input{} : cancelling();
-        if (!isCommand && (isClosing_ || deed_)) return cancelling();
+    for (;;) {
+        if (isCommand && std::exchange(isPausing_, false)) return {};
         if (!answers_.empty()) break;
-        if (isCommand && deed_)
+        if (isOver_) return isCommand ? Input{} : cancelling();
+        if (!lines_.empty()) {
+            const std::string line = std::move(lines_.front());
+            lines_.pop_front();
+            takeLine(line);
+        } else if (!isCommand && (isClosing_ || deed_)) {
+            return cancelling();
+        } else if (isCommand && deed_) {
             std::exchange(deed_, {})();
-        else if (isCommand && std::exchange(isClosing_, false))
+        } else if (isCommand && std::exchange(isClosing_, false)) {
             isOver_ = !mayClose || mayClose();
-        else if (isCommand && std::exchange(isPausing_, false))
-            return {};
-        else
+        } else {
             isOver_ = !wait_();
+        }
     }
     Input input = std::move(answers_.front());
     answers_.pop_front();
@@ -108,9 +113,15 @@ Input Desk::next(Ask ask) {
     return input;
 }
 
+// What a line means depends on the prompt that it comes to.
 void Desk::type(std::string_view line) {
+    if (answers_.empty() && lines_.empty()) return takeLine(line);
+    lines_.emplace_back(line);
+}
+
+void Desk::takeLine(std::string_view line) {
     // A name may hold blanks; only quotes and forms mean anything there.
-    const bool isName = ask_ == Ask::text && answers_.empty() && !line.empty() && spaceBelongs(line);
+    const bool isName = ask_ == Ask::text && !line.empty() && spaceBelongs(line);
     if (isName) {
         answers_.push_back({.kind = Input::Kind::text, .text = std::string{line}, .quoted = true});
         return becameStale(Stale::selection);
@@ -127,17 +138,22 @@ void Desk::type(std::string_view line) {
     becameStale(Stale::selection);
 }
 
+void Desk::forgetAnswers() {
+    answers_.clear();
+    lines_.clear();
+}
+
 void Desk::launch(std::string commandLine) {
     betweenCommands([this, line = std::move(commandLine)] { type(line); });
 }
 
 void Desk::betweenCommands(std::function<void()> deed) {
-    answers_.clear();
+    forgetAnswers();
     deed_ = std::move(deed);
 }
 
 void Desk::cancel() {
-    answers_.clear();
+    forgetAnswers();
     const bool hadCorner = shown_ && shown_->pointing.corner();
     if (hadCorner)
         shown_->pointing.forgetCorner();
@@ -247,6 +263,7 @@ void Desk::registerZoom() {
 }
 
 void Desk::zoomByCommand() {
+    if (!session_.drawing()) return;
     const auto answered = askReal(session_.line(), {.prompt = "指定比例因子，或 [范围(E)/窗口(W)] <范围>: ",
                                                     .keywords = ed::Keywords{"Extents Window"},
                                                     .mayBeZero = false,

@@ -107,6 +107,8 @@ private:
     ed::Pointing::Cursor cursorAt(const AcGePoint2d& place, bool shift) const;
     void click(const AcGePoint2d& place, bool shift);
     void answer(const std::vector<std::string>& texts);
+    void takeLine(std::string_view line);
+    void forgetAnswers();
     std::vector<db::Record*> markedRecords() const;
     std::size_t pixelCount() const {
         return static_cast<std::size_t>(view_.width()) * static_cast<std::size_t>(view_.height());
@@ -120,7 +122,8 @@ private:
     ed::Session& session_;
     std::function<bool()> wait_;
     std::deque<ed::Input> answers_;
-    std::function<void()> deed_; ///< between commands
+    std::deque<std::string> lines_; ///< typed behind those, not yet taken apart
+    std::function<void()> deed_;    ///< between commands
     std::string lastCommand_;
     bool isOver_ = false, isClosing_ = false, isPausing_ = false;
     ed::Ask ask_ = ed::Ask::command;

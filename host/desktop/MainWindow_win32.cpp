@@ -294,6 +294,7 @@ void MainWindow::save() {
 }
 
 void MainWindow::saveAs() {
+    if (!session_->drawing()) return;
     const std::wstring path = chosenFile(window_, folder(), true);
     if (path.empty()) return;
     desk_->launch("SAVEAS\n" + quoted(path) + (os::exists(os::toUtf8(path)) ? "\nY" : ""));

@@ -71,7 +71,14 @@ std::optional<LeftLog> RecoveryLog::find(const std::string& drawing) {
                 .copy = copyMark ? copyFor(drawing) : std::string{},
                 .fits = false};
     log.commands = countOf(endOfCommand, log.script);
-    log.fits = isStill(drawing, *ownMark) && (!copyMark || isStill(log.copy, *copyMark));
+    log.fits = isStill(drawing, *ownMark);
+    // A copy is newer than a log that does not know it, and has all that was done: the program ended before
+    // its log was there.
+    if (copyMark && !isStill(log.copy, *copyMark)) {
+        log.fits = log.fits && os::isFile(log.copy);
+        log.script.clear();
+        log.commands = 0;
+    }
     return log;
 }
 

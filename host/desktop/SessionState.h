@@ -15,6 +15,7 @@ struct SessionState {
     std::vector<ed::Variables::Setting> settings;
     std::string lastPoint = "0,0,0";   ///< as it is typed
     std::vector<db::Record*> previous; ///< those that can be selected
+    bool hasPickFirst = false;
 };
 
 /// A drawing is open.

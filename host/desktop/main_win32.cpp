@@ -57,10 +57,10 @@ public:
         const Outcome loaded = rx::moduleLoader().load(os::programFolder() + "/QX_GroupAlignment.arx");
         if (!loaded) session_.line().note("无法加载模块", loaded.error());
         if (!options_.drawing.empty()) open(options_.drawing);
-        if (left_) recoverWhatWasLeft();
+        if (hasLeft_) recoverWhatWasLeft();
         if (!options_.script.empty()) runScript();
         while (!session_.quitRequested && !desk_.isOver()) {
-            if (left_) recoverWhatWasLeft();
+            if (hasLeft_) recoverWhatWasLeft();
             ed::CommandRunner{session_}.run(desk_);
         }
         desk_.recovery().drop();
@@ -83,25 +83,30 @@ private:
     // Between commands there is time to ask what shall become of what was left.
     void noteOpened(const db::Drawing& drawing) {
         if (desk_.recovery().isRepeating()) return;
-        left_ = RecoveryLog::find(drawing.path());
-        if (left_) desk_.pause();
+        hasLeft_ = RecoveryLog::find(drawing.path()).has_value();
+        if (hasLeft_) desk_.pause();
     }
 
     void recoverWhatWasLeft() {
-        const LeftLog left = *std::exchange(left_, std::nullopt);
+        hasLeft_ = false;
         window_.showName();
         const std::string path = session_.drawing()->path();
-        const std::string commands = std::to_string(left.commands) + " 个命令";
-        if (!left.fits)
+        // A script may have gone on with the drawing; then our own log stands in the place of the other.
+        const auto left = RecoveryLog::find(path);
+        if (!left)
+            return session_.line().transcript.sentence("上次没有保存的命令没有恢复，保存在图形旁边，名为 " +
+                                                       path + ".recovery-1.scr (或更大的编号)。");
+        const std::string work =
+            left->commands > 0 ? std::to_string(left->commands) + " 个命令" : std::string{"修改"};
+        if (!left->fits)
             window_.tells("图形在上次没有正常结束之后被修改过，无法恢复。\n上次的命令保存在 " +
                           putAside(path));
-        else if (!window_.asks("上次程序没有正常结束，" + path + " 有 " + commands +
-                               "没有保存。\n是否在图形上重做这些命令?"))
+        else if (!window_.asks("上次程序没有正常结束，" + path + " 有 " + work + "没有保存。\n是否恢复?"))
             session_.line().transcript.sentence("没有恢复。上次的命令保存在 " + putAside(path));
-        else if (const Outcome done = desk_.recovery().repeat(left); !done)
+        else if (const Outcome done = desk_.recovery().repeat(*left); !done)
             window_.tells("没有全部恢复: " + done.error() + "\n上次的命令保存在 " + putAside(path));
         else
-            session_.line().transcript.sentence("已恢复 " + commands + "，请检查后保存。");
+            session_.line().transcript.sentence("已恢复 " + work + "，请检查后保存。");
     }
 
     static std::string putAside(const std::string& drawing) {
@@ -129,7 +134,7 @@ private:
     ed::Session session_;
     Desk desk_;
     DialogAnswers dialogs_;
-    std::optional<LeftLog> left_; ///< of the drawing that was just opened
+    bool hasLeft_ = false; ///< beside the drawing that is open, when it was opened
 };
 
 } // namespace

@@ -101,8 +101,8 @@ void DisplayList::rebuild() {
     places_.clear();
     areExtentsKnown_ = false;
     drawing_.forEachInModelSpace([&](db::Record* record) {
-        if (!isShown(record)) return;
         items_.push_back({.record = record});
+        if (!isShown(record)) return; // it has its place in the order, should it come back
         take(record, items_.back());
         noteBox(items_.size() - 1);
     });

@@ -56,7 +56,8 @@ std::vector<db::Record*> Pointing::taken(Ask ask, const Cursor& cursor) const {
 }
 
 std::optional<Snap> Pointing::snap(Ask ask, const Cursor& cursor) const {
-    if (ask != Ask::point || !cursor.snaps || !session_.drawing()) return std::nullopt;
+    const bool isCorner = session_.selecting != nullptr;
+    if (ask != Ask::point || isCorner || !cursor.snaps || !session_.drawing()) return std::nullopt;
     const double reach = cursor.pixel * aperturePixels;
     return snapAt(*session_.drawing(), aroundCursor(cursor, reach), cursor.world, reach);
 }
@@ -95,7 +96,7 @@ std::vector<std::string> Pointing::clickAtSelection(const Cursor& cursor) {
         const AcGePoint3d opposite = rounded(cursor.world, cursor.pixel);
         answers = {opposite.x < first.x ? "C" : "W", answerFor(first), answerFor(opposite)};
     }
-    if (cursor.removes) {
+    if (cursor.removes && !session_.removing) {
         answers.insert(answers.begin(), "R");
         answers.push_back("A");
     }

@@ -25,7 +25,10 @@ public:
     std::size_t add(std::span<db::Record* const> records);
     /// How many of them were in the set.
     std::size_t remove(std::span<db::Record* const> records);
-    void clear() { members_.clear(); }
+    void clear() {
+        members_.clear();
+        mark_ = 0; // the records still have it
+    }
 
 private:
     void refreshMarks();

@@ -29,7 +29,10 @@ SelectionPrompt::SelectionPrompt(Session& session, std::string addPrompt, std::s
 SelectionPrompt::End SelectionPrompt::run() {
     // Also when the dialogue throws.
     struct Shown {
-        explicit Shown(Session& session, const RecordSet& set) : of{session} { of.selecting = &set; }
+        explicit Shown(Session& session, const RecordSet& set) : of{session} {
+            of.selecting = &set;
+            of.removing = false;
+        }
         ~Shown() { of.selecting = nullptr; }
         Session& of;
     };
@@ -50,8 +53,9 @@ SelectionPrompt::End SelectionPrompt::askUntilEnter() {
 }
 
 Input SelectionPrompt::askInput() {
+    isPushedBack_ = pushedBack_.has_value();
     if (pushedBack_) return *std::exchange(pushedBack_, std::nullopt);
-    return session_.line().ask(Ask::selection, removing_ ? removePrompt_ : addPrompt_);
+    return session_.line().ask(Ask::selection, session_.removing ? removePrompt_ : addPrompt_);
 }
 
 void SelectionPrompt::take(const Input& input) {
@@ -61,6 +65,9 @@ void SelectionPrompt::take(const Input& input) {
     }
     if (takeOption(input.text) || takeEntity(input.text)) return;
     session_.line().refuse(optionsForThePerson, '"' + abridged(input.text) + "\" selects nothing");
+    // It ended the rectangle all the same: whoever repeats the answers needs one that does no more.
+    if (isPushedBack_)
+        session_.line().noteAnswer({.kind = Input::Kind::text, .text = session_.removing ? "R" : "A"});
 }
 
 bool SelectionPrompt::takeOption(const std::string& text) {
@@ -71,8 +78,8 @@ bool SelectionPrompt::takeOption(const std::string& text) {
         {"Crossing", [](SelectionPrompt& p) { p.takeRectangle(Rectangle::crossing); }},
         {"Last", [](SelectionPrompt& p) { p.takeLast(); }},
         {"Previous", [](SelectionPrompt& p) { p.takePrevious(); }},
-        {"Remove", [](SelectionPrompt& p) { p.removing_ = true; }},
-        {"Add", [](SelectionPrompt& p) { p.removing_ = false; }},
+        {"Remove", [](SelectionPrompt& p) { p.session_.removing = true; }},
+        {"Add", [](SelectionPrompt& p) { p.session_.removing = false; }},
     };
     static const Keywords keywords{"ALL Window Crossing Last Previous Remove Add"};
     const auto option = keywords.match(text);
@@ -175,7 +182,7 @@ void SelectionPrompt::found(const Records& records, std::size_t groups) {
     const bool isFirst = set_.isEmpty();
     std::string sentence = "找到 " + std::to_string(records.size()) + " 个";
     if (groups > 0) sentence += "，" + std::to_string(groups) + " 个编组";
-    if (removing_)
+    if (session_.removing)
         sentence += "，删除 " + std::to_string(set_.remove(records)) + " 个";
     else if (const std::size_t repeats = records.size() - set_.add(records); repeats > 0)
         sentence += " (" + std::to_string(repeats) + " 个重复)";

@@ -56,8 +56,8 @@ private:
     const db::Drawing& drawing_;
     std::string addPrompt_, removePrompt_;
     RecordSet set_;
-    bool removing_ = false;
     std::optional<Input> pushedBack_;
+    bool isPushedBack_ = false; ///< the answer that is being taken
 };
 
 } // namespace qx::ed

@@ -85,6 +85,7 @@ public:
 
     /// What the running selection prompt has so far; null while none runs.
     const RecordSet* selecting = nullptr;
+    bool removing = false; ///< from that set
     /// While a point is asked for: where a line, or a rectangle, to the cursor begins. World coordinates.
     struct RubberBand {
         AcGePoint3d from;

@@ -116,6 +116,31 @@ TEST_F(Pointing, SelectsBeforeACommand) {
     EXPECT_EQ(person.recoveryScript(), "(select (handent \"A2\"))\nERASE\n; done\n");
 }
 
+TEST_F(Pointing, SelectsAgainWhatWasGivenUp) {
+    for (const char* between : {"", "ZOOM E", "SAVE", "ID 1,1"}) {
+        SCOPED_TRACE(between);
+        DeskOnTest person{folder, scene};
+        person.drag(30, 20, 70, 60).then([&] { EXPECT_EQ(person.pickFirst(), "A2"); });
+        *between ? person.type(between) : person.escape();
+        person.then([&] { EXPECT_EQ(person.pickFirst(), ""); });
+        person.drag(70, 60, 30, 20).then([&] { EXPECT_EQ(person.pickFirst(), "A2"); }).work();
+    }
+}
+
+TEST_F(Pointing, ShiftLeavesTheModeOfRemovingAsItIs) {
+    DeskOnTest person{folder, scene};
+    person.type("SELECT").type("ALL").type("R").click(30, 0, true).click(40, 40).type("").work();
+    for (const std::uint64_t handle : {0xA1u, 0xA2u})
+        EXPECT_FALSE(person.session.previous.contains(person.drawing().find(handle))) << handle;
+    EXPECT_FALSE(person.session.previous.isEmpty());
+}
+
+TEST_F(Pointing, CornersDoNotSnap) {
+    DeskOnTest person{folder, scene};
+    person.type("SELECT").type("W").click(-1, 1).click(101, -1).type("").work();
+    EXPECT_EQ(person.session.previous.size(), 1u) << person.transcript;
+}
+
 TEST_F(Pointing, WhatIsSelectedFirstIsGrouped) {
     DeskOnTest person{folder, scene};
     person.click(30, 0).click(40, 40).then([&] { person.desk.launch("GROUP"); }).type("").work();
@@ -177,6 +202,33 @@ TEST_F(Pointing, NamesMayHoldBlanks) {
     DeskOnTest person{folder, scene};
     person.type("SAVEAS").type(folder / "site plan.dxf").work();
     EXPECT_TRUE(std::filesystem::exists(folder / "site plan.dxf"));
+    person.then([&] {
+        for (const char* line : {"GROUP", "my group", "ALL", ""})
+            person.desk.type(line); // at once, as pasted
+    });
+    person.work();
+    EXPECT_TRUE(person.drawing().hasGroup("my group")) << person.transcript;
+}
+
+TEST_F(Pointing, ClosingMaySaveUnderANewName) {
+    DeskOnTest person{folder, scene};
+    int asked = 0;
+    person.desk.mayClose = [&] {
+        if (++asked > 5 || !person.drawing().isModified()) return true;
+        person.desk.launch("SAVEAS\n\"" + (folder / "other.dxf") + "\"");
+        person.desk.close();
+        return false;
+    };
+    person.type("ERASE").type("(handent \"A1\")").type("").then([&] { person.desk.close(); }).work();
+    EXPECT_EQ(asked, 2) << person.transcript;
+    EXPECT_TRUE(std::filesystem::exists(folder / "other.dxf"));
+}
+
+TEST_F(Pointing, NothingIsThereToZoomWithoutADrawing) {
+    DeskOnTest person{folder, scene};
+    person.session.setDrawing(nullptr);
+    person.type("ZOOM").type("W").type("1,1").type("ERASE").work();
+    EXPECT_NE(person.transcript.find("没有打开"), std::string::npos) << person.transcript;
 }
 
 TEST_F(Pointing, EnterAloneRepeatsTheLastCommand) {

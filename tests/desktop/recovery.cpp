@@ -116,6 +116,15 @@ TEST_F(Recovery, ComesToTheSameDrawing) {
              person.click(50, 0).type("ERASE").type("ERASE").type("L").type("").type("U");
          }},
         {"a log that could not be begun at first", scene, withoutLog},
+        {"a refused answer in the place of a corner", scene,
+         lines({"ERASE", "L", "", "ERASE", "W", "-5,-5", "foo", "50,50", ""})},
+        {"a refused answer behind a pick that hit nothing", scene,
+         lines({"ERASE", "L", "", "ERASE", "-5,-5", "foo", "50,50", ""})},
+        {"selected first for a command that was cancelled, then no more", scene,
+         [](DeskOnTest& person) {
+             person.click(30, 0).type("GROUP").escape().escape().type("ERASE").type("");
+             person.type("ERASE").type("(handent \"A2\")").type("");
+         }},
         {"previous selection from before saving", scene,
          lines({"LIST", "(handent \"A2\")", "(handent \"A4\")", "", "SAVE", "ERASE", "P", ""})},
         {"previous selection from before saving, and undone beyond it", scene,
@@ -247,6 +256,28 @@ TEST_F(Recovery, TellsWhatFitsFromWhatDoesNot) {
     }
     std::filesystem::remove(log);
     EXPECT_FALSE(RecoveryLog::find(plan()));
+}
+
+// The program may end between the two: then the copy has what the log only promises.
+TEST_F(Recovery, ACopyIsGoodBeforeItsLogIsThere) {
+    std::string before, done;
+    {
+        DeskOnTest person{folder, scene};
+        for (const char* line : {"ERASE", "L", "", "ERASE", "L", "", "SAVE", "U"}) person.type(line);
+        person.work();
+        before = contentOf(RecoveryLog::pathFor(plan()));
+        person.type("U").work();
+        done = person.drawing().toBytes();
+    }
+    put(RecoveryLog::pathFor(plan()), before);
+    const auto log = RecoveryLog::find(plan());
+    ASSERT_TRUE(log && log->fits);
+    DeskOnTest again{folder};
+    EXPECT_TRUE(again.desk.recovery().repeat(*log));
+    EXPECT_EQ(again.drawing().toBytes(), done);
+    std::filesystem::remove(RecoveryLog::copyFor(plan()));
+    put(RecoveryLog::pathFor(plan()), before);
+    EXPECT_FALSE(RecoveryLog::find(plan()) && RecoveryLog::find(plan())->fits);
 }
 
 TEST_F(Recovery, AsideIsANameThatNobodyHas) {

@@ -119,6 +119,16 @@ TEST(DisplayList, FollowsChanges) {
     drawing->history().undo();
     list.update(changed);
     EXPECT_TRUE(meets({50, 0, 0}));
+
+    drawing->history().begin("ERASE");
+    AcDbObjectPointer<AcDbEntity> { AcDbObjectId{record}, AcDb::kForWrite } -> erase();
+    drawing->history().end();
+    draw::DisplayList later{*drawing};
+    const auto erased = drawing->history().changedByLast(1);
+    drawing->history().undo();
+    later.update(erased);
+    const shape::Box everywhere{{-1, -1, 0}, {200, 200, 0}};
+    EXPECT_EQ(later.meeting(everywhere), list.meeting(everywhere)) << "in the order of the drawing";
 }
 
 TEST(DisplayList, DrawsTheSelectedDashed) {
