@@ -6,16 +6,20 @@
 
 #include "dbents.h"
 #include "shape/Sink.h"
+#include "shape/boxText.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
 class RecordedShape final : public qx::shape::Sink {
 public:
-    static constexpr int samplesPerArc = 720, samplesPerCurve = 60;
+    static constexpr int samplesPerArc = 720, few = 48;
 
     /// `axisSign` is that of the determinant of what the points will go through.
-    explicit RecordedShape(const AcDbEntity& entity, double axisSign = 1) : axisSign_{axisSign} {
+    explicit RecordedShape(const AcDbEntity& entity, double axisSign = 1, int samples = samplesPerArc)
+        : axisSign_{axisSign}, samples_{samples} {
         entity.shape(*this);
     }
 
@@ -24,15 +28,16 @@ public:
         add(segment.end);
     }
     void arc(const qx::shape::EllipticArc& arc) override {
-        reach += (arc.u.length() + arc.v.length()) * arc.sweep / samplesPerArc;
-        for (int i = 0; i <= samplesPerArc; ++i) {
-            const double t = arc.sweep * i / samplesPerArc;
+        reach += (arc.u.length() + arc.v.length()) * arc.sweep / samples_;
+        for (int i = 0; i <= samples_; ++i) {
+            const double t = arc.sweep * i / samples_;
             points.push_back(arc.at(std::cos(t), std::sin(t)));
             if (!isCircle(arc)) compared.push_back(points.back());
         }
         if (!isCircle(arc)) return;
         compared.push_back(arc.centre);
-        compared.push_back(arc.centre + arc.u.crossProduct(arc.v) * (axisSign_ / arc.u.length()));
+        compared.push_back(arc.centre +
+                           arc.u.crossProduct(arc.v) * (axisSign_ / std::max(arc.u.length(), 1e-300)));
     }
     void bezier(const qx::shape::Bezier& curve) override {
         double hull = 0;
@@ -41,10 +46,14 @@ public:
             hull += curve.points[at].point.distanceTo(curve.points[at - 1].point);
         }
         reach += hull / 20;
-        for (int i = 0; i <= samplesPerCurve; ++i) add(curve.at(static_cast<double>(i) / samplesPerCurve));
+        for (int i = 0; i <= samples_ / 12; ++i) add(curve.at(i * 12.0 / samples_));
     }
     void text(const qx::shape::TextRun& run) override {
         for (const AcGePoint3d& corner : run.inkCorners()) add(corner);
+    }
+    void endless(const qx::shape::Endless& line) override {
+        add(line.base);
+        add(line.base + line.along);
     }
 
     std::vector<AcGePoint3d> points, compared;
@@ -52,6 +61,7 @@ public:
 
 private:
     double axisSign_;
+    int samples_;
 
     static bool isCircle(const qx::shape::EllipticArc& arc) {
         const double size = arc.u.length();
@@ -62,4 +72,18 @@ private:
         points.push_back(point);
         compared.push_back(point);
     }
+};
+
+/// The straight edges that it draws, "0,0-1,0 ", hidden ones in brackets.
+class Edges final : public qx::shape::Sink {
+public:
+    explicit Edges(const AcDbEntity& entity) { entity.shape(*this); }
+    void segment(const qx::shape::Segment& segment) override {
+        std::string both = shapes::pointsText(std::array{segment.start, segment.end});
+        both[both.find(' ')] = '-';
+        all += segment.isHidden ? "(" + both.substr(0, both.size() - 1) + ") " : both;
+    }
+    void arc(const qx::shape::EllipticArc&) override {}
+    void text(const qx::shape::TextRun&) override {}
+    std::string all;
 };

@@ -87,8 +87,7 @@ TEST(BlockReferences, reachAsFarAsWhatTheyShow) {
         {{{"B", {}}}, "2 B|10 0.0|70 2", "status 1001"},
     };
     for (const auto& each : cases) {
-        const auto drawing =
-            read(DrawingText{.entities = {"INSERT|" + each.reference}, .blocks = each.blocks}.bytes());
+        const auto drawing = read({.entities = {"INSERT|" + each.reference}, .blocks = each.blocks});
         const std::string foundBefore = findings(*drawing);
         EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.reference;
         EXPECT_EQ(findings(*drawing), foundBefore) << each.reference;
@@ -104,7 +103,7 @@ TEST(BlockReferences, showTheirAttributes) {
     for (const auto& [attribute, isShown] : cases) {
         DrawingText text{.entities = {"INSERT|66 1|2 B|10 0.0", "ATTRIB|" + attribute, "SEQEND", unitLine}};
         text.blocks = oneLine;
-        EXPECT_EQ(extents(*read(text.bytes()), 0x100) != "1..3 2..3 0..0", isShown) << attribute;
+        EXPECT_EQ(extents(*read(text), 0x100) != "1..3 2..3 0..0", isShown) << attribute;
     }
 }
 
@@ -115,7 +114,7 @@ TEST(BlockReferences, thatContainThemselvesAreDrawnOnce) {
          "1..53 2..3 0..0"},
     };
     for (const auto& [blocks, expected] : cases) {
-        const auto drawing = read(DrawingText{.entities = {"INSERT|2 B|10 0.0"}, .blocks = blocks}.bytes());
+        const auto drawing = read({.entities = {"INSERT|2 B|10 0.0"}, .blocks = blocks});
         for (int i = 0; i < 3; ++i) EXPECT_EQ(extents(*drawing, 0x100), expected);
         EXPECT_EQ(findings(*drawing), "block \"B\" contains itself; ");
         EXPECT_GT(drawing->findings()[0].line, 1u);
@@ -125,8 +124,7 @@ TEST(BlockReferences, thatContainThemselvesAreDrawnOnce) {
 
 TEST(BlockReferences, nestOnlySoDeep) {
     for (const int depth : {1, 64, 65, 150}) {
-        const auto drawing =
-            read(DrawingText{.entities = {"INSERT|2 0|10 0.0"}, .blocks = chain(depth, 1)}.bytes());
+        const auto drawing = read({.entities = {"INSERT|2 0|10 0.0"}, .blocks = chain(depth, 1)});
         EXPECT_EQ(extents(*drawing, 0x100), depth <= 64 ? "1..3 2..3 0..0" : "status 1001") << depth;
         EXPECT_EQ(drawing->findings().empty(), depth <= 64) << depth;
     }
@@ -140,7 +138,7 @@ TEST(BlockReferences, inCountlessRowsAreDrawnByTheirCorners) {
         {{{"B", {}}}, "status 1001"},
     };
     for (const auto& [blocks, expected] : cases) {
-        const auto drawing = read(DrawingText{.entities = {"INSERT|2 B" + many}, .blocks = blocks}.bytes());
+        const auto drawing = read({.entities = {"INSERT|2 B" + many}, .blocks = blocks});
         EXPECT_EQ(extents(*drawing, 0x100), expected);
         qx::shape::ExtentsSink drawn;
         drawing->liveEntity(drawing->find(0x100))->shape(drawn);
@@ -151,10 +149,9 @@ TEST(BlockReferences, inCountlessRowsAreDrawnByTheirCorners) {
 }
 
 TEST(BlockReferences, inRowsShowTheirAttributesInEachCell) {
-    const auto drawing = read(DrawingText{
-        .entities = {"INSERT|66 1|2 B|70 3|44 10.0", "ATTRIB|10 0.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
-        .blocks = oneLine}
-                                  .bytes());
+    const auto drawing =
+        read({.entities = {"INSERT|66 1|2 B|70 3|44 10.0", "ATTRIB|10 0.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
+              .blocks = oneLine});
     EXPECT_EQ(extents(*drawing, 0x100), "0.1..23 0..3 0..0");
     EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), "0.1..23 0..3 0..0");
     EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eOk);
@@ -166,9 +163,8 @@ TEST(BlockReferences, inRowsShowTheirAttributesInEachCell) {
 // Two to the power of fifty lines, a hundred times. The box is right all the same, since definitions are
 // measured once each; anything else would take years.
 TEST(BlockReferences, ofExponentialSizeAreDrawnAsBoxes) {
-    const auto drawing = read(
-        DrawingText{.entities = std::vector<std::string>(100, "INSERT|2 0|10 0.0"), .blocks = chain(51, 2)}
-            .bytes());
+    const auto drawing =
+        read({.entities = std::vector<std::string>(100, "INSERT|2 0|10 0.0"), .blocks = chain(51, 2)});
     const auto begin = std::chrono::steady_clock::now();
     for (std::uint64_t i = 0; i < 100; ++i)
         ASSERT_EQ(extents(*drawing, DrawingText::firstEntity + i), "1..53 2..3 0..0") << i;

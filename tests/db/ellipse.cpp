@@ -37,7 +37,7 @@ TEST(Ellipse, isReadAsItStands) {
         {"10 1.0|40 0.5", "1..1 0..0 0..0", "1,0 1,0 closed"},
     };
     for (const auto& each : cases) {
-        const auto drawing = read(DrawingText{.entities = {"ELLIPSE|" + each.groups}}.bytes());
+        const auto drawing = read({.entities = {"ELLIPSE|" + each.groups}});
         EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.groups;
         AcDbObjectPointer<AcDbEllipse> ellipse{idOf(*drawing, 0x100)};
         EXPECT_EQ(endsOf(*ellipse), each.ends) << each.groups;
@@ -45,8 +45,8 @@ TEST(Ellipse, isReadAsItStands) {
 }
 
 TEST(Ellipse, tellsItsAxesAndAngles) {
-    const auto drawing = read(
-        DrawingText{.entities = {"ELLIPSE|11 3.0|21 4.0|40 0.5|41 0.7853981633974483|42 7.0|230 2"}}.bytes());
+    const auto drawing =
+        read({.entities = {"ELLIPSE|11 3.0|21 4.0|40 0.5|41 0.7853981633974483|42 7.0|230 2"}});
     AcDbObjectPointer<AcDbEllipse> ellipse{idOf(*drawing, 0x100)};
     EXPECT_DOUBLE_EQ(ellipse->majorRadius(), 5);
     EXPECT_DOUBLE_EQ(ellipse->minorRadius(), 2.5);
@@ -63,7 +63,7 @@ TEST(Ellipse, isMadeFromAngles) {
     EXPECT_DOUBLE_EQ(part.startAngle(), half);
     EXPECT_DOUBLE_EQ(part.endAngle(), pi - half);
     EXPECT_EQ(endsOf(part), "2.828427,-1.414214 -2.828427,-1.414214 ");
-    const auto drawing = read(DrawingText{}.bytes());
+    const auto drawing = read(DrawingText{});
     auto* made = new AcDbEllipse{{1, 2, 3}, -AcGeVector3d::kZAxis, {4, 0, 0}, 0.5, 0, pi};
     const auto handle = drawing->append(drawing->modelSpace(), made)->handle;
     made->close();

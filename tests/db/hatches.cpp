@@ -1,4 +1,3 @@
-#include "db/RecordedShape.h"
 #include "dbhatch.h"
 #include "drawings/DrawingText.h"
 
@@ -41,7 +40,7 @@ TEST(Hatches, areTheirBoundary) {
         {"91 1|92 1e99|72 1e99|10 1.0|20 2.0", "status 1001", 1},
     };
     for (const auto& each : cases) {
-        const auto drawing = read(DrawingText{.entities = {"HATCH|10 0|20 0|" + each.groups}}.bytes());
+        const auto drawing = read({.entities = {"HATCH|10 0|20 0|" + each.groups}});
         EXPECT_EQ(extents(*drawing, 0x100), each.extents) << each.groups;
         AcDbObjectPointer<AcDbHatch> hatch{idOf(*drawing, 0x100)};
         EXPECT_EQ(hatch->numLoops(), each.loops) << each.groups;
@@ -56,7 +55,7 @@ TEST(Hatches, thatCannotBeUsedAreKept) {
     };
     for (const auto& [groups, sentence] : cases) {
         const DrawingText text{.entities = {"HATCH|" + groups}};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eNotApplicable) << groups;
         ASSERT_EQ(drawing->findings().size(), 1u) << groups;
         EXPECT_TRUE(drawing->findings()[0].sentence.starts_with(sentence)) << groups;

@@ -45,6 +45,9 @@ TEST(EntityIntersections, ofALineWithAnything) {
     const char* hook = "LWPOLYLINE|90 3|70 0|10 0|20 0|10 4|20 0|42 1|10 4|20 4";
     const char* mirrored = "ARC|10 -5.0|20 0.0|40 5.0|50 0.0|51 90.0|210 0.0|220 0.0|230 -1.0";
     const char* below = "LWPOLYLINE|90 2|70 0|38 -2|10 -1|20 5|10 -9|20 5|210 0.0|220 0.0|230 -1.0";
+    const char* ray = "RAY|10 0.0|20 0.0|11 1.0|21 0.0";
+    const char* spline = "SPLINE|70 4|71 2|40 0|40 0|40 0|40 1|40 1|40 1|41 1|41 0.7071067811865476|41 1"
+                         "|10 4.0|20 0.0|10 4.0|20 4.0|10 0.0|20 4.0";
     const EntityCase cases[] = {
         {"LINE|10 5|20 -1|11 5|21 1", from(0, 0, 9, 0), none, "5,0"},
         {"LINE|10 5|20 -1|30 1|11 5|21 1|31 1", from(0, 0, 9, 0), both, ""},
@@ -69,12 +72,17 @@ TEST(EntityIntersections, ofALineWithAnything) {
         {block, from(0, 5, 20, 5), both, ""},
         {"TEXT|10 0|20 0|40 2|1 HH", from(-9, 1, 9, 1), both, "0.2,1 3.2,1", "3.2,1 0.2,1"},
         {"TEXT|10 0|20 0|40 2|1 ", from(-9, 1, 9, 1), none, ""},
+        {spline, from(0, 0, 1, 1), none, ""},
+        {spline, from(0, 0, 1, 1), self, "2.828427,2.828427"},
+        {ray, from(-7, -1, -7, 1), none, ""},
+        {ray, from(-7, -1, -7, 1), self, ""},
+        {ray, from(-7, -1, -7, 1), other, "-7,0"},
         {"WIPEOUT|10 1", from(0, 0, 9, 0), none, "status 2"},
     };
     for (const EntityCase& c : cases) {
         DrawingText drawingText{.entities = {c.snippet},
                                 .blocks = {{"B", {"LINE|10 0|20 0|11 0|21 2", "LINE|10 1|20 0|11 1|21 2"}}}};
-        const auto drawing = read(drawingText.bytes());
+        const auto drawing = read(drawingText);
         const AcDbObjectPointer<AcDbEntity> entity{idOf(*drawing, DrawingText::firstEntity)};
         ASSERT_EQ(entity.openStatus(), Acad::eOk) << c.snippet;
         EXPECT_EQ(meet(c.line, *entity, c.type), c.fromLine) << c.snippet;
@@ -83,9 +91,9 @@ TEST(EntityIntersections, ofALineWithAnything) {
 }
 
 TEST(EntityIntersections, refuseWhatTheyCantDo) {
-    const auto drawing = read(
-        DrawingText{.entities = {"LINE|10 0|20 0|11 9|21 0", "LWPOLYLINE|90 2|70 0|10 5|20 -1|10 5|20 1"}}
-            .bytes());
+    const auto drawing =
+        read({.entities = {"LINE|10 0|20 0|11 9|21 0", "LWPOLYLINE|90 2|70 0|10 5|20 -1|10 5|20 1",
+                           "SPLINE|71 1|40 0|40 0|40 1|40 1|10 0.0|10 9.0"}});
     const AcDbLine line{{0, 0, 0}, {9, 0, 0}};
     AcGePoint3dArray points;
     points.append({1, 2, 3});
@@ -94,6 +102,8 @@ TEST(EntityIntersections, refuseWhatTheyCantDo) {
     ASSERT_EQ(acdbOpenAcDbEntity(resident, idOf(*drawing, 0x100), AcDb::kForRead), Acad::eOk);
     ASSERT_EQ(acdbOpenAcDbEntity(polyline, idOf(*drawing, 0x101), AcDb::kForWrite), Acad::eOk);
     EXPECT_EQ(polyline->intersectWith(polyline, AcDb::kOnBothOperands, points), Acad::eNotImplementedYet);
+    const AcDbObjectPointer<AcDbEntity> spline{idOf(*drawing, 0x102)};
+    EXPECT_EQ(spline->intersectWith(polyline, AcDb::kOnBothOperands, points), Acad::eNotImplementedYet);
     EXPECT_EQ(resident->intersectWith(polyline, AcDb::kOnBothOperands, points), Acad::eOk);
     EXPECT_EQ(text(points), "1,2,3 5,0") << "appended";
     resident->close();

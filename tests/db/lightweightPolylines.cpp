@@ -24,7 +24,7 @@ TEST(LightweightPolylines, sayWhatFollowsAVertex) {
         {"70 0|10 1.0|20 1.0|42 1e-12|10 2.0|20 1.0", "034"},
     };
     for (const auto& [groups, expected] : cases) {
-        const auto drawing = read(DrawingText{.entities = {"LWPOLYLINE|" + groups}}.bytes());
+        const auto drawing = read({.entities = {"LWPOLYLINE|" + groups}});
         AcDbObjectPointer<AcDbPolyline> polyline{idOf(*drawing, 0x100)};
         std::string types;
         for (unsigned i = 0; i <= polyline->numVerts(); ++i) {
@@ -60,7 +60,7 @@ TEST(LightweightPolylines, giveTheSegmentsTheyDraw) {
     Random random{seed};
     DrawingText text;
     for (int i = 0; i < 100; ++i) text.add(anyPolyline(random));
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     for (unsigned k = 0; k < 100; ++k) {
         AcDbObjectPointer<AcDbPolyline> polyline{idOf(*drawing, DrawingText::firstEntity + k)};
         const std::vector<AcGePoint3d> drawn = RecordedShape{*polyline}.compared;
@@ -94,7 +94,7 @@ TEST(LightweightPolylines, giveTheSegmentsTheyDraw) {
 }
 
 TEST(LightweightPolylines, areMadeInMemoryAndWritten) {
-    const auto drawing = read(DrawingText{}.bytes());
+    const auto drawing = read(DrawingText{});
     auto* polyline = new AcDbPolyline;
     EXPECT_EQ(polyline->addVertexAt(1, {0, 0}), Acad::eInvalidIndex);
     EXPECT_EQ(polyline->addVertexAt(0, {4, 1}, 1), Acad::eOk);
@@ -110,8 +110,11 @@ TEST(LightweightPolylines, areMadeInMemoryAndWritten) {
     const auto again = read(drawing->toBytes());
     EXPECT_EQ(extents(*again, handle), "1..6 1..5 0..0");
     AcDbObjectPointer<AcDbPolyline> written{idOf(*again, handle)};
-    double start = 0, end = 0;
+    double start = 0, end = 0, bulge = 0;
     EXPECT_TRUE(written->isClosed());
+    EXPECT_EQ(written->getBulgeAt(1, bulge), Acad::eOk);
+    EXPECT_EQ(bulge, 1);
+    EXPECT_EQ(written->getBulgeAt(3, bulge), Acad::eInvalidIndex);
     EXPECT_EQ(written->getWidthsAt(0, start, end), Acad::eOk);
     EXPECT_EQ(start, 0.5);
     EXPECT_EQ(end, 0.25);
@@ -135,7 +138,7 @@ TEST(LightweightPolylines, copyOldOnes) {
     double start = 0, end = 0;
     for (const auto& each : cases) {
         const DrawingText text{.entities = each.entities};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         AcDbObjectPointer<AcDbEntity> source{idOf(*drawing, 0x100)};
         AcDbEntity* entity = source.object();
         AcDbPolyline copy;

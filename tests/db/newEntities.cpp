@@ -48,7 +48,7 @@ TEST(NewEntities, areWrittenBehindTheOthers) {
     for (const auto& [made, groups] : cases) {
         const std::size_t bar = groups.find('|');
         DrawingText text{.entities = {line}, .lineEnd = made == cases[0].first ? "\r\n" : "\n"};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         append(*drawing, std::unique_ptr<AcDbEntity>{made});
         text.handSeed = "1001";
         const std::string head = "0 " + groups.substr(0, bar) + "|5 1000|330 1F|100 AcDbEntity|8 0|100 AcDb";
@@ -82,7 +82,7 @@ TEST(NewEntities, takeHandlesFromTheSeed) {
         const DrawingText text{.entities = {line + "|5 " + each.otherHandle},
                                .blocks = {{"B", {line, line, line, line, line}}},
                                .handSeed = each.seed};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         EXPECT_EQ(append(*drawing, newLine()), each.first);
         EXPECT_EQ(append(*drawing, newLine()), each.second);
         EXPECT_EQ(drawing->find(each.first)->kind, qx::db::Kind::line);
@@ -92,7 +92,7 @@ TEST(NewEntities, takeHandlesFromTheSeed) {
 
 TEST(NewEntities, raiseTheSeedOnlyWhenTheyAreSaved) {
     const DrawingText text{.entities = {line}};
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     step(*drawing, [&] { erase(*drawing, append(*drawing, newLine())); });
     EXPECT_EQ(drawing->toBytes(), text.bytes()) << "appended and erased again";
     EXPECT_EQ(append(*drawing, newLine()), 0x1001u) << "a handle is never given twice";
@@ -106,7 +106,7 @@ TEST(NewEntities, lieOnTheCurrentLayer) {
         {"unknown to the table", Acad::eOk},
     };
     for (const auto& [layer, reopening] : cases) {
-        const auto drawing = read(DrawingText{.currentLayer = layer}.bytes());
+        const auto drawing = read({.currentLayer = layer});
         EXPECT_EQ(move(*drawing, append(*drawing, newLine()), shift(1, 0)), reopening) << layer;
         const std::string expected = tags("100 AcDbEntity|8 " + layer + "|100 AcDbLine");
         EXPECT_NE(drawing->toBytes().find(expected), std::string::npos) << layer;
@@ -114,7 +114,7 @@ TEST(NewEntities, lieOnTheCurrentLayer) {
 }
 
 TEST(NewEntities, areChangedLikeAnyOther) {
-    const auto drawing = read(DrawingText{.entities = {line}}.bytes());
+    const auto drawing = read({.entities = {line}});
     const Handle handle = append(*drawing, newLine());
     EXPECT_EQ(move(*drawing, handle, AcGeMatrix3d::rotation(-quarter, AcGeVector3d::kZAxis) * shift(0, 0, 1)),
               Acad::eOk);
@@ -139,7 +139,7 @@ std::string newLineTags(const std::string& handle, const std::string& owner, con
 
 TEST(NewEntities, inPaperSpaceSayThatTheyAre) {
     DrawingText text{.entities = {line}};
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     append(*drawing, newLine(), DrawingText::paperSpace);
     append(*drawing, newLine());
     text.handSeed = "1002";
@@ -156,7 +156,7 @@ TEST(NewEntities, inABlockStandBeforeItsEnd) {
     for (const bool isLayout : {false, true}) {
         DrawingText text{.entities = {"INSERT|2 B|10 10.0|20 0.0"}};
         text.blocks = {{isLayout ? "*Paper_Space0" : "B", {line}}, {"C", {line}}};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         append(*drawing, newLine(), DrawingText::firstBlock);
         EXPECT_EQ(extents(*drawing, 0x100), isLayout ? "status 1001" : "10..12 0..2 0..0");
         const std::string saved = drawing->toBytes();

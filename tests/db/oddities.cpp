@@ -109,7 +109,7 @@ TEST(Oddities, ofAnObjectAreFoundWhenItIsRead) {
     };
     for (const auto& [entity, expected] : cases) {
         const DrawingText text{.entities = {entity, line}};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         EXPECT_FALSE(drawing->isSelectable(drawing->find(0x100))) << entity;
         EXPECT_EQ(move(*drawing, 0x100, shift(1, 0)), Acad::eNotApplicable) << entity;
         ASSERT_EQ(drawing->findings().size(), 1u) << entity;
@@ -123,7 +123,7 @@ TEST(Oddities, areFewLinesHoweverManyThereAre) {
     DrawingText text;
     for (int i = 0; i < 25; ++i) text.entities.push_back(line + "|5 AA");
     for (int i = 0; i < 10; ++i) text.entities.push_back("CLASS" + std::to_string(i) + "|10 1.0");
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     ASSERT_EQ(drawing->findings().size(), 22u);
     EXPECT_EQ(drawing->findings()[20].sentence,
               "from here on 4 more objects have a handle that is given a second time");
@@ -132,7 +132,7 @@ TEST(Oddities, areFewLinesHoweverManyThereAre) {
 }
 
 TEST(Oddities, theFirstObjectKeepsItsHandle) {
-    const auto drawing = read(DrawingText{.entities = {line + "|5 AA", "POINT|5 AA|10 1.0"}}.bytes());
+    const auto drawing = read({.entities = {line + "|5 AA", "POINT|5 AA|10 1.0"}});
     ASSERT_TRUE(drawing->find(0xAA));
     EXPECT_EQ(drawing->find(0xAA)->kind, qx::db::Kind::line);
 }

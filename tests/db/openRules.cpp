@@ -45,7 +45,7 @@ public:
         return status;
     }
 
-    std::unique_ptr<Drawing> drawing = read(text.bytes());
+    std::unique_ptr<Drawing> drawing = read(text);
 
 private:
     Acad::ErrorStatus open(AcDb::OpenMode mode, bool openErased) {
@@ -137,7 +137,7 @@ TEST(OpenRules, inOneTable) {
 }
 
 TEST(OpenRules, changesWithoutTheRightAreViolationsAndChangeNothing) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     const std::function<void(AcDbEntity&)> changes[] = {
         [](AcDbEntity& entity) { entity.transformBy(shift(1, 0)); },
         [](AcDbEntity& entity) { entity.setColorIndex(1); },
@@ -161,7 +161,7 @@ TEST(OpenRules, changesWithoutTheRightAreViolationsAndChangeNothing) {
 }
 
 TEST(OpenRules, appendingNeedsTheBlockOpenForWriting) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     AcDbObjectPointer<AcDbBlockTableRecord> space{idOf(*drawing, DrawingText::modelSpace)};
     AcDbLine mine;
     EXPECT_THROW(space->appendAcDbEntity(&mine), Violation);
@@ -174,7 +174,7 @@ TEST(OpenRules, appendingNeedsTheBlockOpenForWriting) {
 }
 
 TEST(OpenRules, deletingAResidentObjectIsNoted) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     AcDbEntity* entity = nullptr;
     EXPECT_EQ(acdbOpenAcDbEntity(entity, idOf(*drawing, line), AcDb::kForWrite), Acad::eOk);
     delete entity;

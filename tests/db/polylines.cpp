@@ -63,7 +63,7 @@ TEST(Polylines, areWhatTheHeaderSays) {
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.groups);
-        const auto drawing = read(DrawingText{.entities = polyline(each.groups)}.bytes());
+        const auto drawing = read({.entities = polyline(each.groups)});
         EXPECT_EQ(classOf(*drawing, header) + " " + classOf(*drawing, firstVertex), each.classes);
         EXPECT_EQ(extents(*drawing, header), each.extents);
         EXPECT_TRUE(drawing->isSelectable(drawing->find(header)));
@@ -71,19 +71,6 @@ TEST(Polylines, areWhatTheHeaderSays) {
         EXPECT_EQ(move(*drawing, header, shift(1, 0)), Acad::eOk);
     }
 }
-
-/// Segments as "0,0-1,0 ", hidden ones in brackets.
-class Edges final : public qx::shape::Sink {
-public:
-    void segment(const qx::shape::Segment& segment) override {
-        std::string both = shapes::pointsText(std::array{segment.start, segment.end});
-        both[both.find(' ')] = '-';
-        all += segment.isHidden ? "(" + both.substr(0, both.size() - 1) + ") " : both;
-    }
-    void arc(const qx::shape::EllipticArc&) override {}
-    void text(const qx::shape::TextRun&) override {}
-    std::string all;
-};
 
 TEST(Meshes, areDrawnByTheirEdges) {
     const std::string square = "; 10 0.0|70 64; 10 1.0|70 64; 10 0.0|20 1.0|70 64; 10 1.0|20 1.0|70 64";
@@ -97,15 +84,13 @@ TEST(Meshes, areDrawnByTheirEdges) {
         {"70 64" + corners + "70 128|71 1|72 3; 70 128|71 2|72 3|73 4", "0,0-1,1 1,0-1,1 1,1-0,1 0,1-1,0 "},
     };
     for (const auto& [groups, expected] : cases) {
-        const auto drawing = read(DrawingText{.entities = polyline(groups)}.bytes());
-        Edges edges;
-        drawing->liveEntity(drawing->find(header))->shape(edges);
-        EXPECT_EQ(edges.all, expected) << groups;
+        const auto drawing = read({.entities = polyline(groups)});
+        EXPECT_EQ(Edges{*drawing->liveEntity(drawing->find(header))}.all, expected) << groups;
     }
 }
 
 TEST(Polylines, giveTheirVerticesUnderTheRulesOfOpening) {
-    const auto drawing = read(DrawingText{.entities = polyline(triangle)}.bytes());
+    const auto drawing = read({.entities = polyline(triangle)});
     AcDbObjectPointer<AcDb2dPolyline> owner{idOf(*drawing, header)};
     ASSERT_EQ(erase(*drawing, firstVertex + 1), Acad::eOk);
     std::unique_ptr<AcDbObjectIterator> each{owner->vertexIterator()};
@@ -133,7 +118,7 @@ TEST(Polylines, giveTheirVerticesUnderTheRulesOfOpening) {
 }
 
 TEST(Polylines, standStillWhileAVertexIsOpenForWriting) {
-    const auto drawing = read(DrawingText{.entities = polyline(triangle)}.bytes());
+    const auto drawing = read({.entities = polyline(triangle)});
     const std::string before = drawing->toBytes();
     AcDbObjectPointer<AcDb2dVertex> vertex{idOf(*drawing, firstVertex + 2), AcDb::kForWrite};
     EXPECT_EQ(vertex->transformBy(shift(1, 0)), Acad::eMustOpenThruOwner);
@@ -147,7 +132,7 @@ TEST(Polylines, lockTheirVerticesByTheirOwnLayer) {
     std::vector<std::string> locked = polyline("8 LOCKED|70 0; 8 0|10 0.0"),
                              free = polyline("8 0|70 0; 8 LOCKED|10 0.0");
     for (auto* snippets : {&locked, &free}) {
-        const auto drawing = read(DrawingText{.entities = *snippets}.bytes());
+        const auto drawing = read({.entities = *snippets});
         const Acad::ErrorStatus expected = snippets == &locked ? Acad::eOnLockedLayer : Acad::eOk;
         EXPECT_EQ(move(*drawing, header, shift(1, 0)), expected);
         AcDbObjectPointer<AcDb2dVertex> vertex{idOf(*drawing, firstVertex), AcDb::kForWrite};
@@ -159,7 +144,7 @@ TEST(Polylines, takeTheirPartsAlongWhenErased) {
     DrawingText text{.entities = polyline(triangle)};
     const Handle reference = text.add("INSERT|66 1|2 B|10 0.0");
     for (const char* part : {"ATTRIB|10 0.0|40 1.0|1 a|2 T|70 0", "SEQEND", "POINT|10 1.0"}) text.add(part);
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     const auto expectErased = [&](bool isErased, const char* when) {
         for (const Handle each : {firstVertex, firstVertex + 2, reference + 1})
             EXPECT_EQ(idOf(*drawing, each).isErased(), isErased) << when << ' ' << each;
@@ -197,7 +182,7 @@ TEST(Curves, beginAndEnd) {
         {{"LWPOLYLINE|90 0|70 1"}, "none closed"},
     };
     for (const auto& each : cases) {
-        const auto drawing = read(DrawingText{.entities = each.entities}.bytes());
+        const auto drawing = read({.entities = each.entities});
         AcDbObjectPointer<AcDbCurve> curve{idOf(*drawing, header)};
         AcGePoint3d start, end;
         const bool has = curve->getStartPoint(start) == Acad::eOk && curve->getEndPoint(end) == Acad::eOk;

@@ -26,7 +26,7 @@ TEST(Selectable, isWhatIsSeenInModelSpaceAndCanBeMeasured) {
         "ACAD_PROXY_ENTITY|90 498",  "ATTRIB|10 1.0|40 1.0|1 a|2 T",
     };
     const auto isSelectable = [](const char* snippet) {
-        const auto drawing = read(DrawingText{.entities = {snippet}}.bytes());
+        const auto drawing = read({.entities = {snippet}});
         return drawing->isSelectable(drawing->find(0x100));
     };
     for (const char* each : selectable) EXPECT_TRUE(isSelectable(each)) << each;
@@ -47,7 +47,7 @@ TEST(Selectable, layersHaveNamesWithoutCase) {
         const DrawingText text{.entities = {"LINE|8 " + named + "|10 1.0|11 2.0"},
                                .version = "AC1032",
                                .layers = {layer + "|70 1|62 7"}};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         return !drawing->isSelectable(drawing->find(0x100)); // the layer is frozen
     };
     for (const auto& [capital, small] : same) {
@@ -64,7 +64,7 @@ TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
                      "INSERT|66 1|2 B|10 3.0|20 3.0", "ATTRIB|10 3.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND",
                      "INSERT|66 1|8 OFF|2 B|10 9.0", "ATTRIB|10 99.0|20 3.0|40 1.0|1 H|2 T|70 0", "SEQEND"},
         .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 5.0|21 0.0"}}}};
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     const std::string atFirst = shapes::text(drawing->extentsAtOpening());
     EXPECT_EQ(atFirst, "1..8 1..5 0..0");
     step(*drawing, [&] { move(*drawing, 0x100, shift(100, 0)), move(*drawing, 0x105, shift(0, 100)); });
@@ -72,7 +72,7 @@ TEST(ExtentsAtOpening, areThoseOfTheFileWhateverHappens) {
     step(*drawing, [&] { erase(*drawing, 0x100), erase(*drawing, 0x105), erase(*drawing, 0x106); });
     EXPECT_EQ(shapes::text(drawing->extentsAtOpening()), atFirst) << "erased";
     EXPECT_EQ(drawing->openCount(), 0u);
-    EXPECT_EQ(shapes::text(read(DrawingText{}.bytes())->extentsAtOpening()), "empty");
+    EXPECT_EQ(shapes::text(read(DrawingText{})->extentsAtOpening()), "empty");
 }
 
 } // namespace

@@ -1,7 +1,4 @@
-#include "db/RecordedShape.h"
-#include "dbhatch.h"
-#include "dblead.h"
-#include "dbspline.h"
+#include "dbcurve.h"
 #include "drawings/DrawingText.h"
 
 #include <array>
@@ -26,7 +23,7 @@ std::string steep(int degree) {
 
 /// Extents, start and end, and whether it is closed; or what was found instead.
 std::string described(const std::string& entity) {
-    const auto drawing = read(DrawingText{.entities = {entity}}.bytes());
+    const auto drawing = read({.entities = {entity}});
     AcDbObjectPointer<AcDbCurve> curve{idOf(*drawing, 0x100)};
     if (curve.openStatus() != Acad::eOk)
         return drawing->findings().empty() ? "" : drawing->findings().back().sentence.substr(0, 41);
@@ -69,41 +66,6 @@ TEST(Splines, areReadAsTheyStand) {
         {"SPLINE|71 3" + bezierKnots + four + "|10 x", "the value 43 lines further on is no numbe"},
     };
     for (const auto& [entity, expected] : cases) EXPECT_EQ(described(entity), expected) << entity;
-}
-
-// An arc of a circle, whose box is known wherever it is turned.
-TEST(Splines, haveTightBoxes) {
-    const auto drawing = read(DrawingText{.entities = {quarterCircle}}.bytes());
-    for (int i = 0; i < 50; ++i) {
-        const double angle = 0.13 * i, quarter = std::acos(-1) / 2;
-        double low = std::min(std::cos(angle), std::cos(angle + quarter)),
-               high = std::max(std::cos(angle), std::cos(angle + quarter));
-        for (int k = 0; k < 40; ++k) {
-            if (k * quarter > angle && k * quarter < angle + quarter && k % 4 == 0) high = 1;
-            if (k * quarter > angle && k * quarter < angle + quarter && k % 4 == 2) low = -1;
-        }
-        AcDbObjectPointer<AcDbEntity> spline{idOf(*drawing, 0x100)};
-        AcDbExtents box;
-        ASSERT_EQ(spline->getGeomExtents(box), Acad::eOk);
-        EXPECT_NEAR(box.minPoint().x, 4 * low, 1e-9) << i;
-        EXPECT_NEAR(box.maxPoint().x, 4 * high, 1e-9) << i;
-        spline->close();
-        ASSERT_EQ(move(*drawing, 0x100, AcGeMatrix3d::rotation(0.13, AcGeVector3d::kZAxis)), Acad::eOk);
-    }
-}
-
-TEST(Splines, areMetByLines) {
-    const auto drawing = read(DrawingText{.entities = {quarterCircle, "LINE|10 0.0|20 0.0|11 1.0|21 1.0",
-                                                       "SPLINE|71 1|40 0|40 0|40 1|40 1|10 0.0|10 9.0"}}
-                                  .bytes());
-    AcDbObjectPointer<AcDbEntity> spline{idOf(*drawing, 0x100)}, line{idOf(*drawing, 0x101)},
-        other{idOf(*drawing, 0x102)};
-    AcGePoint3dArray points;
-    EXPECT_EQ(spline->intersectWith(line.object(), AcDb::kOnBothOperands, points), Acad::eOk);
-    EXPECT_EQ(shapes::pointsText(points), "");
-    EXPECT_EQ(spline->intersectWith(line.object(), AcDb::kExtendArg, points), Acad::eOk);
-    EXPECT_EQ(shapes::pointsText(points), "2.828427,2.828427 ");
-    EXPECT_EQ(spline->intersectWith(other.object(), AcDb::kOnBothOperands, points), Acad::eNotImplementedYet);
 }
 
 } // namespace

@@ -13,10 +13,11 @@ const DrawingText text{.entities = {"LINE|10 1.000|20 1.0|11 2.0|21 1.0", "CIRCL
                                     "SEQEND", "TEXT|10 1.0|20 1.0|40 2.0|1 a|72 2|11 4.0|21 1.0",
                                     "LWPOLYLINE|90 2|70 0|10 1.0|20 1.0|10 2.0|20 1.0", "REGION|10 1.0",
                                     "POINT|10 0.0|20 0.0|1001 X|1011 1.0|1021 0.0|1031 0.0",
-                                    "ARC|10 0.0|20 0.0|40 1.0|50 10.0|51 90.0"},
+                                    "ARC|10 0.0|20 0.0|40 1.0|50 10.0|51 90.0",
+                                    "MTEXT|10 1.0|20 2.0|40 5.0|1 a|210 0.6|220 0.0|230 0.8"},
                        .blocks = {{"B", {"LINE|10 0.0|20 0.0|11 1.0|21 0.0"}}},
                        .groups = {{"G", {"100", "101", "102"}}}};
-const std::vector<Handle> movable{0x103, 0x400, 0x100, 0x101, 0x102, 0x105, 0x106, 0x108, 0x109};
+const std::vector<Handle> movable{0x103, 0x400, 0x100, 0x101, 0x102, 0x105, 0x106, 0x108, 0x109, 0x10A};
 
 /// A new line in model space; its handle.
 Handle append(Drawing& drawing, double x) {
@@ -63,7 +64,7 @@ TEST(Erasing, leavesOutTheObjectWithItsParts) {
 }
 
 TEST(Undo, stepsWithoutChangesAreNone) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     EXPECT_FALSE(step(*drawing, [] {}));
     EXPECT_FALSE(
         step(*drawing, [&] { move(*drawing, 0x100, shift(1e17, 0)), move(*drawing, 0xABC, shift(1, 0)); }));
@@ -73,7 +74,7 @@ TEST(Undo, stepsWithoutChangesAreNone) {
 }
 
 TEST(Undo, aNewStepDropsWhatCouldBeRedone) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     step(*drawing, [&] { move(*drawing, 0x100, shift(1, 0)); });
     step(*drawing, [&] { append(*drawing, 1); });
     drawing->history().undo();
@@ -89,24 +90,8 @@ TEST(Undo, aNewStepDropsWhatCouldBeRedone) {
     EXPECT_EQ(drawing->toBytes(), text.bytes());
 }
 
-TEST(Undo, writesNothingOfATurnThatWasTakenBack) {
-    for (const char* rest : {"", "|210 0.6|220 0.0|230 0.8", "|11 0.0|21 0.0|31 0.0", "|50 30.0"}) {
-        const auto drawing =
-            read(DrawingText{.entities = {std::string{"MTEXT|10 1.0|20 2.0|40 5.0|1 a"} + rest}}.bytes());
-        step(*drawing, [&] { move(*drawing, 0x100, shift(1, 0)); });
-        const std::string moved = drawing->toBytes();
-        step(*drawing, [&] { move(*drawing, 0x100, AcGeMatrix3d::rotation(1, AcGeVector3d::kZAxis)); });
-        const std::string turned = drawing->toBytes();
-        EXPECT_EQ(extents(*read(turned), 0x100), extents(*drawing, 0x100)) << rest;
-        drawing->history().undo();
-        EXPECT_EQ(drawing->toBytes(), moved) << rest;
-        drawing->history().redo();
-        EXPECT_EQ(drawing->toBytes(), turned) << rest;
-    }
-}
-
 TEST(Undo, knowsWhatIsSaved) {
-    const auto drawing = read(text.bytes());
+    const auto drawing = read(text);
     const auto change = [&] { step(*drawing, [&] { move(*drawing, 0x100, shift(1, 0)); }); };
     EXPECT_FALSE(drawing->isModified());
     change();
@@ -142,7 +127,7 @@ void changeAtRandom(Drawing& drawing, shapes::Random& random, std::vector<Handle
 TEST(Undo, lawOfRandomSteps) {
     for (unsigned seed = 1; seed <= 80; ++seed) {
         shapes::Random random{seed};
-        const auto drawing = read(text.bytes());
+        const auto drawing = read(text);
         std::vector<Handle> handles = movable;
         std::vector<std::string> states{drawing->toBytes()};
         const auto change = [&] {

@@ -9,10 +9,12 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <cstdint>
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -94,6 +96,12 @@ struct DrawingText {
         entities.push_back(snippet);
         return firstEntity + entities.size() - 1;
     }
+    /// Snippets that are separated by "; ".
+    void addEach(std::string_view snippets) {
+        for (std::size_t end = 0; end != snippets.npos;
+             snippets.remove_prefix(std::min(end + 2, snippets.size())))
+            add(std::string{snippets.substr(0, end = snippets.find("; "))});
+    }
     Handle line(const AcGePoint3d& from, const AcGePoint3d& to, const std::string& layer = "0") {
         return add("LINE|8 " + layer + point(10, from) + point(11, to));
     }
@@ -164,13 +172,14 @@ private:
     }
 };
 
-/// The drawing, locked for changes; a refusal is an error of the test.
-inline std::unique_ptr<qx::db::Drawing> read(const std::string& bytes) {
+/// The drawing, locked for changes; a refusal is an error of the test. Braces mean the other function.
+template <std::same_as<std::string> Bytes> std::unique_ptr<qx::db::Drawing> read(const Bytes& bytes) {
     auto drawing = qx::db::Drawing::fromBytes(bytes, "test.dxf");
     if (!drawing) throw std::runtime_error{drawing.error()};
     (*drawing)->setLocked(true);
     return std::move(*drawing);
 }
+inline std::unique_ptr<qx::db::Drawing> read(const DrawingText& content) { return read(content.bytes()); }
 
 inline AcDbObjectId idOf(const qx::db::Drawing& drawing, std::uint64_t handle) {
     return AcDbObjectId{drawing.find(handle)};
@@ -193,6 +202,15 @@ inline Acad::ErrorStatus move(const qx::db::Drawing& drawing, std::uint64_t hand
 inline Acad::ErrorStatus erase(const qx::db::Drawing& drawing, std::uint64_t handle, bool erasing = true) {
     AcDbObjectPointer<AcDbObject> object{idOf(drawing, handle), AcDb::kForWrite, true};
     return object.openStatus() == Acad::eOk ? object->erase(erasing) : object.openStatus();
+}
+
+enum class Marked { before, after };
+
+/// Compact tags before or after what is marked in them has happened: in "10 1.0>2.0" the value changes,
+/// "|>30 7.0" comes.
+inline std::string as(Marked state, const std::string& tags) {
+    static const std::regex news{"\\|?>[^|;]*"}, olds{"([0-9]+ )[^|;>]*>|>"};
+    return state == Marked::after ? std::regex_replace(tags, olds, "$1") : std::regex_replace(tags, news, "");
 }
 
 inline AcGeMatrix3d shift(double x, double y, double z = 0) { return AcGeMatrix3d::translation({x, y, z}); }

@@ -22,7 +22,7 @@ inline AcDbExtents boxOf(const qx::db::Drawing& drawing, Handle handle) {
 /// The drawing, read, made the working database and locked for changes.
 class OpenedDrawing {
 public:
-    explicit OpenedDrawing(const DrawingText& content) : drawing_{read(content.bytes())} {
+    explicit OpenedDrawing(const DrawingText& content) : drawing_{read(content)} {
         acdbHostApplicationServices()->setWorkingDatabase(&drawing_->database());
     }
     ~OpenedDrawing() { acdbHostApplicationServices()->setWorkingDatabase(nullptr); }

@@ -22,15 +22,10 @@ constexpr const char* layers[] = {"0", "0", "0", "0", "0", "0", "LOCKED", "FROZE
 //   W is a line at an angle that may be decisive, E and U a direction with a length, B a bulge, I the name of
 //   a block, T and M text, X an extrusion, D data of an application, all without a code or with one
 // and any other is a group as it stands.
-struct Class {
-    const char* pattern;
-    const char* part = ""; ///< a record of its own, several of them
-    const char* more = ""; ///< one such record that comes after
-};
-
+//
 // The first ones are what one mostly aligns to.
 constexpr std::size_t curves = 14;
-constexpr Class classes[] = {
+constexpr ObjectClass classes[] = {
     {"LINE|100 AcDbLine|?S39|P10|P11|X|D"},
     {"LINE|100 AcDbLine|P10|P11"},
     {"LINE|100 AcDbLine|W"},
@@ -56,7 +51,7 @@ constexpr Class classes[] = {
      "VERTEX|100 AcDbVertex|100 AcDbPolygonMeshVertex|P10|70 64"},
     {"POLYLINE|100 AcDbPolyFaceMesh|66 1|10 0|20 0|30 0|70 64|71 4|72 1",
      "VERTEX|100 AcDbVertex|100 AcDbPolyFaceMeshVertex|P10|70 192",
-     "VERTEX|100 AcDbFaceRecord|10 0|20 0|30 0|70 128|71 1|72 -2|73 3|74 [1;2;4;9]"},
+     "VERTEX|100 AcDbFaceRecord|10 0|20 0|30 0|70 128|71 1|72 -2|73 3|[74 1;74 2;74 4;74 9]"},
     {"TEXT|100 AcDbText|?S39|P10|L40|T1|?A50|?41 0.7|?[51 15;51 -30;51 80]|?7 Other|?[71 2;71 4;71 6]|"
      "[;72 1;72 2;72 3;72 4;72 5]|?P11|X|100 AcDbText|[;73 1;73 2;73 3]|D"},
     {"TEXT|100 AcDbText|P10|L40|T1|A50"},
@@ -85,9 +80,9 @@ constexpr Class classes[] = {
      "97 0|92 16|93 2|72 3|F10|U11|40 0.5|A50|A51|73 0|72 4|94 2|73 0|74 0|95 6|96 3|40 0|40 0|40 0|40 1|40 "
      "1|40 1|"
      "F10|F10|F10|97 0|75 1|76 1|A52|41 1|77 0|78 1|A53|F43|45 -2|46 2|79 0|98 0"},
-    {"LEADER|100 AcDbLeader|3 STANDARD|71 1|72 [0;1]|73 3|74 1|75 0|L40|41 1|#76|{P10}|340 "
+    {"LEADER|100 AcDbLeader|3 STANDARD|71 1|[72 0;72 1]|73 3|74 1|75 0|L40|41 1|#76|{P10}|340 "
      "0|X|?V211|?V212|V213|D"},
-    {"DIMENSION|100 AcDbDimension|2 *D1|P10|P11|70 [0;32;33]|1 <>|71 5|X|3 STANDARD|100 "
+    {"DIMENSION|100 AcDbDimension|2 *D1|P10|P11|[70 0;70 32;70 33]|1 <>|71 5|X|3 STANDARD|100 "
      "AcDbAlignedDimension|P13|"
      "P14|A50|100 AcDbRotatedDimension|D"},
     {"DIMENSION|100 AcDbDimension|2 *D1|P10|P11|70 36|71 5|100 AcDbRadialDimension|P15|L40"},
@@ -101,7 +96,8 @@ constexpr Class classes[] = {
 
 class Pattern {
 public:
-    Pattern(Chance& chance, std::string_view text) : chance_{chance}, text_{text} {}
+    Pattern(Chance& chance, std::string_view text, Look look)
+        : chance_{chance}, text_{text}, isPlain_{look == Look::plain} {}
 
     std::string written() {
         std::string all;
@@ -182,11 +178,11 @@ private:
         case 'B':
             return tag(code, chance_.oneIn(3) ? 1 : chance_.oneIn(3) ? 0 : chance_.number(-2, 2));
         case 'T':
-            return coded(code, texts[chance_.below(std::size(texts))]);
+            return coded(code, oneOf(texts, 5));
         case 'M':
-            return coded(code, paragraphs[chance_.below(std::size(paragraphs))]);
+            return coded(code, oneOf(paragraphs, 5));
         case 'I':
-            return coded(2, blocks[chance_.below(std::size(blocks))]);
+            return coded(2, oneOf(blocks, 1));
         case 'X':
             return extrusion();
         default:
@@ -194,6 +190,10 @@ private:
         }
     }
 
+    /// A plain object takes one of the first ones.
+    template <std::size_t count> const char* oneOf(const char* const (&all)[count], std::size_t plain) {
+        return all[chance_.below(isPlain_ ? plain : count)];
+    }
     AcGePoint3d place() {
         if (!repeated_ || !chance_.oneIn(8)) repeated_ = chance_.place();
         return *repeated_;
@@ -206,6 +206,8 @@ private:
     }
     std::string extrusion() {
         if (chance_.oneIn(4)) return "|210 0|220 0|230 -1";
+        if (chance_.oneIn(10))
+            return "|210 0.01|220 -0.01|230 3"; // near Z, where the frame is found otherwise
         if (chance_.oneIn(8)) return point(210, AcGePoint3d::kOrigin + chance_.vector(1).normal());
         return chance_.oneIn(8) ? "|210 0|220 0|230 1" : "";
     }
@@ -214,40 +216,47 @@ private:
                point(1013, AcGePoint3d::kOrigin + chance_.direction()) + tag(1041, 2.5) + "|1002 }";
     }
 
-    static constexpr const char* texts[] = {"H",           "abc def", "", " ", "%%c45%%d", "\\U+4E2D\\U+6587",
-                                            "%%uWide%%u g"};
-    static constexpr const char* paragraphs[] = {
-        "one", "two\\Plines",        "{\\H2x;large} {\\fArial;x}\\P",
-        "",    "\\S1/2; and ^I tab", "a long line of words that is broken",
-        " "};
+    static constexpr const char* texts[] = {"H", "abc def", "%%c45%%d", "\\U+4E2D\\U+6587", "%%uWide%%u g",
+                                            "",  " "};
+    static constexpr const char* paragraphs[] = {"one",
+                                                 "two\\Plines",
+                                                 "{\\H2x;large} {\\fArial;x}\\P",
+                                                 "\\S1/2; and ^I tab",
+                                                 "a long line of words that is broken",
+                                                 "",
+                                                 " "};
     static constexpr const char* blocks[] = {"Box",    "Box",  "Marks",   "Empty",
                                              "Nested", "Loop", "Missing", "*D1"};
 
     Chance& chance_;
     std::string_view text_;
+    bool isPlain_;
     std::size_t repetitions_ = 1;
     std::optional<AcGePoint3d> repeated_;
 };
 
-std::string record(Chance& chance, std::string_view pattern) {
+std::string record(Chance& chance, std::string_view pattern, Look look) {
     const std::string_view name = pattern.substr(0, pattern.find('|'));
-    std::string head = std::string{name} + "|100 AcDbEntity|8 " + chance.oneOf(layers);
+    const bool isPlain = look == Look::plain;
+    std::string head = std::string{name} + "|100 AcDbEntity|8 " + (isPlain ? "0" : chance.oneOf(layers));
     if (chance.oneIn(4)) head += "|62 " + std::to_string(chance.below(257));
-    if (chance.oneIn(50)) head += chance.oneIn(2) ? "|60 1" : "|67 1";
-    return head + Pattern{chance, pattern.substr(std::min(name.size() + 1, pattern.size()))}.written();
+    if (!isPlain && chance.oneIn(50)) head += chance.oneIn(2) ? "|60 1" : "|67 1";
+    return head + Pattern{chance, pattern.substr(std::min(name.size() + 1, pattern.size())), look}.written();
 }
 
-/// All records of one object.
-std::vector<std::string> object(Chance& chance, const Class& one) {
-    std::vector<std::string> records{record(chance, one.pattern)};
+} // namespace
+
+std::span<const ObjectClass> objectClasses() { return classes; }
+
+std::vector<std::string> recordsOf(Chance& chance, const ObjectClass& one, Look look) {
+    std::vector<std::string> records{record(chance, one.pattern, look)};
     const std::string_view part = one.part;
     const std::size_t count = chance.oneIn(20) ? chance.below(2) : 2 + chance.below(5);
-    for (std::size_t i = 0; i < count && !part.empty(); ++i) records.push_back(record(chance, part));
-    if (*one.more) records.push_back(record(chance, one.more));
+    for (std::size_t i = 0; i < count && !part.empty(); ++i) records.push_back(record(chance, part, look));
+    if (*one.more) records.push_back(record(chance, one.more, look));
     if (!part.empty()) records.push_back("SEQEND");
     return records;
 }
-} // namespace
 
 RandomDrawing::RandomDrawing(Chance& chance) : chance_{chance} {
     addBlocks();
@@ -260,7 +269,7 @@ void RandomDrawing::addBlocks() {
     const auto some = [&] {
         std::vector<std::string> records;
         for (std::size_t count = 1 + chance_.below(3); count > 0; --count)
-            for (std::string& each : object(chance_, chance_.oneOf(classes)))
+            for (std::string& each : recordsOf(chance_, chance_.oneOf(classes)))
                 records.push_back(std::move(each));
         return records;
     };
@@ -275,7 +284,7 @@ void RandomDrawing::addBlocks() {
 
 void RandomDrawing::addObject() {
     const auto records =
-        object(chance_, classes[chance_.below(chance_.oneIn(2) ? curves : std::size(classes))]);
+        recordsOf(chance_, classes[chance_.below(chance_.oneIn(2) ? curves : std::size(classes))]);
     objects.push_back(content.add(records[0]));
     for (std::size_t i = 1; i < records.size(); ++i) content.add(records[i]);
 }

@@ -1,8 +1,8 @@
 #include "random/RandomPerson.h"
 
+#include "db/RecordedShape.h"
 #include "ed/UserFrame.h"
 #include "ed/picking.h"
-#include "random/Outline.h"
 
 #include <algorithm>
 #include <utility>
@@ -155,7 +155,8 @@ std::string RandomPerson::typed(const AcGePoint3d& point) {
 
 AcGePoint3d RandomPerson::pointOn(std::uint64_t handle) {
     const AcDbEntity* entity = drawing_.liveEntity(drawing_.find(handle));
-    const auto points = entity ? Outline{*entity}.points : std::vector<AcGePoint3d>{};
+    const auto points =
+        entity ? RecordedShape{*entity, 1, RecordedShape::few}.points : std::vector<AcGePoint3d>{};
     if (points.empty()) return chance_.place();
     const std::size_t at = chance_.below(points.size());
     const AcGePoint3d &from = points[at], &to = points[std::min(at + 1, points.size() - 1)];

@@ -1,10 +1,10 @@
 #include "random/RandomRun.h"
 
+#include "db/RecordedShape.h"
 #include "dbgroup.h"
 #include "dxf/Tag.h"
 #include "objectalign/command.h"
 #include "positionalign/command.h"
-#include "random/Outline.h"
 
 #include <algorithm>
 #include <complex>
@@ -30,7 +30,7 @@ const db::Record* mainEntity(const db::Record* record) {
 Points outlineOf(const db::Drawing& drawing, Handle handle) {
     db::Record* record = drawing.find(handle);
     const AcDbEntity* entity = record ? drawing.liveEntity(record) : nullptr;
-    return entity ? Outline{*entity}.points : Points{};
+    return entity ? RecordedShape{*entity, 1, RecordedShape::few}.compared : Points{};
 }
 
 std::string text(const Points& points) {
