@@ -55,11 +55,11 @@ DrawingText mixed() {
 }
 
 TEST(DisplayList, ShowsEverythingInItsColour) {
-    const auto drawing = drawings::read(DrawingText{
-        .entities = {"LINE|62 1|10 0|20 0|11 100|21 75", "LINE|8 OFF|10 -900|20 0|11 0|21 0",
-                     "CIRCLE|8 Blue|10 50|20 40|40 10", "TEXT|10 0|20 60|40 10|1 abc",
-                     "TEXT|10 0|20 10|40 1|1 tiny"},
-        .layers = {"Blue|70 0|62 5"}}.bytes());
+    const auto drawing =
+        drawings::read({.entities = {"LINE|62 1|10 0|20 0|11 100|21 75", "LINE|8 OFF|10 -900|20 0|11 0|21 0",
+                                     "CIRCLE|8 Blue|10 50|20 40|40 10", "TEXT|10 0|20 60|40 10|1 abc",
+                                     "TEXT|10 0|20 10|40 1|1 tiny"},
+                        .layers = {"Blue|70 0|62 5"}});
     Shown shown{*drawing};
     const auto pixels = shown.drawn();
     EXPECT_GT(countOf(pixels, red), 150U);
@@ -72,7 +72,7 @@ TEST(DisplayList, ShowsEverythingInItsColour) {
 
 // What is passed over must not be seen: drawn in parts, the picture is the same.
 TEST(DisplayList, DrawsTheSameInParts) {
-    const auto drawing = drawings::read(mixed().bytes());
+    const auto drawing = drawings::read(mixed());
     Shown shown{*drawing};
     for (int zoomed = 0; zoomed < 4; ++zoomed) {
         const auto whole = shown.drawn();
@@ -95,7 +95,7 @@ TEST(DisplayList, FollowsChanges) {
     const auto line = text.line({0, 0, 0}, {100, 0, 0});
     text.circle({50, 50, 0}, 10);
     text.line({0, 75, 0}, {100, 75, 0});
-    const auto drawing = drawings::read(text.bytes());
+    const auto drawing = drawings::read(text);
     draw::DisplayList list{*drawing};
     db::Record* record = drawing->find(line);
     const auto meets = [&](const AcGePoint3d& p) {
@@ -135,7 +135,7 @@ TEST(DisplayList, DrawsTheSelectedDashed) {
     DrawingText text;
     const auto line = text.line({0, 0, 0}, {100, 0, 0});
     text.line({0, 75, 0}, {100, 75, 0});
-    const auto drawing = drawings::read(text.bytes());
+    const auto drawing = drawings::read(text);
     Shown shown{*drawing};
     std::vector<draw::Colour> pixels(std::size_t{width} * height, 0xFFFFFF);
     draw::Raster raster{pixels.data(), width, height};
@@ -166,9 +166,8 @@ TEST(DisplayList, ShowsCurvesAndEndlessLinesAndNoHiddenEdges) {
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
-        const auto drawing = drawings::read(DrawingText{
-            .entities = {"LINE|10 0|20 0|11 0|21 75", "POINT|10 100|20 75",
-                         each.entity}}.bytes());
+        const auto drawing =
+            drawings::read({.entities = {"LINE|10 0|20 0|11 0|21 75", "POINT|10 100|20 75", each.entity}});
         Shown shown{*drawing};
         const std::size_t count = countOf(shown.drawn(), red);
         EXPECT_GE(count, each.least);

@@ -13,12 +13,10 @@ namespace {
 
 /// Has the layers Red&Co and Blue besides the usual ones, a block "B" with a line, and these entities.
 std::unique_ptr<Drawing> drawingWith(const std::vector<std::string>& entities) {
-    return drawings::read(
-        drawings::DrawingText{.entities = entities,
-                              .blocks = {{"B", {"LINE|5 50|8 Red&Co|62 5|10 0|20 0|11 10|21 0"}}},
-                              .version = "AC1021",
-                              .layers = {"Red&Co|70 0|62 1", "Blue|70 4|62 5"}}
-            .bytes());
+    return drawings::read({.entities = entities,
+                           .blocks = {{"B", {"LINE|5 50|8 Red&Co|62 5|10 0|20 0|11 10|21 0"}}},
+                           .version = "AC1021",
+                           .layers = {"Red&Co|70 0|62 1", "Blue|70 4|62 5"}});
 }
 
 /// What follows the white ground, without line ends and what paths look like.

@@ -1,13 +1,10 @@
 #include "aced.h"
 #include "acedads.h"
 #include "acutads.h"
-#include "dbdict.h"
 #include "dbents.h"
-#include "dbgroup.h"
 #include "dbobjptr.h"
-#include "drawings/DrawingText.h"
+#include "drawings/groupsIn.h"
 #include "ed/Editor.h"
-#include "os/encoding.h"
 #include "rx/CommandStack.h"
 
 #include <gtest/gtest.h>
@@ -19,10 +16,10 @@ using namespace qx;
 using ed::RunEnd;
 using tests::Editor;
 
-const std::string scene = drawings::DrawingText{.entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0",
-                                                             "LINE|5 A2|8 LOCKED|10 0|20 100|11 100|21 100",
-                                                             "CIRCLE|5 A3|10 500|20 400|40 100"}}
-                              .bytes();
+const std::vector<std::string> entities{"LINE|5 A1|10 0|20 0|11 1000|21 0",
+                                        "LINE|5 A2|8 LOCKED|10 0|20 100|11 100|21 100",
+                                        "CIRCLE|5 A3|10 500|20 400|40 100"};
+const std::string scene = drawings::DrawingText{.entities = entities}.bytes();
 
 AcDbObjectId idOf(Editor& editor, std::uint64_t handle) {
     return AcDbObjectId{editor.drawing().find(handle)};
@@ -153,28 +150,10 @@ const struct GroupCase {
      "2: \"*A1\" can't be the name of a group"},
 };
 
-std::string groupsOf(db::Drawing& drawing) {
-    std::string text;
-    AcDbDictionary* dictionary = nullptr;
-    EXPECT_EQ(drawing.database().getGroupDictionary(dictionary), Acad::eOk);
-    const std::unique_ptr<AcDbDictionaryIterator> each{dictionary->newIterator()};
-    for (; !each->done(); each->next()) {
-        text += (text.empty() ? "" : ", ") + os::toUtf8(std::wstring_view{each->name()}) + ':';
-        AcDbObjectIdArray ids;
-        AcDbObjectPointer<AcDbGroup> { each->objectId() } -> allEntityIds(ids);
-        for (int i = 0; i < ids.length(); ++i) text += ' ' + drawings::hex(ids[i].handle().value());
-    }
-    dictionary->close();
-    return text;
-}
-
 std::string groupScene(const std::string& version = "AC1015") {
-    drawings::DrawingText text{.entities = {"LINE|5 A1|10 0|20 0|11 1000|21 0",
-                                            "LINE|5 A2|8 LOCKED|10 0|20 100|11 100|21 100",
-                                            "CIRCLE|5 A3|10 500|20 400|40 100"},
-                               .groups = {{"PAIR", {"A1", "A3"}}, {"*A2", {"A2"}}},
-                               .version = version};
-    return text.bytes();
+    return drawings::DrawingText{
+        .entities = entities, .groups = {{"PAIR", {"A1", "A3"}}, {"*A2", {"A2"}}}, .version = version}
+        .bytes();
 }
 
 TEST(GroupCommand, makesAGroup) {
@@ -185,8 +164,8 @@ TEST(GroupCommand, makesAGroup) {
         const auto run = editor.run(std::string{"GROUP\n"} + each.answers);
         EXPECT_EQ(run.failure, *each.failure ? std::string{"test.scr:"} + each.failure : "");
         EXPECT_NE(run.transcript.find(each.transcript), std::string::npos) << run.transcript;
-        EXPECT_EQ(groupsOf(editor.drawing()), each.groups);
-        EXPECT_EQ(groupsOf(*drawings::read(run.bytes)), each.groups);
+        EXPECT_EQ(drawings::groupsIn(editor.drawing()), each.groups);
+        EXPECT_EQ(drawings::groupsIn(*drawings::read(run.bytes)), each.groups);
         expectInOrder(editor);
         while (!editor.drawing().history().undo().empty()) continue;
         EXPECT_EQ(editor.drawing().toBytes(), before);
@@ -209,7 +188,7 @@ TEST(GroupCommand, asksAPersonAgain) {
     Editor editor{groupScene()};
     tests::Person person{"GROUP\na*\nPair\nDesk\nL\n\n", "input"};
     EXPECT_EQ(ed::CommandRunner{editor.session}.run(person), RunEnd::sourceEnded);
-    EXPECT_EQ(groupsOf(editor.drawing()), "*A2: A2, Desk: A3, PAIR: A1 A3");
+    EXPECT_EQ(drawings::groupsIn(editor.drawing()), "*A2: A2, Desk: A3, PAIR: A1 A3");
 }
 
 TEST(GroupCommand, groupsWhatWasSelectedBefore) {
@@ -221,7 +200,7 @@ TEST(GroupCommand, groupsWhatWasSelectedBefore) {
     };
     editor.runBody(body, "", ACRX_CMD_REDRAW);
     editor.run("GROUP\nDesk\n");
-    EXPECT_EQ(groupsOf(editor.drawing()), "*A2: A2, Desk: A1 A2 A3, PAIR: A1 A3");
+    EXPECT_EQ(drawings::groupsIn(editor.drawing()), "*A2: A2, Desk: A1 A2 A3, PAIR: A1 A3");
 }
 
 // A2 alone is picked, in *A2 and in the new group.
@@ -258,7 +237,7 @@ TEST(GroupCommand, leavesOutWhatHasNoHandleOfItsOwn) {
     EXPECT_NE(run.transcript.find("2 个对象没有自己的句柄，不能编组。\n编组“Desk”有 1 个对象。"),
               std::string::npos)
         << run.transcript;
-    EXPECT_EQ(groupsOf(editor.drawing()), "Desk: A1");
+    EXPECT_EQ(drawings::groupsIn(editor.drawing()), "Desk: A1");
 }
 
 // What a command does against the host's rules, after it has moved an object.

@@ -13,7 +13,7 @@ using ed::SnapKind;
 std::string snapped(const DrawingText& text, const AcGePoint3d& cursor, double reach = 2) {
     static constexpr const char* names[] = {"endpoint",     "midpoint",  "centre", "quadrant",
                                             "intersection", "insertion", "nearest"};
-    const auto drawing = drawings::read(text.bytes());
+    const auto drawing = drawings::read(text);
     std::vector<db::Record*> all;
     drawing->forEachInModelSpace([&](db::Record* each) { all.push_back(each); });
     const auto snap = ed::snapAt(*drawing, all, cursor, reach);
