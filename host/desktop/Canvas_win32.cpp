@@ -85,7 +85,8 @@ LRESULT Canvas::handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) 
         return 1;
     case WM_SETCURSOR:
         if (LOWORD(lParam) != HTCLIENT) break;
-        ::SetCursor(nullptr); // the crosshair stands there
+        // Over a drawing the crosshair stands there.
+        ::SetCursor(desk_.showsDrawing() ? nullptr : ::LoadCursorW(nullptr, IDC_ARROW));
         return TRUE;
     case WM_MOUSEMOVE:
         mouseMoved(place, wParam);

@@ -20,6 +20,8 @@ public:
 
     /// Whom what is typed goes to.
     void setDesk(Desk* desk) { desk_ = desk; }
+    /// In the line to type in. UTF-8.
+    void setTyped(const std::string& text);
     /// UTF-8. A last line without its end is the question that waits.
     void append(std::string_view text);
     void place(const RECT& place);
@@ -39,7 +41,6 @@ private:
     bool isKeyTaken(WPARAM key);
     bool pastesLines();
     std::string typed() const;
-    void setTyped(const std::string& text);
     void submit();
     void recall(int step);
     void showPrompt();

@@ -97,10 +97,12 @@ Input Desk::next(Ask ask) {
             const std::string line = std::move(lines_.front());
             lines_.pop_front();
             takeLine(line);
-        } else if (!isCommand && (isClosing_ || deed_)) {
+        } else if (!isCommand && (isClosing_ || !deeds_.empty())) {
             return cancelling();
-        } else if (isCommand && deed_) {
-            std::exchange(deed_, {})();
+        } else if (isCommand && !deeds_.empty()) {
+            const auto deed = std::move(deeds_.front());
+            deeds_.pop_front();
+            deed();
         } else if (isCommand && std::exchange(isClosing_, false)) {
             isOver_ = !mayClose || mayClose();
         } else {
@@ -149,8 +151,11 @@ void Desk::launch(std::string commandLine) {
 
 void Desk::betweenCommands(std::function<void()> deed) {
     forgetAnswers();
-    deed_ = std::move(deed);
+    deeds_.clear();
+    deeds_.push_back(std::move(deed));
 }
+
+void Desk::afterwards(std::function<void()> deed) { deeds_.push_back(std::move(deed)); }
 
 void Desk::cancel() {
     forgetAnswers();

@@ -34,6 +34,8 @@ public:
     void launch(std::string commandLine);
     /// Gives the running command up, and does this when it has ended.
     void betweenCommands(std::function<void()> deed);
+    /// As soon as what was typed so far is done, and no command runs.
+    void afterwards(std::function<void()> deed);
     void cancel();
     void moveTo(const AcGePoint2d& place);
     void leave();
@@ -54,6 +56,7 @@ public:
     std::function<bool()> mayClose;
     /// It was closed, or nothing can be waited for any more.
     bool isOver() const { return isOver_; }
+    bool showsDrawing() const { return shown_ != nullptr; }
     /// The source ends the next time that a command is asked for, and may be read on later.
     void pause() { isPausing_ = true; }
 
@@ -122,8 +125,8 @@ private:
     ed::Session& session_;
     std::function<bool()> wait_;
     std::deque<ed::Input> answers_;
-    std::deque<std::string> lines_; ///< typed behind those, not yet taken apart
-    std::function<void()> deed_;    ///< between commands
+    std::deque<std::string> lines_;           ///< typed behind those, not yet taken apart
+    std::deque<std::function<void()>> deeds_; ///< between commands
     std::string lastCommand_;
     bool isOver_ = false, isClosing_ = false, isPausing_ = false;
     ed::Ask ask_ = ed::Ask::command;

@@ -231,7 +231,10 @@ bool MainWindow::handleNext() {
 
 void MainWindow::obey(int command) {
     if (!desk_) return;
-    if (const char* typed = typedFor(command)) return desk_->launch(typed);
+    if (const char* typed = typedFor(command)) {
+        pane_->setTyped({});
+        return desk_->launch(typed);
+    }
     switch (command) {
     case ID_OPEN:
         return open();
@@ -283,7 +286,12 @@ void MainWindow::openFile(const std::wstring& path) {
 void MainWindow::openBetweenCommands(const std::wstring& path) {
     const Changes changes = askAboutChanges();
     if (changes == Changes::stay) return;
-    if (changes == Changes::save) return desk_->type("SAVE\nOPEN\n" + quoted(path));
+    if (changes == Changes::save) {
+        desk_->type("SAVE");
+        return desk_->afterwards([this, path] {
+            if (!isModified()) openBetweenCommands(path); // else it says why it could not be saved
+        });
+    }
     desk_->type((isModified() ? "OPEN Y\n" : "OPEN\n") + quoted(path));
 }
 

@@ -1,7 +1,6 @@
 #include "db/RecordedShape.h"
 #include "random/RandomDrawing.h"
 
-#include <cstring>
 #include <limits>
 
 using namespace drawings;
@@ -13,7 +12,10 @@ namespace {
 constexpr unsigned seed = 20240611;
 constexpr double tolerance = 2e-6; // coordinates here are a few thousand
 
-std::string nameOf(const ObjectClass& type) { return {type.pattern, std::strchr(type.pattern, '|')}; }
+std::string nameOf(const ObjectClass& type) {
+    const std::string_view pattern = type.pattern;
+    return std::string{pattern.substr(0, pattern.find('|'))};
+}
 
 /// What can be measured and moved by itself.
 std::vector<ObjectClass> movableClasses() {

@@ -271,6 +271,18 @@ TEST_F(Pointing, WhatIsDoneBetweenCommandsFindsTheRunningOneEnded) {
     EXPECT_FALSE(person.drawing().isModified()) << person.transcript;
 }
 
+TEST_F(Pointing, WhatIsToFollowWaitsForWhatWasTyped) {
+    DeskOnTest person{folder, scene};
+    std::size_t steps = 0;
+    person.then([&] {
+        person.desk.type("ERASE\n(handent \"A1\")\n");
+        person.desk.type("");
+        person.desk.afterwards([&] { steps = person.drawing().history().stepsDone(); });
+    });
+    person.work();
+    EXPECT_EQ(steps, 1u) << person.transcript;
+}
+
 TEST_F(Pointing, SpacesAreEnterWhereTheyMeanNothingElse) {
     DeskOnTest person{folder, scene};
     const auto check = [&](std::string_view typed, bool ends) {
