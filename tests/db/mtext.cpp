@@ -158,4 +158,13 @@ TEST(MText, hasItsStylesWidthAndSlant) {
     }
 }
 
+TEST(MText, followsItsScaleAndItsUndoing) {
+    const auto drawing = read(DrawingText{.entities = {"MTEXT|10 1.0|20 2.0|40 1.0|41 2.0|1 H H"}}.bytes());
+    EXPECT_EQ(extents(*drawing, 0x100), "1.1..1.75 -0.666667..2 0..0");
+    step(*drawing, [&] { EXPECT_EQ(move(*drawing, 0x100, AcGeMatrix3d::scaling(3)), Acad::eOk); });
+    EXPECT_EQ(extents(*drawing, 0x100), "3.3..5.25 -2..6 0..0") << "still broken at its width";
+    drawing->history().undo();
+    EXPECT_EQ(extents(*drawing, 0x100), "1.1..1.75 -0.666667..2 0..0");
+}
+
 } // namespace

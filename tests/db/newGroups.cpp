@@ -52,6 +52,16 @@ struct PlaceCase {
     const char* seed;
 };
 const PlaceCase placeCases[] = {
+    {"no objects", objects + end,
+     objects + "|" + rootTags("100", "|3 ACAD_GROUP|350 101") + "|" +
+         dictionaryTags("101", "100", "|3 New|350 102") + "|" + groupTags("102", "101", both) + end,
+     "103"},
+    {"beside other groups",
+     objects + "|0 DICTIONARY|5 C|3 ACAD_GROUP|350 D|0 DICTIONARY|5 D|281 1|3 OLD|350 E|0 GROUP|5 E|340 A" +
+         end,
+     objects + "|0 DICTIONARY|5 C|3 ACAD_GROUP|350 D|0 DICTIONARY|5 D|281 1|3 OLD|350 E|3 New|350 100" +
+         "|0 GROUP|5 E|340 A|" + groupTags("100", "D", both) + end,
+     "101"},
     {"behind other objects, before extended data",
      objects + "|0 DICTIONARY|5 C|3 acad_group|360 D|0 DICTIONARY|5 D|1001 X|1070 1|0 OTHER|5 E" + end,
      objects + "|0 DICTIONARY|5 C|3 acad_group|360 D|0 DICTIONARY|5 D|3 New|350 100|1001 X|1070 1" +

@@ -68,4 +68,25 @@ TEST(Splines, areReadAsTheyStand) {
     for (const auto& [entity, expected] : cases) EXPECT_EQ(described(entity), expected) << entity;
 }
 
+// An arc of a circle, whose box is known wherever it is turned.
+TEST(Splines, haveTightBoxes) {
+    const auto drawing = read(DrawingText{.entities = {quarterCircle}}.bytes());
+    for (int i = 0; i < 50; ++i) {
+        const double angle = 0.13 * i, quarter = std::acos(-1) / 2;
+        double low = std::min(std::cos(angle), std::cos(angle + quarter)),
+               high = std::max(std::cos(angle), std::cos(angle + quarter));
+        for (int k = 0; k < 40; ++k) {
+            if (k * quarter > angle && k * quarter < angle + quarter && k % 4 == 0) high = 1;
+            if (k * quarter > angle && k * quarter < angle + quarter && k % 4 == 2) low = -1;
+        }
+        AcDbObjectPointer<AcDbEntity> spline{idOf(*drawing, 0x100)};
+        AcDbExtents box;
+        ASSERT_EQ(spline->getGeomExtents(box), Acad::eOk);
+        EXPECT_NEAR(box.minPoint().x, 4 * low, 1e-9) << i;
+        EXPECT_NEAR(box.maxPoint().x, 4 * high, 1e-9) << i;
+        spline->close();
+        ASSERT_EQ(move(*drawing, 0x100, AcGeMatrix3d::rotation(0.13, AcGeVector3d::kZAxis)), Acad::eOk);
+    }
+}
+
 } // namespace

@@ -159,4 +159,20 @@ TEST(Undo, lawOfRandomSteps) {
     }
 }
 
+TEST(Undo, writesNothingOfATurnThatWasTakenBack) {
+    for (const char* rest : {"", "|210 0.6|220 0.0|230 0.8", "|11 0.0|21 0.0|31 0.0", "|50 30.0"}) {
+        const auto drawing =
+            read(DrawingText{.entities = {std::string{"MTEXT|10 1.0|20 2.0|40 5.0|1 a"} + rest}}.bytes());
+        step(*drawing, [&] { move(*drawing, 0x100, shift(1, 0)); });
+        const std::string moved = drawing->toBytes();
+        step(*drawing, [&] { move(*drawing, 0x100, AcGeMatrix3d::rotation(1, AcGeVector3d::kZAxis)); });
+        const std::string turned = drawing->toBytes();
+        EXPECT_EQ(extents(*read(turned), 0x100), extents(*drawing, 0x100)) << rest;
+        drawing->history().undo();
+        EXPECT_EQ(drawing->toBytes(), moved) << rest;
+        drawing->history().redo();
+        EXPECT_EQ(drawing->toBytes(), turned) << rest;
+    }
+}
+
 } // namespace

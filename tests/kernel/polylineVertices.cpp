@@ -80,14 +80,37 @@ TEST(PolylineVertices, ErasedOnesAreLeftOutAndARefusedOneEndsThem) {
     EXPECT_EQ(drawing->openCount(), 1u);
 }
 
+TEST(LightCopy, LooksLikeTheOriginalAndLeavesItAlone) {
+    const DrawingText content = drawingOf("POLYLINE|66 1|10 0|20 0|30 2|70 1|210 0|220 0|230 -1; "
+                                          "VERTEX|10 1|20 2|42 0.5; VERTEX|10 3|20 4; VERTEX|10 5|20 2");
+    const OpenedDrawing drawing{content};
+    const AcDbObjectPointer<AcDb2dPolyline> original{drawing.id(DrawingText::firstEntity)};
+    const auto copy = kernel::lightCopy(*original.object());
+    ASSERT_TRUE(copy);
+    AcGePoint3d first;
+    double bulge = 0;
+    copy->getPointAt(0u, first);
+    copy->getBulgeAt(0, bulge);
+    AcDbExtents box;
+    ASSERT_EQ(copy->getGeomExtents(box), Acad::eOk);
+    EXPECT_EQ(text(first), "-1,2,-2 ");
+    EXPECT_EQ(bulge, 0.5);
+    EXPECT_EQ(copy->numVerts(), 3u);
+    EXPECT_TRUE(copy->isClosed());
+    EXPECT_EQ(shapes::text({box.minPoint(), box.maxPoint()}), extents(*drawing, DrawingText::firstEntity));
+    EXPECT_TRUE(copy->objectId().isNull());
+    EXPECT_EQ(drawing->openCount(), 1u);
+    EXPECT_EQ(drawing->toBytes(), content.bytes());
+}
+
 TEST(LightCopy, OfFittedPolylinesThereIsNone) {
     for (const char* flags : {"2", "4"}) {
         const OpenedDrawing drawing{drawingOf(std::string{"POLYLINE|66 1|10 0|20 0|70 "} + flags +
                                               "; VERTEX|10 1|20 2; VERTEX|10 3|20 4")};
         const AcDbObjectPointer<AcDb2dPolyline> original{drawing.id(DrawingText::firstEntity)};
         EXPECT_FALSE(kernel::lightCopy(*original.object())) << flags;
+        EXPECT_EQ(drawing->openCount(), 1u);
     }
 }
-
 } // namespace
 } // namespace qx::tests
